@@ -1,0 +1,9 @@
+# What all targets of this project have in common.
+
+# Links target to the interface target PelgrinOptions: language level, and
+# warnings that are errors for developers only.
+add_library(PelgrinOptions INTERFACE)
+target_compile_features(PelgrinOptions INTERFACE cxx_std_17)
+target_compile_options(PelgrinOptions INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor
+  $<$<BOOL:${PELGRIN_DEVELOPER}>:-Werror>)
