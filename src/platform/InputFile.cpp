@@ -1,0 +1,74 @@
+#include "platform/InputFile.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/Paths.h"
+
+namespace Vorlan::platform {
+
+static_assert(sizeof(off_t) == 8, "files beyond 2 GB need 64-bit offsets");
+
+namespace {
+
+/// Nothing behind a NUL in a path would reach the system.
+bool IsPathText(const std::string& path)
+{
+    return !path.empty() && path.find('\0') == std::string::npos;
+}
+
+bool IsReadableAtOffsets(int descriptor)
+{
+    struct stat entry;
+    return ::fstat(descriptor, &entry) == 0 && !S_ISDIR(entry.st_mode)
+           && ::lseek(descriptor, 0, SEEK_CUR) != -1;
+}
+
+} // namespace
+
+InputFile::~InputFile()
+{
+    Close();
+}
+
+bool InputFile::Open(const std::string& path)
+{
+    Close();
+    if (!IsPathText(path)) {
+        return false;
+    }
+    // O_NONBLOCK: a pipe without a writer must not hold the caller up.
+    descriptor_ = ::open(Resolve(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor_ >= 0 && !IsReadableAtOffsets(descriptor_)) {
+        Close();
+    }
+    return IsOpen();
+}
+
+void InputFile::Close()
+{
+    if (descriptor_ >= 0) {
+        ::close(descriptor_);
+        descriptor_ = -1;
+    }
+}
+
+std::size_t InputFile::ReadAt(std::uint64_t offset, char* buffer, std::size_t size)
+{
+    std::size_t done = 0;
+    while (done < size) {
+        const ssize_t got = ::pread(descriptor_, buffer + done, size - done,
+                                    static_cast<off_t>(offset + done));
+        if (got > 0) {
+            done += static_cast<std::size_t>(got);
+        } else if (got == 0 || errno != EINTR) {
+            break;
+        }
+    }
+    return done;
+}
+
+} // namespace Vorlan::platform
