@@ -1,0 +1,16 @@
+// Marks the public classes of PelgrinDLL. The library is built with hidden
+// symbols; only what carries VORLAN_API can be linked against.
+#ifndef VORLAN_EXPORT_H
+#define VORLAN_EXPORT_H
+
+#if defined(_WIN32)
+#if defined(VORLAN_BUILDING)
+#define VORLAN_API __declspec(dllexport)
+#else
+#define VORLAN_API __declspec(dllimport)
+#endif
+#else
+#define VORLAN_API __attribute__((visibility("default")))
+#endif
+
+#endif // VORLAN_EXPORT_H

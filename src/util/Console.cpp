@@ -1,0 +1,14 @@
+#include "util/Console.h"
+
+#include <iostream>
+
+namespace Vorlan::console {
+
+void Print(Stream stream, std::string_view text)
+{
+    std::ostream& out = stream == Stream::Out ? std::cout : std::cerr;
+    out.write(text.data(), static_cast<std::streamsize>(text.size()));
+    out.flush();
+}
+
+} // namespace Vorlan::console

@@ -1,0 +1,187 @@
+#include "util/LineReader.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace Vorlan {
+
+namespace {
+
+constexpr std::size_t kBufferSize = 256 * 1024;
+
+// A seek is mostly followed by one record, a scan by the whole file: reading
+// starts with a small block and doubles it from one to the next.
+constexpr std::size_t kFirstReadSize = 8 * 1024;
+
+// With so many bytes and no line feed among them, a line is too long: the
+// longest one, a carriage return and the line feed.
+constexpr std::size_t kDecisiveLength = LineReader::kMaxLineLength + 2;
+
+static_assert(kBufferSize >= 2 * kDecisiveLength, "a line must fit beside a block");
+
+} // namespace
+
+LineReader::LineReader() = default;
+LineReader::~LineReader() = default;
+
+bool LineReader::Open(const std::string& path, Mode mode)
+{
+    failed_ = true;
+    if (file_.IsOpen() || !file_.Open(path)) {
+        return false;
+    }
+    if (!buffer_) {
+        buffer_ = std::make_unique<char[]>(kBufferSize);
+    }
+    mode_ = mode;
+    begin_ = end_ = 0;
+    bufferOffset_ = 0;
+    readSize_ = kFirstReadSize;
+    hasNul_ = false;
+    failed_ = false;
+    tooLong_ = false;
+    if (mode == Mode::Text && Refill() && end_ >= 3
+        && std::memcmp(buffer_.get(), "\xEF\xBB\xBF", 3) == 0) {
+        begin_ = 3;
+    }
+    return true;
+}
+
+void LineReader::Close()
+{
+    file_.Close();
+    failed_ = true;
+}
+
+bool LineReader::IsOpen() const
+{
+    return file_.IsOpen();
+}
+
+bool LineReader::Failed() const
+{
+    return failed_;
+}
+
+bool LineReader::Next(std::string_view& line)
+{
+    std::size_t length = 0;
+    bool hasFeed = false;
+    if (failed_ || !FindLine(length, hasFeed)) {
+        failed_ = true;
+        return false;
+    }
+    const char* const begin = buffer_.get() + begin_;
+    begin_ += length + (hasFeed ? 1 : 0);
+    if (mode_ == Mode::Text && hasFeed && length > 0 && begin[length - 1] == '\r') {
+        --length;
+    }
+    tooLong_ = length > kMaxLineLength;
+    if (tooLong_) {
+        failed_ = true;
+        length = kMaxLineLength;
+    }
+    line = Text(begin, length);
+    return true;
+}
+
+bool LineReader::NextWhole(std::string_view& line)
+{
+    return Next(line) && !tooLong_;
+}
+
+bool LineReader::NextBeginningWith(char first, std::string_view& line)
+{
+    while (!failed_) {
+        // Quick walk over the lines that end inside the buffer.
+        const char* p = buffer_.get() + begin_;
+        const char* const end = buffer_.get() + end_;
+        while (p < end && *p != first) {
+            const void* const feed = std::memchr(p, '\n', static_cast<std::size_t>(end - p));
+            if (feed == nullptr
+                || static_cast<const char*>(feed) - p > static_cast<std::ptrdiff_t>(kMaxLineLength)) {
+                break;
+            }
+            p = static_cast<const char*>(feed) + 1;
+        }
+        begin_ = static_cast<std::size_t>(p - buffer_.get());
+        // One line the careful way: it begins with first, or meets the edge
+        // of the buffer, or is too long.
+        if (NextWhole(line) && FirstOf(line) == first) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::uint64_t LineReader::Offset() const
+{
+    return bufferOffset_ + begin_;
+}
+
+void LineReader::Seek(std::uint64_t offset)
+{
+    failed_ = !file_.IsOpen();
+    tooLong_ = false;
+    if (offset >= bufferOffset_ && offset - bufferOffset_ <= end_) {
+        begin_ = static_cast<std::size_t>(offset - bufferOffset_);
+        return;
+    }
+    bufferOffset_ = offset;
+    begin_ = end_ = 0;
+    readSize_ = kFirstReadSize;
+    hasNul_ = false;
+}
+
+/// Moves the unread bytes to the front and reads on behind them; false when
+/// the file gave none.
+bool LineReader::Refill()
+{
+    const std::size_t unread = end_ - begin_;
+    std::memmove(buffer_.get(), buffer_.get() + begin_, unread);
+    bufferOffset_ += begin_;
+    begin_ = 0;
+    end_ = unread;
+    const std::size_t wanted = std::min(readSize_, kBufferSize - end_);
+    const std::size_t got = file_.ReadAt(bufferOffset_ + end_, buffer_.get() + end_, wanted);
+    readSize_ = std::min(2 * readSize_, kBufferSize);
+    hasNul_ = (hasNul_ && unread > 0) || std::memchr(buffer_.get() + end_, '\0', got) != nullptr;
+    end_ += got;
+    return got > 0;
+}
+
+/// The length of the line at begin_, without its line feed. Stops looking at
+/// kDecisiveLength, with hasFeed false. False at the end of the file.
+bool LineReader::FindLine(std::size_t& length, bool& hasFeed)
+{
+    std::size_t scanned = 0;
+    for (;;) {
+        const std::size_t unread = std::min(end_ - begin_, kDecisiveLength);
+        const char* const begin = buffer_.get() + begin_;
+        const void* const feed = std::memchr(begin + scanned, '\n', unread - scanned);
+        if (feed != nullptr) {
+            length = static_cast<std::size_t>(static_cast<const char*>(feed) - begin);
+            hasFeed = true;
+            return true;
+        }
+        scanned = unread;
+        if (scanned == kDecisiveLength || !Refill()) {
+            length = scanned;
+            hasFeed = false;
+            return scanned > 0;
+        }
+    }
+}
+
+std::string_view LineReader::Text(const char* begin, std::size_t length) const
+{
+    if (hasNul_) {
+        const void* const nul = std::memchr(begin, '\0', length);
+        if (nul != nullptr) {
+            length = static_cast<std::size_t>(static_cast<const char*>(nul) - begin);
+        }
+    }
+    return {begin, length};
+}
+
+} // namespace Vorlan

@@ -1,0 +1,170 @@
+#include "util/Numbers.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <iterator>
+#include <limits>
+
+#include "platform/CLocale.h"
+
+namespace Vorlan::numbers {
+
+namespace {
+
+bool IsDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+/// What the C library passes over in front of a number.
+bool IsSpace(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+/// Where a plain decimal may end without a doubt about what belongs to it.
+bool EndsNumber(const char* p, const char* end)
+{
+    return p == end || *p == ' ' || *p == '\t' || *p == '\r';
+}
+
+constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                   1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                   1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr std::uint64_t kExactLimit = std::uint64_t{1} << 53;
+
+/// Reads digits[.digits][e[sign]digits] that ends for certain. Gives the place
+/// behind it, or null for everything else.
+///
+/// Up to 19 digits make an exact integer. One below 2^53 divided by an exact
+/// power of ten is rounded once, as the C library rounds; the others go to
+/// from_chars, which rounds correctly, too.
+const char* QuickDecimal(const char* const begin, const char* const end, double& value)
+{
+    std::uint64_t mantissa = 0;
+    const char* p = begin;
+    while (p < end && IsDigit(*p)) {
+        mantissa = 10 * mantissa + static_cast<unsigned>(*p++ - '0');
+    }
+    std::ptrdiff_t digits = p - begin;
+    if (digits == 0) {
+        return nullptr;
+    }
+    std::ptrdiff_t fraction = 0;
+    if (p < end && *p == '.') {
+        const char* const point = p++;
+        while (p < end && IsDigit(*p)) {
+            mantissa = 10 * mantissa + static_cast<unsigned>(*p++ - '0');
+        }
+        fraction = p - point - 1;
+        digits += fraction;
+    }
+    if (EndsNumber(p, end) && digits <= 19 && mantissa < kExactLimit) {
+        value = static_cast<double>(mantissa) / kPowersOfTen[fraction];
+        return p;
+    }
+    double exact = 0.0;
+    const auto [stop, error] = std::from_chars(begin, end, exact);
+    if (error != std::errc() || !EndsNumber(stop, end)) {
+        return nullptr;
+    }
+    value = exact;
+    return stop;
+}
+
+const char* SkipSpace(const char* p, const char* end)
+{
+    while (p < end && IsSpace(*p)) {
+        ++p;
+    }
+    return p;
+}
+
+const char* SkipBlanksAndTabs(const char* p, const char* end)
+{
+    while (p < end && (*p == ' ' || *p == '\t')) {
+        ++p;
+    }
+    return p;
+}
+
+template <typename... Format>
+void AppendChars(std::string& text, double value, Format... format)
+{
+    char digits[512]; // the longest text of a double with 6 decimals has 317
+    const auto end = std::to_chars(digits, std::end(digits), value, format...).ptr;
+    text.append(digits, end);
+}
+
+} // namespace
+
+bool ScanDouble(std::string_view text, double& value)
+{
+    const char* const end = text.data() + text.size();
+    if (QuickDecimal(text.data(), end, value) != nullptr) {
+        return true;
+    }
+    return platform::ScanDoubleInCLocale(std::string(text).c_str(), value) == 1;
+}
+
+bool ScanInt(std::string_view text, std::int32_t& value)
+{
+    constexpr std::int64_t kTop = std::numeric_limits<std::int32_t>::max();
+    const char* const end = text.data() + text.size();
+    const char* p = SkipSpace(text.data(), end);
+    const bool negative = p < end && *p == '-';
+    if (p < end && (*p == '-' || *p == '+')) {
+        ++p;
+    }
+    if (p == end || !IsDigit(*p)) {
+        return false;
+    }
+    std::int64_t magnitude = 0;
+    for (; p < end && IsDigit(*p); ++p) {
+        magnitude = std::min(10 * magnitude + (*p - '0'), kTop + 1);
+    }
+    value = static_cast<std::int32_t>(negative ? -magnitude : std::min(magnitude, kTop));
+    return true;
+}
+
+std::int32_t ToInt(std::string_view text)
+{
+    std::int32_t value = 0;
+    ScanInt(text, value);
+    return value;
+}
+
+void ScanTwoDoubles(std::string_view text, double& first, double& second)
+{
+    const char* const end = text.data() + text.size();
+    double quickFirst = 0.0;
+    double quickSecond = 0.0;
+    const char* const gap = QuickDecimal(text.data(), end, quickFirst);
+    if (gap != nullptr) {
+        const char* const next = SkipBlanksAndTabs(gap, end);
+        if (next > gap && QuickDecimal(next, end, quickSecond) != nullptr) {
+            first = quickFirst;
+            second = quickSecond;
+            return;
+        }
+    }
+    platform::ScanTwoDoublesInCLocale(std::string(text).c_str(), first, second);
+}
+
+void AppendFixed6(std::string& text, double value)
+{
+    AppendChars(text, value, std::chars_format::fixed, 6);
+}
+
+void AppendScientific5(std::string& text, double value)
+{
+    AppendChars(text, value, std::chars_format::scientific, 5);
+}
+
+void AppendGeneral(std::string& text, double value)
+{
+    AppendChars(text, value, std::chars_format::general, 6);
+}
+
+} // namespace Vorlan::numbers

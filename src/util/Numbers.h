@@ -1,0 +1,43 @@
+// The one place that reads and writes numbers.
+//
+// Reading follows the C library's rules in the "C" locale, whatever locale the
+// host has set. Plain decimals ("405.25", "1e5") take a quick path with the
+// same result; anything else goes to the C library itself.
+// Held by tests/util/Numbers_test.cpp, which compares both on random texts.
+#ifndef VORLAN_UTIL_NUMBERS_H
+#define VORLAN_UTIL_NUMBERS_H
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace Vorlan::numbers {
+
+/// As sscanf(text, "%lf", &value) == 1; value is unchanged on false.
+bool ScanDouble(std::string_view text, double& value);
+
+/// As sscanf(text, "%d", &value) == 1, but a number beyond 32 bits becomes the
+/// nearest one of them; value is unchanged on false.
+bool ScanInt(std::string_view text, std::int32_t& value);
+
+/// As atoi(text), with the same care for numbers beyond 32 bits.
+std::int32_t ToInt(std::string_view text);
+
+/// As sscanf(text, "%lf%*[ \t]%lf", &first, &second): a number that cannot be
+/// read leaves its variable unchanged, and the second one is not read without
+/// the first.
+void ScanTwoDoubles(std::string_view text, double& first, double& second);
+
+/// Appends value as printf("%.6f") writes it in the "C" locale.
+void AppendFixed6(std::string& text, double value);
+
+/// Appends value as printf("%.5e") writes it in the "C" locale.
+void AppendScientific5(std::string& text, double value);
+
+/// Appends value as printf("%g") writes it in the "C" locale, the default form
+/// of a stream.
+void AppendGeneral(std::string& text, double value);
+
+} // namespace Vorlan::numbers
+
+#endif // VORLAN_UTIL_NUMBERS_H
