@@ -1,0 +1,145 @@
+#include "SpectraIO.h"
+
+#include "platform/Paths.h"
+#include "spectra/SpectrumIndex.h"
+#include "util/Console.h"
+#include "util/LineReader.h"
+
+namespace Vorlan {
+
+namespace {
+
+bool ReportNotOpened(const std::string& path)
+{
+    console::Print(console::Stream::Out,
+                   "\nMulSpecIO error: failed to open spectra file " + path + "\n");
+    return false;
+}
+
+} // namespace
+
+MulSpecIO::MulSpecIO() : pIndex_(std::make_unique<SpectrumIndex>()) {}
+
+MulSpecIO::~MulSpecIO() = default;
+
+// ---- Loading -------------------------------------------------------------
+
+void MulSpecIO::InitLoad(const std::string& path)
+{
+    bOpenInputFile(path);
+    SetMap();
+    ResetIter();
+}
+
+bool MulSpecIO::bLoadNextSpectrum(std::vector<Spectrum>& vSpectra)
+{
+    if (tIter_ >= pIndex_->Size()) {
+        return false;
+    }
+    LoadEntry_(tIter_++, vSpectra);
+    return true;
+}
+
+std::uint64_t MulSpecIO::tLoadAllSpectra(std::vector<Spectrum>& vSpectra)
+{
+    const std::size_t first = tIter_;
+    while (bLoadNextSpectrum(vSpectra)) {
+    }
+    return tIter_ - first;
+}
+
+void MulSpecIO::EndLoad()
+{
+    CloseInputFile();
+}
+
+bool MulSpecIO::bLoadOneSpectrum(const std::string& name, std::vector<Spectrum>& vSpectra)
+{
+    const std::size_t entry = pIndex_->Find(name);
+    if (entry == SpectrumIndex::kNone) {
+        console::Print(console::Stream::Out, "\nUnable to load spectrum " + name + "\n");
+        return false;
+    }
+    LoadEntry_(entry, vSpectra);
+    return true;
+}
+
+void MulSpecIO::ResetIter()
+{
+    tIter_ = 0;
+}
+
+std::uint64_t MulSpecIO::tGetInputSpecNumber()
+{
+    return pIndex_->Size();
+}
+
+bool MulSpecIO::bHasName_(const std::string& name) const
+{
+    return pIndex_->Find(name) != SpectrumIndex::kNone;
+}
+
+void MulSpecIO::LoadEntry_(std::size_t entry, std::vector<Spectrum>& vSpectra)
+{
+    pInput_->Seek(pIndex_->Position(entry));
+    cSpectrum_.strTitle = std::string(pIndex_->Name(entry));
+    bGetOneSpec();
+    vSpectra.push_back(cSpectrum_);
+}
+
+bool MulSpecIO::bOpenInputFile(const std::string& path)
+{
+    CloseInputFile();
+    return pInput_->Open(path, LineReader::Mode::Binary) || ReportNotOpened(path);
+}
+
+void MulSpecIO::CloseInputFile()
+{
+    SpectraIO::CloseInputFile();
+}
+
+// ---- Saving --------------------------------------------------------------
+
+void MulSpecIO::InitSave(const std::string& path)
+{
+    bOpenOutputFile(path);
+}
+
+void MulSpecIO::EndSave()
+{
+    CloseOutputFile();
+}
+
+bool MulSpecIO::bSaveOneSpec(Spectrum& spectrum)
+{
+    return bPutOneSpec(spectrum);
+}
+
+std::uint64_t MulSpecIO::tSaveSpectra(std::vector<Spectrum>& vSpectra, std::uint64_t first,
+                                      std::uint64_t last)
+{
+    std::uint64_t written = 0;
+    for (std::uint64_t i = first; i <= last && i < vSpectra.size(); ++i, ++written) {
+        if (!bPutOneSpec(vSpectra[i])) {
+            break;
+        }
+    }
+    return written;
+}
+
+bool MulSpecIO::bOpenOutputFile(const std::string& path)
+{
+    CloseOutputFile();
+    ofsOutput_.open(platform::Resolve(path), std::ios::out | std::ios::trunc);
+    return ofsOutput_.is_open() || ReportNotOpened(path);
+}
+
+void MulSpecIO::CloseOutputFile()
+{
+    if (ofsOutput_.is_open()) {
+        ofsOutput_.close();
+    }
+    ofsOutput_.clear();
+}
+
+} // namespace Vorlan
