@@ -1,0 +1,95 @@
+#include "PeptideIdentificationIO.h"
+
+#include <string_view>
+
+#include "pepident/NativeTableRow.h"
+#include "pepident/PeptideIdentificationErrors.h"
+#include "pepident/ReaderSteps.h"
+#include "util/LineReader.h"
+#include "util/Progress.h"
+
+namespace Vorlan {
+
+namespace {
+
+constexpr char kLoad[] = "TulkTXTPepIdentIO::Load";
+constexpr char kSave[] = "TulkTXTPepIdentIO::Save";
+
+} // namespace
+
+TulkTXTPepIdentIO::TulkTXTPepIdentIO() : PeptideIdentificationIO(PepIdentType::CalvexTxt) {}
+
+TulkTXTPepIdentIO::~TulkTXTPepIdentIO() = default;
+
+void TulkTXTPepIdentIO::InitLoad(const PepIdentSource& source)
+{
+    strFilePath_ = ResultPathOf(source);
+    GetResultNumberOfFile();
+    pInput_->Open(strFilePath_, LineReader::Mode::Text);
+}
+
+void TulkTXTPepIdentIO::Load(std::vector<PeptideIdentification>& vMatches)
+{
+    if (pInput_->Failed()) {
+        errors::NotReadable(kLoad, strFilePath_);
+    }
+    std::string_view line;
+    pInput_->Next(line);
+    native::RowReader reader(line);
+    Progress progress(console::Stream::Out, tResultCount_);
+    // Deliberate: B-12. An empty line ends the table.
+    while (pInput_->Next(line) && !line.empty()) {
+        progress.Begin();
+        vMatches.push_back(reader.Read(line));
+        vMatches.back().SortMod();
+        progress.End();
+    }
+    progress.Finish();
+}
+
+void TulkTXTPepIdentIO::EndLoad()
+{
+    CloseOutput(ofsOutput_); // Deliberate: B-11. Not the input.
+}
+
+void TulkTXTPepIdentIO::InitSave(const std::string& path)
+{
+    strFilePath_ = path;
+    OpenOutput(ofsOutput_, path);
+}
+
+void TulkTXTPepIdentIO::Save(const std::vector<PeptideIdentification>& vMatches)
+{
+    if (!ofsOutput_.is_open() || !ofsOutput_) {
+        errors::NotWritable(kSave, strFilePath_);
+    }
+    ofsOutput_ << native::kHeaderLine;
+    Progress progress(console::Stream::Out, vMatches.size());
+    std::string line;
+    for (const PeptideIdentification& match : vMatches) {
+        progress.Begin();
+        line.clear();
+        native::AppendRow(line, match);
+        ofsOutput_ << line;
+        if (!match.vEvidences.empty()) {
+            ofsOutput_.flush();
+        }
+        progress.End();
+    }
+    progress.Finish();
+    if (!ofsOutput_.flush()) {
+        errors::NotWritable(kSave, strFilePath_);
+    }
+}
+
+void TulkTXTPepIdentIO::EndSave()
+{
+    CloseOutput(ofsOutput_);
+}
+
+void TulkTXTPepIdentIO::GetResultNumberOfFile()
+{
+    tResultCount_ = CountResultRows(strFilePath_, kLoad);
+}
+
+} // namespace Vorlan
