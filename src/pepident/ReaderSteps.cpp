@@ -30,7 +30,7 @@ std::uint64_t CountResultRows(const std::string& path, const char* label)
             std::count(block.data(), block.data() + got, '\n'));
         offset += got;
     }
-    return feeds - 1;
+    return feeds - 1; // Deliberate: B-21. Without any line feed this wraps around.
 }
 
 void OpenOutput(std::ofstream& output, const std::string& path)

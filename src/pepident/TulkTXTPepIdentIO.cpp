@@ -89,7 +89,7 @@ void TulkTXTPepIdentIO::EndSave()
 
 void TulkTXTPepIdentIO::GetResultNumberOfFile()
 {
-    tResultCount_ = CountResultRows(strFilePath_, kLoad);
+    tResultCount_ = CountResultRows(strFilePath_, kLoad); // Deliberate: B-20. Load's label.
 }
 
 } // namespace Vorlan

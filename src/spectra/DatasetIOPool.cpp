@@ -62,6 +62,7 @@ void DatasetIOPool::InitSpecIO()
         PrintOut(std::string(progress.size(), '\b'));
     }
     PrintOut("...Done.\n");
+    // Deliberate: B-19. The blanks come behind the line end.
     constexpr std::size_t kDoneLength = 8;
     if (progress.size() > kDoneLength) {
         PrintOut(std::string(progress.size() - kDoneLength, ' '));

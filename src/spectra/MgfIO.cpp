@@ -28,9 +28,10 @@ void MgfIO::SetMap()
     pIndex_->Clear();
     TitleNames names;
     std::string_view line;
+    // Deliberate: B-23. The first letter decides what a line is.
     while (pInput_->NextBeginningWith('B', line)) {
         const std::uint64_t position = pInput_->Offset();
-        // The title may stand in a later record: this record is known by it.
+        // Deliberate: B-18. The title may stand in a later record.
         if (!pInput_->NextBeginningWith('T', line)) {
             break;
         }

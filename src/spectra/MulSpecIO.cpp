@@ -36,7 +36,7 @@ bool MulSpecIO::bLoadNextSpectrum(std::vector<Spectrum>& vSpectra)
     if (tIter_ >= pIndex_->Size()) {
         return false;
     }
-    LoadEntry_(tIter_++, vSpectra);
+    LoadEntry_(tIter_++, vSpectra); // Deliberate: B-22. Once under each of its names.
     return true;
 }
 
