@@ -98,19 +98,19 @@ private:
 class VORLAN_API PepIdentType {
 public:
     enum EPepIdentType : int {
-        Unknown = 0,           ///< "unknown"
-        Pfind28Txt = 1,        ///< "pFind 2.8 (.txt)"
-        PBuildCsv = 2,         ///< "pBuild_CSV"
-        MsFraggerPepXml = 3,   ///< "MSFragger (.pepXML)"
-        SequestTxt = 4,        ///< "Sequest (.txt)"
-        MascotDat = 5,         ///< "Mascot_dat"
-        MascotPepXml = 6,      ///< "Mascot_PepXML"
-        MaxQuant = 7,          ///< "MaxQuant"
-        XTandem = 8,           ///< "X!Tandem"
-        CalvexTxt = 9,         ///< "Calvex (.txt)", the library's own table
-        Pfind3Spectra = 10,    ///< "pFind 3 (.spectra)"
-        MsgfTsv = 11,          ///< "MSGF (.tsv)"
-        CometPepXml = 12       ///< "Comet (.pep.xml)"
+        Unknown = 0,         ///< "unknown"
+        Pfind28Txt = 1,      ///< "pFind 2.8 (.txt)"
+        PBuildCsv = 2,       ///< "pBuild_CSV"
+        MsFraggerPepXml = 3, ///< "MSFragger (.pepXML)"
+        SequestTxt = 4,      ///< "Sequest (.txt)"
+        MascotDat = 5,       ///< "Mascot_dat"
+        MascotPepXml = 6,    ///< "Mascot_PepXML"
+        MaxQuant = 7,        ///< "MaxQuant"
+        XTandem = 8,         ///< "X!Tandem"
+        CalvexTxt = 9,       ///< "Calvex (.txt)", the library's own table
+        Pfind3Spectra = 10,  ///< "pFind 3 (.spectra)"
+        MsgfTsv = 11,        ///< "MSGF (.tsv)"
+        CometPepXml = 12     ///< "Comet (.pep.xml)"
     };
     static OpenMS::String typeToName(EPepIdentType value);
     static EPepIdentType nameToType(const OpenMS::String& name);
@@ -149,8 +149,8 @@ private:
 class VORLAN_API TdFdrType {
 public:
     enum ETdFdrType : int {
-        Unknown = 0,           ///< "unknown"
-        DecoyByTarget = 1,     ///< "decoy/target"
+        Unknown = 0,             ///< "unknown"
+        DecoyByTarget = 1,       ///< "decoy/target"
         DecoyPlusOneByTarget = 2 ///< "(decoy+1)/target"
     };
     static OpenMS::String typeToName(ETdFdrType value);
@@ -205,33 +205,33 @@ public:
 class VORLAN_API PeptideEvidence {
 public:
     std::string strProteinAccession;
-    std::int32_t nStart = -1; ///< start of the peptide in the protein as the engine counts; -1 unknown
+    std::int32_t nStart = -1; ///< start in the protein as the engine counts; -1 unknown
     char cBefore = 'X';       ///< residue before the peptide
     char cAfter = 'X';        ///< residue after the peptide
 
     PeptideEvidence() = default;
     /// The end position is accepted and dropped (B-03).
-    PeptideEvidence(const std::string& accession, std::int32_t start, std::int32_t end,
-                    char before, char after);
+    PeptideEvidence(const std::string& accession, std::int32_t start, std::int32_t end, char before,
+                    char after);
 };
 
 /// One peptide-spectrum match (PSM).
 class VORLAN_API PeptideIdentification {
 public:
-    std::string strDatasetName;  ///< dataset (spectrum file) name
-    std::string strSpectrumName; ///< spectrum name under which a dataset indexes it
-    std::string strSequence;     ///< bare peptide sequence
-    double dValue1 = 0.0;        ///< reader-filled: precursor m/z, Th
-    std::uint64_t nCharge = 0;   ///< precursor charge
-    double dValue2 = 0.0;        ///< reader-filled: retention time, s
-    double dValue3 = 0.0;        ///< reader-filled: precursor mass error, unit in nValue4
-    double dMassShift = 0.0;     ///< observed minus calculated mass, Da
-    std::uint64_t nValue4 = 0;   ///< reader-filled: TolType of dValue3, 0 not reported
-    double dMainScore = 0.0;     ///< the engine's main score
+    std::string strDatasetName;    ///< dataset (spectrum file) name
+    std::string strSpectrumName;   ///< spectrum name under which a dataset indexes it
+    std::string strSequence;       ///< bare peptide sequence
+    double dValue1 = 0.0;          ///< reader-filled: precursor m/z, Th
+    std::uint64_t nCharge = 0;     ///< precursor charge
+    double dValue2 = 0.0;          ///< reader-filled: retention time, s
+    double dValue3 = 0.0;          ///< reader-filled: precursor mass error, unit in nValue4
+    double dMassShift = 0.0;       ///< observed minus calculated mass, Da
+    std::uint64_t nValue4 = 0;     ///< reader-filled: TolType of dValue3, 0 not reported
+    double dMainScore = 0.0;       ///< the engine's main score
     bool bHighScoreBetter = false; ///< a higher main score is better
-    double dObsMH = 0.0;         ///< observed singly protonated precursor mass, Da
-    std::int32_t nValue5 = 0;    ///< reader-filled: scan number
-    bool bDecoy = false;         ///< already known to be a decoy
+    double dObsMH = 0.0;           ///< observed singly protonated precursor mass, Da
+    std::int32_t nValue5 = 0;      ///< reader-filled: scan number
+    bool bDecoy = false;           ///< already known to be a decoy
     std::vector<PeptideEvidence> vEvidences; ///< proteins of the peptide
     std::vector<IdentModification> vMods;    ///< modifications of the peptide
     std::vector<IdentModification> vAltMods; ///< second list, carried along like vMods
@@ -263,11 +263,11 @@ public:
 /// Where a set of identification results comes from.
 class VORLAN_API PepIdentSource {
 public:
-    OpenMS::String strFirst;                  ///< folder of the result file
-    OpenMS::String strThird;                  ///< folder of a second file, for readers that need one
+    OpenMS::String strFirst; ///< folder of the result file
+    OpenMS::String strThird; ///< folder of a second file, for readers that need one
     std::vector<OpenMS::String> vFirstList;
-    OpenMS::String strSecond;                 ///< name of the result file
-    OpenMS::String strFourth;                 ///< name of the second file
+    OpenMS::String strSecond; ///< name of the result file
+    OpenMS::String strFourth; ///< name of the second file
     std::vector<OpenMS::String> vSecondList;
     PepIdentType::EPepIdentType eType = PepIdentType::Unknown;
 
@@ -279,8 +279,7 @@ public:
                    PepIdentType::EPepIdentType type);
     PepIdentSource(const OpenMS::String& first, const OpenMS::String& second,
                    const std::vector<OpenMS::String>& firstList,
-                   const std::vector<OpenMS::String>& secondList,
-                   PepIdentType::EPepIdentType type);
+                   const std::vector<OpenMS::String>& secondList, PepIdentType::EPepIdentType type);
 };
 
 /// One dataset of spectra.
@@ -304,19 +303,21 @@ public:
     /// alphabet, A = 1 to Z = 26.
     enum EModSite : int {
         MOD_N_TERM = 0,
+        // clang-format off
         MOD_A, MOD_B, MOD_C, MOD_D, MOD_E, MOD_F, MOD_G, MOD_H, MOD_I, MOD_J,
         MOD_K, MOD_L, MOD_M, MOD_N, MOD_O, MOD_P, MOD_Q, MOD_R, MOD_S, MOD_T,
         MOD_U, MOD_V, MOD_W, MOD_X, MOD_Y, MOD_Z,
+        // clang-format on
         MOD_C_TERM = 27,
         NUMBER_OF_MOD_SITE = 28 ///< no site; the default
     };
 
     enum ETermSpecificity : int {
-        ANYWHERE = 0,                 ///< "Anywhere"
-        C_TERM = 1,                   ///< "C-term"
-        N_TERM = 2,                   ///< "N-term"
-        PROTEIN_C_TERM = 3,           ///< "Protein C-term"
-        PROTEIN_N_TERM = 4,           ///< "Protein N-term"
+        ANYWHERE = 0,                  ///< "Anywhere"
+        C_TERM = 1,                    ///< "C-term"
+        N_TERM = 2,                    ///< "N-term"
+        PROTEIN_C_TERM = 3,            ///< "Protein C-term"
+        PROTEIN_N_TERM = 4,            ///< "Protein N-term"
         NUMBER_OF_TERM_SPECIFICITY = 5 ///< count, not a value; the default
     };
 
@@ -440,15 +441,15 @@ public:
         EPeakHitStatus eHitStatus = static_cast<EPeakHitStatus>(0);
     };
 
-    double dMz = 0.0;        ///< m/z, Th
-    double dIntensity = 0.0; ///< in the unit of the source
+    double dMz = 0.0;                ///< m/z, Th
+    double dIntensity = 0.0;         ///< in the unit of the source
     std::vector<MatchRes> vMatchRes; ///< in the order added
 
     Peak() = default;
     /// Keeps m/z, intensity and a copy of matchRes; the four arguments in
     /// between are ignored (B-07). One match goes into the list.
-    Peak(double mz, double intensity, EIonType ionType, std::uint64_t ionIndex,
-         std::int32_t charge, EPeakHitStatus hitStatus, const std::vector<MatchRes>& matchRes);
+    Peak(double mz, double intensity, EIonType ionType, std::uint64_t ionIndex, std::int32_t charge,
+         EPeakHitStatus hitStatus, const std::vector<MatchRes>& matchRes);
 
     double getMz() const;
     void setMz(double mz);
@@ -495,13 +496,13 @@ private:
 ///     spectrum.ReleaseHashTable();
 class VORLAN_API Spectrum {
 public:
-    std::int32_t nSpecFlag = 1;     ///< carried for readers; none sets it
-    OpenMS::String strSource;       ///< carried for readers that know their source
-    OpenMS::String strTitle;        ///< the name under which it was loaded
-    double dPrecursorMz = 0.0;      ///< precursor m/z, Th
-    std::uint64_t nCharge = 0;      ///< precursor charge, 0 unknown
-    std::int32_t nScan = 0;         ///< scan number
-    double dRetentionTime = 0.0;    ///< retention time, s
+    std::int32_t nSpecFlag = 1;  ///< carried for readers; none sets it
+    OpenMS::String strSource;    ///< carried for readers that know their source
+    OpenMS::String strTitle;     ///< the name under which it was loaded
+    double dPrecursorMz = 0.0;   ///< precursor m/z, Th
+    std::uint64_t nCharge = 0;   ///< precursor charge, 0 unknown
+    std::int32_t nScan = 0;      ///< scan number
+    double dRetentionTime = 0.0; ///< retention time, s
     std::vector<Peak> vPeaks;
     std::vector<std::int32_t> vHashTable; ///< see CreateHashTable; empty until then
 

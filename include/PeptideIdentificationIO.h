@@ -77,9 +77,9 @@ protected:
     OpenMS::String strFilePath_;                ///< as composed, backslashes included
     std::vector<OpenMS::String> vAuxFilePaths_; ///< for readers of more than one file
     PepIdentType::EPepIdentType eType_;
-    std::unique_ptr<LineReader> pInput_;        ///< bounded lines of the input; never null
+    std::unique_ptr<LineReader> pInput_; ///< bounded lines of the input; never null
     std::ofstream ofsOutput_;
-    std::uint64_t tResultCount_ = 0;            ///< rows counted, for progress only
+    std::uint64_t tResultCount_ = 0; ///< rows counted, for progress only
 };
 
 // ===== 2. TulkTXTPepIdentIO ================================================

@@ -23,18 +23,16 @@ inline constexpr char kDataStructures[] = "DataStructures";
 /// firstCharacter is the code of the offending character, 0 for none.
 [[noreturn]] inline void NoSuchModificationSite(unsigned char firstCharacter)
 {
-    throw OpenMS::Exception::InvalidValue(kDataStructures, __LINE__,
-                                          "LocalizeResult::transStringToEModSite",
-                                          "There is no such modification site",
-                                          std::to_string(firstCharacter));
+    throw OpenMS::Exception::InvalidValue(
+        kDataStructures, __LINE__, "LocalizeResult::transStringToEModSite",
+        "There is no such modification site", std::to_string(firstCharacter));
 }
 
 [[noreturn]] inline void NotATermSpecificity()
 {
-    throw OpenMS::Exception::InvalidValue(kDataStructures, __LINE__,
-                                          "LocalizeResult::transETermSpecificityToString",
-                                          "NUMBER_OF_TERM_SPECIFICITY is Invalid value",
-                                          "NUMBER_OF_TERM_SPECIFICITY");
+    throw OpenMS::Exception::InvalidValue(
+        kDataStructures, __LINE__, "LocalizeResult::transETermSpecificityToString",
+        "NUMBER_OF_TERM_SPECIFICITY is Invalid value", "NUMBER_OF_TERM_SPECIFICITY");
 }
 
 [[noreturn]] inline void UnknownTermSpecificity(const OpenMS::String& text)

@@ -6,12 +6,27 @@
 
 namespace Vorlan {
 
-inline const OpenMS::String& FolderOf(const PepIdentSource& source) { return source.strFirst; }
-inline const OpenMS::String& FileNameOf(const PepIdentSource& source) { return source.strSecond; }
+inline const OpenMS::String& FolderOf(const PepIdentSource& source)
+{
+    return source.strFirst;
+}
+inline const OpenMS::String& FileNameOf(const PepIdentSource& source)
+{
+    return source.strSecond;
+}
 
-inline std::string& FolderOf(DatasetSource& source) { return source.strFirst; }
-inline const std::string& FolderOf(const DatasetSource& source) { return source.strFirst; }
-inline const std::string& DatasetNameOf(const DatasetSource& source) { return source.strSecond; }
+inline std::string& FolderOf(DatasetSource& source)
+{
+    return source.strFirst;
+}
+inline const std::string& FolderOf(const DatasetSource& source)
+{
+    return source.strFirst;
+}
+inline const std::string& DatasetNameOf(const DatasetSource& source)
+{
+    return source.strSecond;
+}
 
 } // namespace Vorlan
 

@@ -8,9 +8,8 @@ namespace Vorlan {
 
 // ---- IdentModification ---------------------------------------------------
 
-IdentModification::IdentModification(const std::string& name, double mass,
-                                     const std::string& site, const std::string& position,
-                                     std::int32_t pos)
+IdentModification::IdentModification(const std::string& name, double mass, const std::string& site,
+                                     const std::string& position, std::int32_t pos)
     : strName(name), dMass(mass), strSite(site), strPosition(position), nPos(pos)
 {
 }

@@ -15,9 +15,8 @@ char ToUpperAscii(char c)
 
 bool EqualNoCase(const std::string& a, const std::string& b)
 {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-        return ToUpperAscii(x) == ToUpperAscii(y);
-    });
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return ToUpperAscii(x) == ToUpperAscii(y); });
 }
 
 template <typename Value>
@@ -42,11 +41,7 @@ Value ValueOf(const std::map<Value, OpenMS::String>& names, const OpenMS::String
 
 std::map<DatasetType::EDatasetType, OpenMS::String> DatasetType::initializeMap_()
 {
-    return {{Unknown, "unknown"},
-            {Dta, "dta"},
-            {Mgf, "mgf"},
-            {MzXml, "mzXML"},
-            {MzMl, "mzML"}};
+    return {{Unknown, "unknown"}, {Dta, "dta"}, {Mgf, "mgf"}, {MzXml, "mzXML"}, {MzMl, "mzML"}};
 }
 
 const std::map<DatasetType::EDatasetType, OpenMS::String> DatasetType::mapNames_ =
@@ -89,9 +84,7 @@ FdrEstimateType::EFdrEstimateType FdrEstimateType::nameToType(const OpenMS::Stri
 
 std::map<FragMethodType::EFragType, OpenMS::String> FragMethodType::initializeMap_()
 {
-    return {{Unknown, "unknown"},
-            {CidHcd, "CID/HCD"},
-            {Etd, "ETD"}};
+    return {{Unknown, "unknown"}, {CidHcd, "CID/HCD"}, {Etd, "ETD"}};
 }
 
 const std::map<FragMethodType::EFragType, OpenMS::String> FragMethodType::mapNames_ =
@@ -196,13 +189,10 @@ TdFdrType::ETdFdrType TdFdrType::nameToType(const OpenMS::String& name)
 
 std::map<TolType::ETolType, OpenMS::String> TolType::initializeMap_()
 {
-    return {{Unknown, "unknown"},
-            {Da, "Da"},
-            {Ppm, "ppm"}};
+    return {{Unknown, "unknown"}, {Da, "Da"}, {Ppm, "ppm"}};
 }
 
-const std::map<TolType::ETolType, OpenMS::String> TolType::mapNames_ =
-    TolType::initializeMap_();
+const std::map<TolType::ETolType, OpenMS::String> TolType::mapNames_ = TolType::initializeMap_();
 
 OpenMS::String TolType::typeToName(ETolType value)
 {

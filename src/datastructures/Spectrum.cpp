@@ -57,12 +57,14 @@ bool Spectrum::bIntensityGreater(const Peak& a, const Peak& b)
 
 void Spectrum::sortByMz()
 {
-    SortByKey(vPeaks, [](const Peak& peak) { return peak.dMz; }, bMzLesser);
+    SortByKey(
+        vPeaks, [](const Peak& peak) { return peak.dMz; }, bMzLesser);
 }
 
 void Spectrum::sortByIntensity()
 {
-    SortByKey(vPeaks, [](const Peak& peak) { return peak.dIntensity; }, bIntensityGreater);
+    SortByKey(
+        vPeaks, [](const Peak& peak) { return peak.dIntensity; }, bIntensityGreater);
 }
 
 void Spectrum::CreateHashTable()

@@ -12,11 +12,20 @@ const std::string_view kHeaderLine =
     "High Score Better\tIdentified Mod Name\tIdentified Mod Position\tProtein Access\t"
     "Before AA\tAfter AA\tProtein Start Position\n";
 
-const char* const RowReader::kColumnNames[NumberOfColumns] = {
-    "Dataset Name", "Spectrum Name", "Sequence", "Charge", "ObsMH",
-    "Mass Shift", "Main Score", "High Score Better", "Identified Mod Name",
-    "Identified Mod Position", "Protein Access", "Before AA", "After AA",
-    "Protein Start Position"};
+const char* const RowReader::kColumnNames[NumberOfColumns] = {"Dataset Name",
+                                                              "Spectrum Name",
+                                                              "Sequence",
+                                                              "Charge",
+                                                              "ObsMH",
+                                                              "Mass Shift",
+                                                              "Main Score",
+                                                              "High Score Better",
+                                                              "Identified Mod Name",
+                                                              "Identified Mod Position",
+                                                              "Protein Access",
+                                                              "Before AA",
+                                                              "After AA",
+                                                              "Protein Start Position"};
 
 namespace {
 

@@ -26,8 +26,7 @@ std::uint64_t CountResultRows(const std::string& path, const char* label)
     std::uint64_t feeds = 0;
     std::uint64_t offset = 0;
     while (const std::size_t got = file.ReadAt(offset, block.data(), block.size())) {
-        feeds += static_cast<std::uint64_t>(
-            std::count(block.data(), block.data() + got, '\n'));
+        feeds += static_cast<std::uint64_t>(std::count(block.data(), block.data() + got, '\n'));
         offset += got;
     }
     return feeds - 1; // Deliberate: B-21. Without any line feed this wraps around.

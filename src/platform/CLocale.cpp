@@ -21,7 +21,8 @@ private:
     static locale_t CLocale()
     {
         // Made once and kept; the "C" locale exists on every system.
-        static const locale_t locale = ::newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(nullptr));
+        static const locale_t locale =
+            ::newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(nullptr));
         return locale;
     }
 

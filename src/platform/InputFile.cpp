@@ -60,8 +60,8 @@ std::size_t InputFile::ReadAt(std::uint64_t offset, char* buffer, std::size_t si
 {
     std::size_t done = 0;
     while (done < size) {
-        const ssize_t got = ::pread(descriptor_, buffer + done, size - done,
-                                    static_cast<off_t>(offset + done));
+        const ssize_t got =
+            ::pread(descriptor_, buffer + done, size - done, static_cast<off_t>(offset + done));
         if (got > 0) {
             done += static_cast<std::size_t>(got);
         } else if (got == 0 || errno != EINTR) {

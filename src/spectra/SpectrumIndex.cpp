@@ -53,10 +53,11 @@ void SpectrumIndex::Finish()
 
 std::size_t SpectrumIndex::Find(std::string_view name) const
 {
-    const auto entry = std::lower_bound(
-        entries_.begin(), entries_.end(), name, [](const Entry& candidate, std::string_view wanted) {
-            return std::string_view(candidate.name, candidate.length) < wanted;
-        });
+    const auto entry =
+        std::lower_bound(entries_.begin(), entries_.end(), name,
+                         [](const Entry& candidate, std::string_view wanted) {
+                             return std::string_view(candidate.name, candidate.length) < wanted;
+                         });
     const auto place = static_cast<std::size_t>(entry - entries_.begin());
     return entry != entries_.end() && Name(place) == name ? place : kNone;
 }

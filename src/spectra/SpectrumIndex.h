@@ -44,7 +44,7 @@ public:
 
 private:
     struct Entry {
-        std::uint64_t key;  ///< eight characters of the name, for sorting
+        std::uint64_t key; ///< eight characters of the name, for sorting
         const char* name;
         std::uint64_t position : 46; ///< files up to 64 TiB
         std::uint64_t length : 18;   ///< of the name

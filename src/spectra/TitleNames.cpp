@@ -61,7 +61,8 @@ void ComposeDotted(std::string_view word, std::string& dotted)
     }
     // Deliberate: B-24. Piece n - 2 lies between the last two dots, piece n - 3
     // (left out) before it; what stands before that one stays as it is.
-    const std::size_t numberDot = lastDot == 0 ? std::string_view::npos : word.rfind('.', lastDot - 1);
+    const std::size_t numberDot =
+        lastDot == 0 ? std::string_view::npos : word.rfind('.', lastDot - 1);
     const std::size_t numberBegin = numberDot == std::string_view::npos ? 0 : numberDot + 1;
     const std::string_view number = word.substr(numberBegin, lastDot - numberBegin);
 

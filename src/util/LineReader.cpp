@@ -99,7 +99,8 @@ bool LineReader::NextBeginningWith(char first, std::string_view& line)
         while (p < end && *p != first) {
             const void* const feed = std::memchr(p, '\n', static_cast<std::size_t>(end - p));
             if (feed == nullptr
-                || static_cast<const char*>(feed) - p > static_cast<std::ptrdiff_t>(kMaxLineLength)) {
+                || static_cast<const char*>(feed) - p
+                       > static_cast<std::ptrdiff_t>(kMaxLineLength)) {
                 break;
             }
             p = static_cast<const char*>(feed) + 1;

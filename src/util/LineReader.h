@@ -67,13 +67,13 @@ private:
     platform::InputFile file_;
     Mode mode_ = Mode::Text;
     bool failed_ = true;
-    bool tooLong_ = false;          ///< the line given last was cut
+    bool tooLong_ = false;           ///< the line given last was cut
     std::unique_ptr<char[]> buffer_; ///< allocated by Open
-    std::size_t begin_ = 0;         ///< unread bytes are [begin_, end_)
+    std::size_t begin_ = 0;          ///< unread bytes are [begin_, end_)
     std::size_t end_ = 0;
     std::uint64_t bufferOffset_ = 0; ///< file offset of buffer_[0]
-    std::size_t readSize_ = 0;      ///< size of the next read
-    bool hasNul_ = false;           ///< buffer_ may hold a NUL
+    std::size_t readSize_ = 0;       ///< size of the next read
+    bool hasNul_ = false;            ///< buffer_ may hold a NUL
 };
 
 /// The first character of a line, NUL for an empty one.

@@ -2,10 +2,7 @@
 
 namespace Vorlan {
 
-Progress::Progress(console::Stream stream, std::uint64_t total)
-    : stream_(stream), total_(total)
-{
-}
+Progress::Progress(console::Stream stream, std::uint64_t total) : stream_(stream), total_(total) {}
 
 void Progress::Begin()
 {
@@ -14,8 +11,8 @@ void Progress::Begin()
         return;
     }
     const std::uint64_t percent = total_ == 0 ? 0 : 100 * row_ / total_;
-    text_ = std::to_string(row_) + "/" + std::to_string(total_) + " (" + std::to_string(percent)
-            + "%)";
+    text_ =
+        std::to_string(row_) + "/" + std::to_string(total_) + " (" + std::to_string(percent) + "%)";
     console::Print(stream_, text_);
 }
 
@@ -29,8 +26,7 @@ void Progress::End()
 void Progress::Finish()
 {
     if (!text_.empty()) {
-        console::Print(stream_,
-                       std::string(text_.size(), ' ') + std::string(text_.size(), '\b'));
+        console::Print(stream_, std::string(text_.size(), ' ') + std::string(text_.size(), '\b'));
     }
 }
 
