@@ -542,7 +542,8 @@ public:
     /// \param bReuseMatched  false passes over peaks that already have a match.
     ///
     /// Of equally intense peaks the one with the lower m/z is taken; peaks
-    /// with an intensity at or below -1 or NaN never are. Needs CreateHashTable
+    /// with an intensity at or below -1 or NaN never are. A window that begins
+    /// at or below -1 Th finds nothing. Needs CreateHashTable
     /// after the last change of vPeaks: without a table the answer is -1, with
     /// a stale one it is some peak inside the window or -1. Never throws but
     /// std::bad_alloc.

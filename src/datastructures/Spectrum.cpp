@@ -96,7 +96,8 @@ std::int32_t Spectrum::GetHitPeak(Peak& theo, const double& tol, const TolType::
     const double theoMz = theo.dMz;
     const double tolerance = tolType == TolType::Da ? tol : tol * theoMz / 1000000.0;
     const double lowest = theoMz - tolerance;
-    if (!(lowest > -1.0 && lowest < static_cast<double>(vHashTable.size()))) {
+    const bool hasBin = lowest > -1.0 && lowest < static_cast<double>(vHashTable.size());
+    if (vHashTable.empty() || !hasBin) {
         return -1;
     }
     const std::int32_t start = vHashTable[BinOf(lowest)];

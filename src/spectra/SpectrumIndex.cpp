@@ -30,7 +30,7 @@ std::string_view SpectrumIndex::Keep(std::string_view text)
 {
     static_assert(kMaxText <= kBlockSize);
     if (blocks_.empty() || text.size() > blockFree_) {
-        blocks_.push_back(std::make_unique<char[]>(kBlockSize));
+        blocks_.emplace_back(new char[kBlockSize]); // not filled with zeros first
         blockFree_ = kBlockSize;
     }
     char* const place = blocks_.back().get() + (kBlockSize - blockFree_);

@@ -31,7 +31,7 @@ bool LineReader::Open(const std::string& path, Mode mode)
         return false;
     }
     if (!buffer_) {
-        buffer_ = std::make_unique<char[]>(kBufferSize);
+        buffer_.reset(new char[kBufferSize]); // not filled with zeros first
     }
     mode_ = mode;
     begin_ = end_ = 0;

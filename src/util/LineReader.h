@@ -48,15 +48,17 @@ public:
     /// The next line; false when there is none or it is too long.
     bool NextWhole(std::string_view& line);
 
-    /// The next line that begins with first; false when there is none up to
-    /// the end of the file or the first line that is too long. Quicker than a
-    /// loop over NextWhole, with the same outcome. Binary mode only.
+    /// The next line that begins with first, which is not NUL; false when there
+    /// is none up to the end of the file or the first line that is too long.
+    /// Quicker than a loop over NextWhole, with the same outcome. Binary mode
+    /// only.
     bool NextBeginningWith(char first, std::string_view& line);
 
     /// Byte offset in the file at which the next line begins.
     std::uint64_t Offset() const;
 
-    /// Goes to a byte offset, past the end included.
+    /// Goes to a byte offset, past the end included. Offset 0 is in front of a
+    /// byte order mark.
     void Seek(std::uint64_t offset);
 
 private:
