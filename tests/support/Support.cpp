@@ -30,6 +30,9 @@ std::string TempFolder::PathOf(std::string_view name) const
 std::string TempFolder::Write(std::string_view name, std::string_view bytes) const
 {
     const std::string path = PathOf(name);
+    // A new file each time: some file systems wait for the disk when an old one
+    // is cut short and written again, which takes minutes in a random test.
+    std::filesystem::remove(path);
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     if (!file.flush()) {

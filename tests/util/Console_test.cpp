@@ -1,0 +1,95 @@
+#include "util/Console.h"
+
+#include <iostream>
+#include <sstream>
+
+#include "support/Support.h"
+
+namespace Vorlan {
+namespace {
+
+using std::string_view_literals::operator""sv;
+
+struct Printed {
+    std::string out;
+    std::string err;
+};
+
+template <typename Call>
+Printed PrintedBy(Call call)
+{
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    call();
+    return {testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
+}
+
+TEST(Console, OutGoesToStandardOutputOnly)
+{
+    const Printed printed = PrintedBy([] { console::Print(console::Stream::Out, "1/2 (50%)"); });
+    EXPECT_EQ(printed.out, "1/2 (50%)");
+    EXPECT_EQ(printed.err, "");
+}
+
+TEST(Console, ErrGoesToStandardErrorOnly)
+{
+    const Printed printed = PrintedBy([] { console::Print(console::Stream::Err, "Error:\tx\n"); });
+    EXPECT_EQ(printed.out, "");
+    EXPECT_EQ(printed.err, "Error:\tx\n");
+}
+
+TEST(Console, TextIsWrittenByteForByte)
+{
+    const std::string_view text = "a\0b\b\r\n\xFF%s"sv;
+    const Printed printed = PrintedBy([text] { console::Print(console::Stream::Out, text); });
+    EXPECT_EQ(printed.out, text);
+}
+
+TEST(Console, NothingIsAddedToAnEmptyText)
+{
+    const Printed printed = PrintedBy([] { console::Print(console::Stream::Out, ""); });
+    EXPECT_EQ(printed.out, "");
+}
+
+/// Counts how often it was told to pass its text on.
+class CountingBuffer : public std::stringbuf {
+public:
+    int Flushes() const { return flushes_; }
+
+protected:
+    int sync() override
+    {
+        ++flushes_;
+        return 0;
+    }
+
+private:
+    int flushes_ = 0;
+};
+
+TEST(Console, EveryTextIsFlushed)
+{
+    CountingBuffer buffer;
+    std::streambuf* const former = std::cout.rdbuf(&buffer);
+    console::Print(console::Stream::Out, "a");
+    console::Print(console::Stream::Out, "b");
+    std::cout.rdbuf(former);
+    EXPECT_EQ(buffer.Flushes(), 2);
+    EXPECT_EQ(buffer.str(), "ab");
+}
+
+TEST(Console, WidthAndFillOfTheHostChangeNothing)
+{
+    CountingBuffer buffer;
+    std::streambuf* const former = std::cout.rdbuf(&buffer);
+    std::cout.width(10);
+    std::cout.fill('*');
+    console::Print(console::Stream::Out, "a");
+    std::cout.width(0);
+    std::cout.fill(' ');
+    std::cout.rdbuf(former);
+    EXPECT_EQ(buffer.str(), "a");
+}
+
+} // namespace
+} // namespace Vorlan
