@@ -1,0 +1,82 @@
+// What became of every record: nothing disappears without a reason.
+#ifndef PELGRIN_COUNTS_H
+#define PELGRIN_COUNTS_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "DataStructures.h"
+
+namespace pelgrin {
+
+/// Why a record was not annotated.
+enum class Reason : std::size_t {
+    DatasetNotGiven,
+    SpectrumUnknown,
+    ChargeUnusable,
+    EmptySequence,
+    ResidueWithoutMass,
+    ModificationWithoutMass,
+    PositionOutsideSequence,
+    MassShiftNotFinite,
+    SpectrumWithoutPeaks,
+    SpectrumWithForeignTitle,
+};
+constexpr std::size_t kReasons = 10;
+
+/// The key in summary.json, such as "dataset_not_given".
+const char* KeyOf(Reason reason);
+/// The words of the report, such as "no such spectrum file was given".
+const char* TextOf(Reason reason);
+/// The spectrum of the record was not found.
+bool IsNotJoined(Reason reason);
+
+/// One reason, with the letter or name that was missing.
+struct Problem {
+    Reason reason = Reason::DatasetNotGiven;
+    std::string detail;
+};
+
+struct Share {
+    std::uint64_t asked = 0;
+    std::uint64_t matched = 0;
+
+    double Value() const;
+};
+
+struct Counts {
+    // Rows of the table that the reader did not give, or gave cut.
+    std::uint64_t rowsBehindEmptyLine = 0;
+    std::uint64_t rowsBehindLongLine = 0;
+    std::uint64_t rowsCut = 0;
+
+    std::uint64_t read = 0;
+    std::uint64_t joinedByName = 0;        ///< dataset is the file's name
+    std::uint64_t joinedWithoutEnding = 0; ///< dataset is the name without ".mgf"
+    std::uint64_t annotated = 0;
+    std::array<std::uint64_t, kReasons> notUsed{};
+    std::array<std::map<std::string, std::uint64_t>, kReasons> details; ///< detail -> records
+
+    std::uint64_t spectraWritten = 0; ///< joined spectra, each name once
+    Share peaks;     ///< peaks of annotated records; matched: with at least one ion
+    Share fragments; ///< bonds: series and number; matched: at any charge, shifted or not
+    /// By Peak::EIonType and Peak::EPeakHitStatus.
+    std::array<std::array<Share, 3>, 7> ions;
+
+    void Add(const Problem& problem);
+    std::uint64_t NotJoined() const;
+    std::uint64_t Skipped() const;
+    Share AllIons() const;
+    /// Some records, or rows of the table, could not be used.
+    bool HasLosses() const;
+    /// Throws std::logic_error unless records read = joined + not joined and
+    /// joined = annotated + skipped.
+    void Check() const;
+};
+
+} // namespace pelgrin
+
+#endif // PELGRIN_COUNTS_H

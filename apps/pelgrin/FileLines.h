@@ -1,0 +1,54 @@
+// A plain walk over the lines of a file, for the host's own look at its inputs.
+#ifndef PELGRIN_FILELINES_H
+#define PELGRIN_FILELINES_H
+
+#include <cstdint>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace pelgrin {
+
+/// The longest line that the library reads whole.
+constexpr std::uint64_t kLongestLine = 81919;
+
+/// Gives every line of a file, however long, in memory of fixed size.
+class FileLines {
+public:
+    /// Text drops a byte order mark at the start of the file and the carriage
+    /// return before a line feed, as the library does.
+    enum class Mode { Text, Binary };
+
+    struct Line {
+        std::uint64_t number = 0; ///< from 1
+        std::uint64_t length = 0; ///< in bytes
+        std::string begin;        ///< its text up to the first NUL, at most kLongestLine bytes
+    };
+
+    /// Throws Failure when the file cannot be opened.
+    FileLines(const std::string& path, Mode mode);
+
+    /// The next line; false at the end. Throws Failure for a read error.
+    bool Next(Line& line);
+
+private:
+    bool Refill();
+    void Append(Line& line, const char* bytes, std::size_t size);
+
+    std::string path_;
+    Mode mode_;
+    std::ifstream file_;
+    std::vector<char> block_;
+    std::size_t begin_ = 0;
+    std::size_t end_ = 0;
+    std::uint64_t number_ = 0;
+    char last_ = '\0'; ///< last byte of the line so far
+};
+
+/// Throws Failure unless path is an ordinary file that can be read, and one
+/// that the library can reach: it takes a backslash as a separator.
+void CheckReadable(const std::string& path);
+
+} // namespace pelgrin
+
+#endif // PELGRIN_FILELINES_H

@@ -1,0 +1,96 @@
+#include "Identifications.h"
+
+#include <filesystem>
+#include <memory>
+
+#include <OpenMS/CONCEPT/Exception.h>
+#include <fmt/format.h>
+#include <spdlog/spdlog.h>
+
+#include "Failure.h"
+#include "FileLines.h"
+#include "PeptideIdentificationIO.h"
+#include "TableAudit.h"
+#include "Terminal.h"
+
+namespace pelgrin {
+
+namespace {
+
+struct GiveBack {
+    void operator()(Vorlan::PeptideIdentificationIO* reader) const
+    {
+        Vorlan::PepIdentIOFactory::DesctroyPepIdentIO(reader);
+    }
+};
+
+/// What stands between the first and the last quote of an exception's text.
+std::string QuotedIn(const std::string& text)
+{
+    const std::size_t begin = text.find('\'');
+    const std::size_t end = text.rfind('\'');
+    return begin < end ? text.substr(begin + 1, end - begin - 1) : text;
+}
+
+void Load(const Parameters& parameters, std::vector<Vorlan::PeptideIdentification>& records)
+{
+    const std::filesystem::path path(parameters.psms);
+    const std::unique_ptr<Vorlan::PeptideIdentificationIO, GiveBack> reader(
+        Vorlan::PepIdentIOFactory::pGetPepIdentIO(parameters.format));
+    try {
+        reader->InitLoad(
+            Vorlan::PepIdentSource(std::filesystem::absolute(path).parent_path().string(),
+                                   path.filename().string(), parameters.format));
+        reader->Load(records);
+        reader->EndLoad();
+    } catch (const OpenMS::Exception::ElementNotFound& error) {
+        throw Failure(fmt::format("{}:1: expected a column named \"{}\" in the header line",
+                                  parameters.psms, QuotedIn(error.what())));
+    } catch (const OpenMS::Exception::ConversionError& error) {
+        // All rows before this one are in records; the header is line 1.
+        throw Failure(
+            fmt::format("{}:{}: expected numbers in the columns Charge, ObsMH, Mass Shift, "
+                        "Main Score and Identified Mod Position: {}",
+                        parameters.psms, records.size() + 2, error.what()));
+    } catch (const OpenMS::Exception::FileNotReadable&) {
+        throw Failure(fmt::format("{}: cannot be read", parameters.psms));
+    }
+}
+
+void Warn(const std::string& path, const TableAudit& audit)
+{
+    if (audit.rowsBehindEmptyLine > 0) {
+        spdlog::warn("{}:{}: an empty line ends the table; {} rows behind it are not read",
+                     OneLine(path), audit.emptyLine, audit.rowsBehindEmptyLine);
+    }
+    if (audit.longLine != 0) {
+        spdlog::warn(
+            "{}:{}: a line of more than {} characters ends the table; it is cut, and {} rows "
+            "behind it are not read",
+            OneLine(path), audit.longLine, kLongestLine, audit.rowsBehindLongLine);
+    }
+}
+
+} // namespace
+
+std::vector<Vorlan::PeptideIdentification> ReadIdentifications(const Parameters& parameters,
+                                                               Counts& counts)
+{
+    const TableAudit audit = AuditTable(parameters.psms);
+    Warn(parameters.psms, audit);
+    std::vector<Vorlan::PeptideIdentification> records;
+    Load(parameters, records);
+    if (records.size() != audit.rows) {
+        throw Failure(
+            fmt::format("{}: expected {} rows, as counted before, but {} were read: the file "
+                        "was changed, or cannot be read to its end",
+                        parameters.psms, audit.rows, records.size()));
+    }
+    counts.read = records.size();
+    counts.rowsBehindEmptyLine = audit.rowsBehindEmptyLine;
+    counts.rowsBehindLongLine = audit.rowsBehindLongLine;
+    counts.rowsCut = audit.cutsRow ? 1 : 0;
+    return records;
+}
+
+} // namespace pelgrin

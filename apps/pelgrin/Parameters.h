@@ -1,0 +1,75 @@
+// Step 1 of a run: the parameters, and how their texts are read.
+#ifndef PELGRIN_PARAMETERS_H
+#define PELGRIN_PARAMETERS_H
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "DataStructures.h"
+
+namespace pelgrin {
+
+struct Tolerance {
+    double value = 0.0;
+    Vorlan::TolType::ETolType unit = Vorlan::TolType::Ppm;
+};
+
+/// Name, as WithAnyTerm spells it -> mass, Da.
+using ModificationMasses = std::map<std::string, double>;
+
+struct Parameters {
+    std::vector<std::string> spectra; ///< paths of MGF files
+    std::string psms;                 ///< path of the table
+    Vorlan::PepIdentType::EPepIdentType format = Vorlan::PepIdentType::CalvexTxt;
+    Tolerance tolerance;
+    std::vector<Vorlan::Peak::EIonType> ions;
+    ModificationMasses modifications;
+    double minShift = 0.5; ///< smaller mass shifts are errors of measurement, Da
+    std::string out;       ///< folder of the output files
+};
+
+// Each of these throws UsageError with a text that names what was given and
+// what is wanted.
+
+/// "20ppm", "0.02 Da": a positive number and a unit, in any case.
+Tolerance ParseTolerance(const std::string& text);
+
+/// "b,y": letters of a, b, c, x, y, z in any case, each kept once.
+std::vector<Vorlan::Peak::EIonType> ParseIons(const std::string& text);
+
+/// "Oxidation (M)=15.994915": name and mass around the last "=".
+std::pair<std::string, double> ParseModification(const std::string& text);
+
+/// All modifications; a name may be given only once, however it is spelled.
+ModificationMasses ParseModifications(const std::vector<std::string>& texts);
+
+/// A mass that is not negative.
+double ParseMinShift(const std::string& text);
+
+/// The type of a table by its display name, in any case. Only types that the
+/// library reads are choices.
+Vorlan::PepIdentType::EPepIdentType ParseFormat(const std::string& text);
+
+/// The display names that ParseFormat takes, in quotes, joined by ", ".
+std::string FormatChoices();
+
+/// The finite number that text is as a whole, with "." whatever the locale.
+std::optional<double> ParseNumber(std::string_view text);
+
+/// Spells a terminus as the table reader does: " (N-term" becomes
+/// " (Any N-term", and likewise for the C-terminus.
+std::string WithAnyTerm(const std::string& name);
+
+/// 'b' for Peak::B_ION and so on.
+char LetterOf(Vorlan::Peak::EIonType ion);
+
+/// "20 ppm".
+std::string TextOf(const Tolerance& tolerance);
+
+} // namespace pelgrin
+
+#endif // PELGRIN_PARAMETERS_H

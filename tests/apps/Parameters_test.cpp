@@ -1,0 +1,143 @@
+#include "Parameters.h"
+
+#include <cmath>
+
+#include "Failure.h"
+#include "support/Support.h"
+
+namespace pelgrin {
+namespace {
+
+using testing::HasSubstr;
+using Vorlan::Peak;
+using Vorlan::TolType;
+
+template <typename Call>
+std::string RefusalOf(Call call)
+{
+    try {
+        call();
+    } catch (const UsageError& error) {
+        return error.what();
+    }
+    return "no refusal";
+}
+
+TEST(ParseTolerance, TakesAPositiveNumberAndAUnit)
+{
+    struct Case {
+        const char* reason;
+        const char* text;
+        double value;
+        TolType::ETolType unit;
+    };
+    for (const Case& c :
+         {Case{"ppm", "20ppm", 20.0, TolType::Ppm}, Case{"dalton", "0.02Da", 0.02, TolType::Da},
+          Case{"unit in other case", "20PPM", 20.0, TolType::Ppm},
+          Case{"unit in other case", "0.5dA", 0.5, TolType::Da},
+          Case{"blank before the unit", "10 ppm", 10.0, TolType::Ppm},
+          Case{"exponent", "1e-2Da", 0.01, TolType::Da},
+          Case{"sign", "+5ppm", 5.0, TolType::Ppm}}) {
+        SCOPED_TRACE(c.reason);
+        const Tolerance tolerance = ParseTolerance(c.text);
+        EXPECT_EQ(tolerance.value, c.value);
+        EXPECT_EQ(tolerance.unit, c.unit);
+    }
+}
+
+TEST(ParseTolerance, RefusesEverythingElseAndSaysWhatIsWanted)
+{
+    for (const char* const text :
+         {"", "20", "ppm", "Da", "0ppm", "-1Da", "nanppm", "infDa", "1e999Da", "20 mmu", "0,02Da",
+          "20ppmx", "2 0ppm", "0x10ppm", "20ppmda", "+-5ppm"}) {
+        const std::string refusal = RefusalOf([&] { ParseTolerance(text); });
+        EXPECT_EQ(refusal, "--tolerance: \"" + std::string(text)
+                               + "\" is not a positive number followed by ppm or Da, such as 20ppm "
+                                 "or 0.02Da");
+    }
+}
+
+TEST(ParseIons, TakesLettersInTheirOrderAndEachOnce)
+{
+    using Ions = std::vector<Peak::EIonType>;
+    EXPECT_EQ(ParseIons("b,y"), (Ions{Peak::B_ION, Peak::Y_ION}));
+    EXPECT_EQ(ParseIons("z,x,c,a"), (Ions{Peak::Z_ION, Peak::X_ION, Peak::C_ION, Peak::A_ION}));
+    EXPECT_EQ(ParseIons("Y, b,y"), (Ions{Peak::Y_ION, Peak::B_ION}));
+}
+
+TEST(ParseIons, NamesTheChoicesForAnUnknownLetter)
+{
+    EXPECT_EQ(RefusalOf([] { ParseIons("b,q"); }),
+              "--ions: \"q\" is not an ion series; choose from a, b, c, x, y, z, as in b,y");
+    for (const char* const text : {"", ",", "b,", ",y", "by", "b;y", "b,,y"}) {
+        EXPECT_THAT(RefusalOf([&] { ParseIons(text); }), HasSubstr("choose from a, b, c")) << text;
+    }
+}
+
+TEST(LetterOf, IsTheLetterThatParseIonsReads)
+{
+    for (const char letter : std::string("abcxyz")) {
+        EXPECT_EQ(LetterOf(ParseIons(std::string(1, letter)).at(0)), letter);
+    }
+}
+
+TEST(ParseModification, SplitsAtTheLastEqualsSign)
+{
+    EXPECT_EQ(ParseModification("Oxidation (M)=15.994915"),
+              std::make_pair(std::string("Oxidation (M)"), 15.994915));
+    EXPECT_EQ(ParseModification("a=b=-17.5"), std::make_pair(std::string("a=b"), -17.5));
+    EXPECT_EQ(ParseModification("x= +1"), std::make_pair(std::string("x"), 1.0));
+}
+
+TEST(ParseModification, RefusesWhatHasNoNameOrNoMass)
+{
+    for (const char* const text :
+         {"", "=", "=5", "Oxidation (M)", "Oxidation (M)=", "x=abc", "x=1.5Da", "x=nan", "x=inf"}) {
+        EXPECT_THAT(RefusalOf([&] { ParseModification(text); }),
+                    HasSubstr("is not a name, \"=\" and a mass in Da"))
+            << text;
+    }
+}
+
+TEST(ParseModifications, TakesBothSpellingsOfATerminusForOneName)
+{
+    const ModificationMasses masses = ParseModifications({"Acetyl (N-term)=42.01"});
+    EXPECT_EQ(masses.count("Acetyl (Any N-term)"), 1U);
+    EXPECT_EQ(RefusalOf([] {
+                  ParseModifications({"Acetyl (N-term)=42.01", "Acetyl (Any N-term)=42.01"});
+              }),
+              "--mod: \"Acetyl (Any N-term)\" is given twice");
+}
+
+TEST(WithAnyTerm, SpellsATerminusAsTheTableReaderDoes)
+{
+    EXPECT_EQ(WithAnyTerm("Carbamyl (N-term)"), "Carbamyl (Any N-term)");
+    EXPECT_EQ(WithAnyTerm("Amidated (C-term)"), "Amidated (Any C-term)");
+    EXPECT_EQ(WithAnyTerm("Acetyl (Protein N-term)"), "Acetyl (Protein N-term)");
+    EXPECT_EQ(WithAnyTerm("Acetyl (Any N-term)"), "Acetyl (Any N-term)");
+    EXPECT_EQ(WithAnyTerm("Oxidation (M)"), "Oxidation (M)");
+}
+
+TEST(ParseMinShift, TakesFiniteMassesFromZeroOn)
+{
+    EXPECT_EQ(ParseMinShift("0"), 0.0);
+    EXPECT_EQ(ParseMinShift("0.5"), 0.5);
+    for (const char* const text : {"-0.1", "nan", "inf", "", "half"}) {
+        EXPECT_THAT(RefusalOf([&] { ParseMinShift(text); }), HasSubstr("--min-shift")) << text;
+    }
+}
+
+TEST(ParseFormat, TakesTheNamesOfReadersAndNamesThemForOthers)
+{
+    EXPECT_EQ(ParseFormat("Calvex (.txt)"), Vorlan::PepIdentType::CalvexTxt);
+    EXPECT_EQ(ParseFormat("CALVEX (.TXT)"), Vorlan::PepIdentType::CalvexTxt);
+    for (const char* const text : {"", "unknown", "native", "Mascot_dat"}) {
+        EXPECT_THAT(RefusalOf([&] { ParseFormat(text); }),
+                    HasSubstr("choose from " + FormatChoices()))
+            << text;
+    }
+    EXPECT_THAT(FormatChoices(), HasSubstr("\"Calvex (.txt)\""));
+}
+
+} // namespace
+} // namespace pelgrin
