@@ -1,0 +1,258 @@
+// What every identification reader promises, whatever its format.
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "PeptideIdentificationIO.h"
+#include "contract/IdentificationExamples.h"
+#include "support/Exceptions.h"
+#include "support/Support.h"
+
+namespace Vorlan::test {
+namespace {
+
+using Matches = std::vector<PeptideIdentification>;
+
+std::vector<std::string> SpectrumNamesOf(const Matches& matches)
+{
+    std::vector<std::string> names;
+    for (const PeptideIdentification& match : matches) {
+        names.push_back(match.strSpectrumName);
+    }
+    return names;
+}
+
+/// Owns a reader of the factory.
+class Reader {
+public:
+    explicit Reader(PepIdentType::EPepIdentType type)
+        : pReader_(PepIdentIOFactory::pGetPepIdentIO(type))
+    {
+    }
+    ~Reader() { PepIdentIOFactory::DesctroyPepIdentIO(pReader_); }
+    Reader(const Reader&) = delete;
+    Reader& operator=(const Reader&) = delete;
+
+    PeptideIdentificationIO* operator->() { return pReader_; }
+    PeptideIdentificationIO* Get() { return pReader_; }
+
+private:
+    PeptideIdentificationIO* pReader_;
+};
+
+class IdentificationReaderContract : public testing::TestWithParam<IdentificationExample> {
+protected:
+    PepIdentSource Source() const { return {folder_.Path(), GetParam().fileName, GetParam().type}; }
+
+    PepIdentSource WriteExample() const
+    {
+        folder_.Write(GetParam().fileName, GetParam().text);
+        return Source();
+    }
+
+    /// The whole calling order, quietly.
+    static Matches LoadAll(const PepIdentSource& source)
+    {
+        Matches matches;
+        Reader reader(GetParam().type);
+        OutputOf([&] {
+            reader->InitLoad(source);
+            reader->Load(matches);
+            reader->EndLoad();
+        });
+        return matches;
+    }
+
+    TempFolder folder_;
+};
+
+TEST_P(IdentificationReaderContract, TheFactoryGivesTheTypeAskedFor)
+{
+    Reader reader(GetParam().type);
+    ASSERT_NE(reader.Get(), nullptr);
+    EXPECT_EQ(reader->eGetType(), GetParam().type);
+    Reader other(GetParam().type);
+    EXPECT_NE(reader.Get(), other.Get());
+}
+
+TEST_P(IdentificationReaderContract, DestroyingNullsThePointer)
+{
+    PeptideIdentificationIO* pReader = PepIdentIOFactory::pGetPepIdentIO(GetParam().type);
+    PepIdentIOFactory::DesctroyPepIdentIO(pReader);
+    EXPECT_EQ(pReader, nullptr);
+    PepIdentIOFactory::DesctroyPepIdentIO(pReader);
+    EXPECT_EQ(pReader, nullptr);
+}
+
+TEST_P(IdentificationReaderContract, LoadsTheExampleInItsOrder)
+{
+    EXPECT_EQ(SpectrumNamesOf(LoadAll(WriteExample())), GetParam().spectrumNames);
+}
+
+TEST_P(IdentificationReaderContract, AppendsAndNeverClears)
+{
+    Matches matches(2);
+    matches[0].strSpectrumName = "kept";
+    Reader reader(GetParam().type);
+    OutputOf([&] {
+        reader->InitLoad(WriteExample());
+        reader->Load(matches);
+    });
+    ASSERT_EQ(matches.size(), 2 + GetParam().spectrumNames.size());
+    EXPECT_EQ(matches[0].strSpectrumName, "kept");
+    EXPECT_EQ(matches[2].strSpectrumName, GetParam().spectrumNames[0]);
+}
+
+TEST_P(IdentificationReaderContract, ModificationsStandInTheOrderOfTheirPositions)
+{
+    for (const PeptideIdentification& match : LoadAll(WriteExample())) {
+        EXPECT_TRUE(std::is_sorted(match.vMods.begin(), match.vMods.end(),
+                                   PeptideIdentification::bPosLess));
+    }
+}
+
+TEST_P(IdentificationReaderContract, NoReaderFillsTheAlternativeModifications)
+{
+    for (const PeptideIdentification& match : LoadAll(WriteExample())) {
+        EXPECT_TRUE(match.vAltMods.empty());
+    }
+}
+
+TEST_P(IdentificationReaderContract, CarriageReturnsDoNotMatter)
+{
+    const Matches expected = LoadAll(WriteExample());
+    std::string text = GetParam().text;
+    for (std::size_t feed = text.find('\n'); feed != std::string::npos;
+         feed = text.find('\n', feed + 2)) {
+        text.insert(feed, "\r");
+    }
+    folder_.Write(GetParam().fileName, text);
+    const Matches matches = LoadAll(Source());
+    ASSERT_EQ(matches.size(), expected.size());
+    for (std::size_t i = 0; i < matches.size(); ++i) {
+        EXPECT_EQ(matches[i].strSpectrumName, expected[i].strSpectrumName);
+        EXPECT_EQ(matches[i].strSequence, expected[i].strSequence);
+        EXPECT_EQ(matches[i].nCharge, expected[i].nCharge);
+        EXPECT_EQ(matches[i].dObsMH, expected[i].dObsMH);
+        EXPECT_TRUE(matches[i].isModSame(expected[i].vMods));
+        EXPECT_EQ(matches[i].vEvidences.size(), expected[i].vEvidences.size());
+    }
+}
+
+TEST_P(IdentificationReaderContract, BackslashesAtTheEndOfTheFolderDoNotMatter)
+{
+    PepIdentSource source = WriteExample();
+    source.strFirst += "\\\\\\";
+    EXPECT_EQ(SpectrumNamesOf(LoadAll(source)), GetParam().spectrumNames);
+}
+
+TEST_P(IdentificationReaderContract, TwoReadersDoNotDisturbEachOther)
+{
+    Matches firstMatches;
+    Matches secondMatches;
+    Reader first(GetParam().type);
+    Reader second(GetParam().type);
+    OutputOf([&] {
+        first->InitLoad(WriteExample());
+        second->InitLoad(Source());
+        first->Load(firstMatches);
+        first->EndLoad();
+        second->Load(secondMatches);
+    });
+    EXPECT_EQ(SpectrumNamesOf(firstMatches), GetParam().spectrumNames);
+    EXPECT_EQ(SpectrumNamesOf(secondMatches), GetParam().spectrumNames);
+}
+
+TEST_P(IdentificationReaderContract, AMissingFileIsNotReadable)
+{
+    Reader reader(GetParam().type);
+    Matches matches;
+    const Thrown expected = {"FileNotReadable", "PeptideIdentificationIO", GetParam().loadLabel,
+                             "the file '" + folder_.Path() + "\\" + GetParam().fileName
+                                 + "' is not readable for the current user"};
+    EXPECT_EQ(ThrownBy([&] {
+                  reader->InitLoad(Source());
+                  reader->Load(matches);
+              }),
+              expected);
+    EXPECT_TRUE(matches.empty());
+}
+
+TEST_P(IdentificationReaderContract, AFolderIsNotReadable)
+{
+    Reader reader(GetParam().type);
+    Matches matches;
+    const Thrown thrown = ThrownBy([&] {
+        reader->InitLoad({folder_.Path(), "", GetParam().type});
+        reader->Load(matches);
+    });
+    EXPECT_EQ(thrown.name, "FileNotReadable");
+    EXPECT_EQ(thrown.function, GetParam().loadLabel);
+}
+
+TEST_P(IdentificationReaderContract, LoadWithoutInitLoadIsNotReadable)
+{
+    Reader reader(GetParam().type);
+    Matches matches(1);
+    const Thrown thrown = ThrownBy([&] { reader->Load(matches); });
+    EXPECT_EQ(thrown.name, "FileNotReadable");
+    EXPECT_EQ(thrown.function, GetParam().loadLabel);
+    EXPECT_EQ(matches.size(), 1u);
+}
+
+TEST_P(IdentificationReaderContract, EndLoadAndEndSaveWithoutAnythingOpenAreHarmless)
+{
+    Reader reader(GetParam().type);
+    reader->EndLoad();
+    reader->EndLoad();
+    reader->EndSave();
+    Matches matches;
+    OutputOf([&] {
+        reader->InitLoad(WriteExample());
+        reader->Load(matches);
+    });
+    reader->EndLoad();
+    reader->EndLoad();
+    EXPECT_EQ(SpectrumNamesOf(matches), GetParam().spectrumNames);
+}
+
+TEST_P(IdentificationReaderContract, TheFileIsNotChanged)
+{
+    LoadAll(WriteExample());
+    EXPECT_EQ(ReadFile(folder_.PathOf(GetParam().fileName)), GetParam().text);
+}
+
+TEST_P(IdentificationReaderContract, WhatIsWrittenReadsBack)
+{
+    if (!GetParam().writes) {
+        GTEST_SKIP() << "this format is only read";
+    }
+    const Matches expected = LoadAll(WriteExample());
+    Reader writer(GetParam().type);
+    OutputOf([&] {
+        writer->InitSave(folder_.PathOf("written"));
+        writer->Save(expected);
+        writer->EndSave();
+    });
+    const Matches matches = LoadAll({folder_.Path(), "written", GetParam().type});
+    EXPECT_EQ(SpectrumNamesOf(matches), SpectrumNamesOf(expected));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, IdentificationReaderContract,
+                         testing::ValuesIn(IdentificationExamples()),
+                         [](const auto& example) { return example.param.testName; });
+
+TEST(IdentificationReaderContractList, EveryReaderOfTheFactoryHasAnExample)
+{
+    for (int type = -1; type <= 20; ++type) {
+        const auto wanted = static_cast<PepIdentType::EPepIdentType>(type);
+        const auto& examples = IdentificationExamples();
+        const bool hasExample =
+            std::any_of(examples.begin(), examples.end(),
+                        [wanted](const auto& example) { return example.type == wanted; });
+        EXPECT_EQ(Reader(wanted).Get() != nullptr, hasExample) << type;
+    }
+}
+
+} // namespace
+} // namespace Vorlan::test
