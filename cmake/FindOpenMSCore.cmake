@@ -56,11 +56,14 @@ find_package_handle_standard_args(OpenMSCore
   REASON_FAILURE_MESSAGE "On Debian: apt-get install libopenms-dev libboost-dev")
 
 if(OpenMSCore_FOUND AND NOT TARGET OpenMSCore::OpenMSCore)
+  set(_openmscore_includes "${OpenMSCore_INCLUDE_DIR}" "${OpenMSCore_BOOST_INCLUDE_DIR}")
+  if(OpenMSCore_FORWARDING_DIR)
+    list(PREPEND _openmscore_includes "${OpenMSCore_FORWARDING_DIR}")
+  endif()
   add_library(OpenMSCore::OpenMSCore UNKNOWN IMPORTED)
   set_target_properties(OpenMSCore::OpenMSCore PROPERTIES
     IMPORTED_LOCATION "${OpenMSCore_LIBRARY}"
-    INTERFACE_INCLUDE_DIRECTORIES
-      "${OpenMSCore_FORWARDING_DIR};${OpenMSCore_INCLUDE_DIR};${OpenMSCore_BOOST_INCLUDE_DIR}")
+    INTERFACE_INCLUDE_DIRECTORIES "${_openmscore_includes}")
 endif()
 
 mark_as_advanced(OpenMSCore_INCLUDE_DIR OpenMSCore_LIBRARY OpenMSCore_BOOST_INCLUDE_DIR)

@@ -1,5 +1,6 @@
-# Installs the library, its headers, the CMake package, the pkg-config file and
-# the host program.
+# Installs the library, its headers, the CMake package, the pkg-config file, the
+# licence and the host program. Folders that CMAKE_INSTALL_* names are relative
+# to the prefix.
 
 include(CMakePackageConfigHelpers)
 
@@ -10,6 +11,7 @@ install(TARGETS PelgrinDLL EXPORT PelgrinDLLTargets)
 install(EXPORT PelgrinDLLTargets NAMESPACE PelgrinDLL:: DESTINATION "${PELGRIN_CMAKE_DIR}")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/" DESTINATION "${PELGRIN_HEADER_DIR}"
   FILES_MATCHING PATTERN "*.h")
+install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 if(PELGRIN_APPS)
   install(TARGETS pelgrin)
 endif()
@@ -23,13 +25,17 @@ install(FILES
   "${PROJECT_SOURCE_DIR}/cmake/FindOpenMSCore.cmake"
   DESTINATION "${PELGRIN_CMAKE_DIR}")
 
-# pkg-config has no module that could find the generated headers of OpenMS: the
-# forwarding folder is installed for it.
-set(PELGRIN_PC_OPENMS_CFLAGS "")
+# pkg-config has no module that could find OpenMS: its places are written down,
+# and the forwarding folder for its generated headers is installed.
+set(PELGRIN_PC_OPENMS_CFLAGS "-I${OpenMSCore_INCLUDE_DIR} -I${OpenMSCore_BOOST_INCLUDE_DIR}")
 if(OpenMSCore_FORWARDING_DIR)
   install(DIRECTORY "${OpenMSCore_FORWARDING_DIR}/" DESTINATION "${PELGRIN_HEADER_DIR}/openms-core")
-  set(PELGRIN_PC_OPENMS_CFLAGS " -I\${includedir}/PelgrinDLL/openms-core")
+  string(PREPEND PELGRIN_PC_OPENMS_CFLAGS "-I\${includedir}/PelgrinDLL/openms-core ")
 endif()
+get_filename_component(PELGRIN_OPENMS_LIBRARY_DIR "${OpenMSCore_LIBRARY}" DIRECTORY)
+set(PELGRIN_PC_OPENMS_LIBS "-L${PELGRIN_OPENMS_LIBRARY_DIR} -lOpenMS")
+file(RELATIVE_PATH PELGRIN_PC_PREFIX
+  "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
 configure_file(cmake/PelgrinDLL.pc.in PelgrinDLL.pc @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/PelgrinDLL.pc"
   DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")

@@ -1,0 +1,55 @@
+# The front door. Every goal says what it does; the work is done by the scripts
+# in scripts/ and .ci/, which can be called alone.
+#
+#   JOBS=n            parallel jobs (default: all processors)
+#   FUZZ_SECONDS=n    time for each fuzz target (default: 60)
+#   PELGRIN_TEST_DATA folder of the real files that some tests read
+
+JOBS ?= $(shell nproc)
+FUZZ_SECONDS ?= 60
+export JOBS FUZZ_SECONDS
+
+.DEFAULT_GOAL := help
+.PHONY: help demo test bench fuzz format check clean
+
+help:
+	@echo "PelgrinDLL"
+	@echo "  make demo    annotate the example data with pelgrin and show what was found"
+	@echo "  make test    build everything with warnings as errors and run every test"
+	@echo "  make bench   build and run the benchmarks"
+	@echo "  make fuzz    run each fuzz target for FUZZ_SECONDS ($(FUZZ_SECONDS)) seconds"
+	@echo "  make format  lay out all sources with clang-format"
+	@echo "  make check   all checks, as they run before a change is taken"
+	@echo "  make clean   remove build/"
+	@echo "Missing Debian packages are installed first, with sudo where needed."
+
+demo:
+	@scripts/install-packages library
+	@scripts/build release
+	@examples/demo.sh build/release build/demo
+
+test:
+	@scripts/install-packages library tests
+	@scripts/build dev
+	@scripts/run-tests dev
+
+bench:
+	@scripts/install-packages library bench
+	@scripts/build bench
+	@bench/run build/bench
+
+fuzz:
+	@scripts/install-packages library fuzz
+	@scripts/build fuzz
+	@BUILD=build/fuzz fuzz/run $(FUZZ_SECONDS)
+
+format:
+	@scripts/install-packages checks
+	@.ci/check-format --apply
+
+check:
+	@.ci/run
+
+clean:
+	@rm -rf build
+	@echo "build/ is gone"
