@@ -94,8 +94,9 @@ std::string MemoryFile::Read() const
 
 void SilenceConsole()
 {
-    static NullBuffer buffer;
-    std::cout.rdbuf(&buffer);
+    // Never freed: std::cout is flushed behind the end of all statics.
+    static auto* const buffer = new NullBuffer;
+    std::cout.rdbuf(buffer);
 }
 
 void Check(bool holds, const char* rule)
