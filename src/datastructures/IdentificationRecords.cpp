@@ -48,7 +48,9 @@ void PeptideIdentification::Clear()
 
 void PeptideIdentification::SortMod()
 {
-    std::stable_sort(vMods.begin(), vMods.end(), bPosLess);
+    if (!std::is_sorted(vMods.begin(), vMods.end(), bPosLess)) {
+        std::stable_sort(vMods.begin(), vMods.end(), bPosLess);
+    }
 }
 
 bool PeptideIdentification::bPosLess(const IdentModification& a, const IdentModification& b)

@@ -43,8 +43,8 @@ double ToDouble(std::string_view cell)
 std::string WithAnyTerm(std::string_view name)
 {
     std::string result(name);
-    for (const char* const term : {"N-term", "C-term"}) {
-        const std::size_t hit = result.find(std::string(" (") + term);
+    for (const char* const term : {" (N-term", " (C-term"}) {
+        const std::size_t hit = result.find(term);
         if (hit != std::string::npos) {
             result.insert(hit + 2, "Any ");
         }
@@ -141,13 +141,13 @@ void RowReader::ReadModifications(PeptideIdentification& match)
     second_.Split(Cell(ModPosition), ';');
     const auto count = static_cast<int>(first_.Size());
     const auto positions = static_cast<int>(second_.Size());
+    match.vMods.reserve(first_.Size());
     for (int i = 0; i < count; ++i) {
-        IdentModification mod;
+        IdentModification& mod = match.vMods.emplace_back();
         mod.strName = WithAnyTerm(first_.Cell(i));
         if (i < positions) {
             mod.nPos = ToInt(second_.Cell(i));
         }
-        match.vMods.push_back(mod);
     }
 }
 
@@ -159,15 +159,15 @@ void RowReader::ReadEvidences(PeptideIdentification& match)
     fourth_.Split(Cell(StartPosition), ';');
     const auto count = static_cast<int>(first_.Size());
     const auto starts = static_cast<int>(fourth_.Size());
+    match.vEvidences.reserve(first_.Size());
     for (int i = 0; i < count; ++i) {
-        PeptideEvidence evidence;
+        PeptideEvidence& evidence = match.vEvidences.emplace_back();
         evidence.strProteinAccession = first_.Cell(i);
         evidence.cBefore = FirstOr(second_.Cell(i), evidence.cBefore);
         evidence.cAfter = FirstOr(third_.Cell(i), evidence.cAfter);
         if (i < starts) {
             evidence.nStart = numbers::ToInt(fourth_.Cell(i));
         }
-        match.vEvidences.push_back(evidence);
     }
 }
 
