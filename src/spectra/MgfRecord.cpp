@@ -86,8 +86,8 @@ void ReadRecord(LineReader& input, Spectrum& spectrum, Peak& peak)
     for (; hasLine && FirstOf(line) != 'E'; hasLine = input.NextWhole(line)) {
         // Deliberate: B-17. A number that cannot be read is the one before.
         numbers::ScanTwoDoubles(line, mz, intensity);
-        peak.setMz(mz);
-        peak.setIntensity(intensity);
+        peak.dMz = mz;
+        peak.dIntensity = intensity;
         spectrum.vPeaks.push_back(peak);
     }
 }

@@ -19,6 +19,21 @@ constexpr std::size_t kDecisiveLength = LineReader::kMaxLineLength + 2;
 
 static_assert(kBufferSize >= 2 * kDecisiveLength, "a line must fit beside a block");
 
+/// The length of the whole lines at the front of text before the first one that
+/// begins with first. Looks for that character alone, which is far quicker than
+/// a walk from line feed to line feed.
+std::size_t LengthOfOtherLines(std::string_view text, char first)
+{
+    for (std::size_t hit = text.find(first); hit != std::string_view::npos;
+         hit = text.find(first, hit + 1)) {
+        if (hit == 0 || text[hit - 1] == '\n') {
+            return hit;
+        }
+    }
+    const std::size_t lastFeed = text.rfind('\n');
+    return lastFeed == std::string_view::npos ? 0 : lastFeed + 1;
+}
+
 } // namespace
 
 LineReader::LineReader() = default;
@@ -93,19 +108,10 @@ bool LineReader::NextWhole(std::string_view& line)
 bool LineReader::NextBeginningWith(char first, std::string_view& line)
 {
     while (!failed_) {
-        // Quick walk over the lines that end inside the buffer.
-        const char* p = buffer_.get() + begin_;
-        const char* const end = buffer_.get() + end_;
-        while (p < end && *p != first) {
-            const void* const feed = std::memchr(p, '\n', static_cast<std::size_t>(end - p));
-            if (feed == nullptr
-                || static_cast<const char*>(feed) - p
-                       > static_cast<std::ptrdiff_t>(kMaxLineLength)) {
-                break;
-            }
-            p = static_cast<const char*>(feed) + 1;
-        }
-        begin_ = static_cast<std::size_t>(p - buffer_.get());
+        // A jump over lines inside the buffer. None of them can be too long,
+        // since all of them together are not.
+        const std::size_t size = std::min(end_ - begin_, kMaxLineLength);
+        begin_ += LengthOfOtherLines({buffer_.get() + begin_, size}, first);
         // One line the careful way: it begins with first, or meets the edge
         // of the buffer, or is too long.
         if (NextWhole(line) && FirstOf(line) == first) {
