@@ -1,0 +1,34 @@
+// What every benchmark program has in common: it measures, then compares ours
+// with the other side and prints the result as rows of one Markdown table.
+#ifndef PELGRIN_BENCH_CLAIMS_H
+#define PELGRIN_BENCH_CLAIMS_H
+
+#include <string>
+#include <vector>
+
+namespace bench {
+
+/// One row: two benchmarks of this program and the ratio that is wanted.
+struct Claim {
+    enum Kind {
+        TimesFaster,  ///< time of other / time of ours, at least bound
+        TimesTheTime, ///< time of ours / time of other, at most bound
+        Megabytes     ///< the counter "MB" of ours, at most bound
+    };
+    std::string what;
+    std::string ours;    ///< name of a benchmark
+    std::string otherIs; ///< what the other side is, for the table
+    std::string other;   ///< name of a benchmark; empty for Megabytes
+    Kind kind;
+    double bound;
+};
+
+/// Runs the benchmarks: details go to standard error, the rows of the claims
+/// to standard output. Repetitions of different benchmarks alternate, so that
+/// other load on the machine meets both sides. Gives the exit status: 0 unless
+/// a benchmark reported an error; a bound that is missed is only shown.
+int Run(int argc, char** argv, const std::vector<Claim>& claims);
+
+} // namespace bench
+
+#endif // PELGRIN_BENCH_CLAIMS_H

@@ -1,0 +1,57 @@
+#include "support/Inputs.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+
+#include <stdlib.h>
+
+namespace bench {
+
+double Scale()
+{
+    const char* const text = std::getenv("PELGRIN_BENCH_SCALE");
+    const double scale = text == nullptr ? 1.0 : std::atof(text);
+    return scale > 0.0 ? scale : 1.0;
+}
+
+std::size_t Scaled(std::size_t fullSize)
+{
+    const double scaled = static_cast<double>(fullSize) * Scale();
+    return std::max<std::size_t>(1, static_cast<std::size_t>(scaled));
+}
+
+TemporaryFolder::TemporaryFolder()
+{
+    path_ = (std::filesystem::temp_directory_path() / "pelgrin-bench-XXXXXX").string();
+    if (::mkdtemp(path_.data()) == nullptr) {
+        std::cerr << "cannot make a temporary folder like " << path_ << '\n';
+        std::exit(1);
+    }
+}
+
+TemporaryFolder::~TemporaryFolder()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+void AppendDecimal(std::string& text, std::uint64_t units, std::size_t decimals)
+{
+    std::string digits = std::to_string(units);
+    if (digits.size() <= decimals) {
+        digits.insert(0, decimals + 1 - digits.size(), '0');
+    }
+    const std::size_t whole = digits.size() - decimals;
+    text.append(digits, 0, whole).append(1, '.').append(digits, whole, decimals);
+}
+
+CoutToNull::CoutToNull() : null_("/dev/null"), former_(std::cout.rdbuf(null_.rdbuf())) {}
+
+CoutToNull::~CoutToNull()
+{
+    std::cout.rdbuf(former_);
+}
+
+} // namespace bench
