@@ -1,5 +1,7 @@
 #include "PeptideIdentificationIO.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <string_view>
 
 #include "pepident/NativeTableRow.h"
@@ -14,6 +16,10 @@ namespace {
 
 constexpr char kLoad[] = "TulkTXTPepIdentIO::Load";
 constexpr char kSave[] = "TulkTXTPepIdentIO::Save";
+
+/// Rows for which room is made on the word of the line count alone. Room that
+/// no row fills stays untouched by the system.
+constexpr std::uint64_t kMostRoom = 1024 * 1024;
 
 } // namespace
 
@@ -36,6 +42,9 @@ void TulkTXTPepIdentIO::Load(std::vector<PeptideIdentification>& vMatches)
     std::string_view line;
     pInput_->Next(line);
     native::RowReader reader(line);
+    if (vMatches.empty()) {
+        vMatches.reserve(std::min(tResultCount_ + 1, kMostRoom));
+    }
     Progress progress(console::Stream::Out, tResultCount_);
     // Deliberate: B-12. An empty line ends the table.
     while (pInput_->Next(line) && !line.empty()) {
