@@ -2,6 +2,7 @@
 
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
 
 #include <locale.h>
 
@@ -41,6 +42,12 @@ int ScanTwoDoublesInCLocale(const char* text, double& first, double& second)
 {
     const CLocaleScope scope;
     return std::sscanf(text, "%lf%*[ \t]%lf", &first, &second);
+}
+
+double ToDoubleInCLocale(const char* text)
+{
+    const CLocaleScope scope;
+    return std::strtod(text, nullptr);
 }
 
 } // namespace Vorlan::platform

@@ -12,6 +12,9 @@ int ScanDoubleInCLocale(const char* text, double& value);
 /// were read; the others are unchanged.
 int ScanTwoDoublesInCLocale(const char* text, double& first, double& second);
 
+/// atof(text) in the "C" locale.
+double ToDoubleInCLocale(const char* text);
+
 } // namespace Vorlan::platform
 
 #endif // VORLAN_PLATFORM_CLOCALE_H

@@ -56,6 +56,12 @@ void InputFile::Close()
     }
 }
 
+std::uint64_t InputFile::Size() const
+{
+    struct stat entry;
+    return ::fstat(descriptor_, &entry) == 0 ? static_cast<std::uint64_t>(entry.st_size) : 0;
+}
+
 std::size_t InputFile::ReadAt(std::uint64_t offset, char* buffer, std::size_t size)
 {
     std::size_t done = 0;

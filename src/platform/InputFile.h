@@ -21,6 +21,10 @@ public:
     void Close();
     bool IsOpen() const { return descriptor_ >= 0; }
 
+    /// The size in bytes as the system tells it; 0 when it does not know, and
+    /// when no file is open.
+    std::uint64_t Size() const;
+
     /// Reads up to size bytes at offset into buffer and gives how many there
     /// were: fewer than size only at the end of the file or after an error. A
     /// read error counts as the end.

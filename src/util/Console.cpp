@@ -1,5 +1,6 @@
 #include "util/Console.h"
 
+#include <cstdlib>
 #include <iostream>
 
 namespace Vorlan::console {
@@ -9,6 +10,12 @@ void Print(Stream stream, std::string_view text)
     std::ostream& out = stream == Stream::Out ? std::cout : std::cerr;
     out.write(text.data(), static_cast<std::streamsize>(text.size()));
     out.flush();
+}
+
+void PrintAndExit(std::string_view text)
+{
+    Print(Stream::Err, text);
+    std::exit(EXIT_FAILURE);
 }
 
 } // namespace Vorlan::console

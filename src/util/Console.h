@@ -1,4 +1,4 @@
-// The one place that prints. Callers say on which stream.
+// The one place that prints and ends the process. Callers say on which stream.
 #ifndef VORLAN_UTIL_CONSOLE_H
 #define VORLAN_UTIL_CONSOLE_H
 
@@ -10,6 +10,10 @@ enum class Stream { Out, Err };
 
 /// Writes text as it stands and flushes the stream.
 void Print(Stream stream, std::string_view text);
+
+/// Prints text on standard error and ends the process with exit status 1, as
+/// the C library's exit does.
+[[noreturn]] void PrintAndExit(std::string_view text);
 
 } // namespace Vorlan::console
 

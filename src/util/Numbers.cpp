@@ -135,6 +135,15 @@ std::int32_t ToInt(std::string_view text)
     return value;
 }
 
+double ToDouble(std::string_view text)
+{
+    double value = 0.0;
+    if (QuickDecimal(text.data(), text.data() + text.size(), value) != nullptr) {
+        return value;
+    }
+    return platform::ToDoubleInCLocale(std::string(text).c_str());
+}
+
 void ScanTwoDoubles(std::string_view text, double& first, double& second)
 {
     const char* const end = text.data() + text.size();

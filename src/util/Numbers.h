@@ -23,6 +23,9 @@ bool ScanInt(std::string_view text, std::int32_t& value);
 /// As atoi(text), with the same care for numbers beyond 32 bits.
 std::int32_t ToInt(std::string_view text);
 
+/// As atof(text): 0 when there is no number. A text ends at its first NUL.
+double ToDouble(std::string_view text);
+
 /// As sscanf(text, "%lf%*[ \t]%lf", &first, &second): a number that cannot be
 /// read leaves its variable unchanged, and the second one is not read without
 /// the first.

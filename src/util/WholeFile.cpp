@@ -1,0 +1,78 @@
+#include "util/WholeFile.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "platform/InputFile.h"
+
+namespace Vorlan {
+
+namespace {
+
+void Grow(WholeFile& file, std::size_t& room)
+{
+    room = 2 * room + 4096;
+    std::unique_ptr<char[]> larger(new char[room + 1]);
+    std::copy(file.text.get(), file.text.get() + file.size, larger.get());
+    file.text = std::move(larger);
+}
+
+void DropByteOrderMark(WholeFile& file)
+{
+    constexpr char kMark[] = "\xEF\xBB\xBF";
+    if (file.size >= 3 && std::memcmp(file.text.get(), kMark, 3) == 0) {
+        file.size -= 3;
+        std::memmove(file.text.get(), file.text.get() + 3, file.size);
+    }
+}
+
+void DropCarriageReturns(WholeFile& file)
+{
+    char* const end = file.text.get() + file.size;
+    const char* from = file.text.get();
+    char* to = file.text.get();
+    while (from < end) {
+        const void* const found = std::memchr(from, '\r', static_cast<std::size_t>(end - from));
+        const char* const stop = found == nullptr ? end : static_cast<const char*>(found);
+        if (to != from) {
+            std::memmove(to, from, static_cast<std::size_t>(stop - from));
+        }
+        to += stop - from;
+        from = stop;
+        if (from < end) {
+            const bool beforeFeed = from + 1 < end && from[1] == '\n';
+            if (!beforeFeed) {
+                *to++ = '\r';
+            }
+            ++from;
+        }
+    }
+    file.size = static_cast<std::size_t>(to - file.text.get());
+}
+
+} // namespace
+
+bool WholeFile::Read(const std::string& path)
+{
+    platform::InputFile file;
+    if (!file.Open(path)) {
+        return false;
+    }
+    // One more than the size that the system tells: the end is found without
+    // growing. Some files tell 0 and hold something.
+    std::size_t room = static_cast<std::size_t>(file.Size()) + 1;
+    text.reset(new char[room + 1]);
+    size = 0;
+    for (;;) {
+        size += file.ReadAt(size, text.get() + size, room - size);
+        if (size < room) {
+            break;
+        }
+        Grow(*this, room);
+    }
+    DropByteOrderMark(*this);
+    DropCarriageReturns(*this);
+    return true;
+}
+
+} // namespace Vorlan
