@@ -1,0 +1,32 @@
+#include "util/XmlAttributeText.h"
+
+#include "CStringProcess.h"
+
+namespace Vorlan {
+
+std::string_view XmlTrimmed(std::string_view text)
+{
+    const char* begin = text.data();
+    const char* end = text.data() + text.size();
+    CStringProcess::Trim(begin, end);
+    return {begin, static_cast<std::size_t>(end - begin)};
+}
+
+XmlAttributeText::XmlAttributeText(std::string_view text) : rest_(XmlTrimmed(text)) {}
+
+bool XmlAttributeText::Next()
+{
+    constexpr std::size_t kNone = std::string_view::npos;
+    const std::size_t equals = rest_.find('=');
+    const std::size_t open = equals == kNone ? kNone : rest_.find('"', equals + 1);
+    const std::size_t close = open == kNone ? kNone : rest_.find('"', open + 1);
+    if (close == kNone) {
+        return false;
+    }
+    name_ = XmlTrimmed(rest_.substr(0, equals));
+    value_ = rest_.substr(open + 1, close - open - 1);
+    rest_.remove_prefix(close + 1);
+    return true;
+}
+
+} // namespace Vorlan

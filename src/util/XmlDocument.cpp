@@ -1,0 +1,50 @@
+// Whole documents: reading and writing files.
+#include "XmlDocument.h"
+
+#include <fstream>
+#include <utility>
+
+#include "platform/Paths.h"
+#include "util/WholeFile.h"
+#include "util/XmlAccess.h"
+#include "util/XmlParser.h"
+
+namespace Vorlan {
+
+CXmlDocument::CXmlDocument() : CXmlElement(XML_DOCUMENT, nullptr) {}
+
+CXmlDocument::~CXmlDocument() = default;
+
+void CXmlDocument::ParseFile(std::string path)
+{
+    WholeFile file;
+    if (!file.Read(path)) {
+        throw CXmlException("Can not open file!");
+    }
+    Clear();
+    constexpr char kGuard = '\n';
+    ParseXmlContent(*this, std::move(file.text), file.size, kGuard);
+}
+
+void CXmlDocument::SaveFile(std::string path) const
+{
+    std::ofstream file(platform::Resolve(path), std::ios::out | std::ios::trunc);
+    const std::string xml = strToXml();
+    file.write(xml.data(), static_cast<std::streamsize>(xml.size()));
+    file.close();
+    if (!file) {
+        throw CXmlException("Can not write to file!");
+    }
+}
+
+CXmlElement& CXmlDocument::cRoot() const
+{
+    for (CXmlNode* node : cNodes()) {
+        if (CXmlElement* const element = XmlAccess::ElementOf(node)) {
+            return *element;
+        }
+    }
+    throw CXmlException("Can not find root element!");
+}
+
+} // namespace Vorlan
