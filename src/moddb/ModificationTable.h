@@ -1,0 +1,25 @@
+// The tab-separated table of modifications.
+#ifndef VORLAN_MODDB_MODIFICATIONTABLE_H
+#define VORLAN_MODDB_MODIFICATIONTABLE_H
+
+#include <string>
+#include <vector>
+
+#include "ModificationDB.h"
+
+namespace Vorlan {
+
+/// The names of the eleven columns, joined by tabs.
+std::string ModificationTableHeader();
+
+/// Reads the table. label is the literal name of the caller. Throws
+/// FileNotReadable and InvalidValue; ends the process for a malformed table.
+std::vector<CResidueModification> ReadModificationTable(const std::string& path, const char* label);
+
+/// Full id, id, full name and accession: the names under which the records of
+/// the table and of Unimod are registered.
+std::vector<std::string> FourNamesOf(const CResidueModification& record);
+
+} // namespace Vorlan
+
+#endif // VORLAN_MODDB_MODIFICATIONTABLE_H
