@@ -1,44 +1,18 @@
 #include "CommandLine.h"
 
+#include <string>
 #include <vector>
 
 #include <CLI/CLI.hpp>
 #include <OpenMS/CONCEPT/VersionInfo.h>
 #include <fmt/format.h>
 
+#include "AnnotateCommand.h"
 #include "Failure.h"
 
 namespace pelgrin {
 
 namespace {
-
-/// The options of "annotate" as texts.
-struct Texts {
-    std::vector<std::string> spectra;
-    std::string psms;
-    std::string format = "Calvex (.txt)";
-    std::string tolerance;
-    std::string ions = "b,y";
-    std::vector<std::string> modifications;
-    std::string minShift = "0.5";
-    std::string out;
-};
-
-constexpr const char kAnnotateFooter[] = R"(Example:
-  pelgrin annotate --spectra demo.mgf --psms demo_psms.txt \
-    --tolerance 20ppm --ions b,y \
-    --mod "Oxidation (M)=15.994915" --mod "Carbamidomethyl (C)=57.021464" \
-    --out results
-
-A record of the table and a spectrum meet by dataset and spectrum name; the
-dataset is the name of the MGF file, with or without ".mgf".
-
-Writes annotations.tsv, results.txt, matched.mgf and summary.json into the
-folder, and a short report to standard output.
-
-Exit status: 0 all well; 1 failure; 2 wrong usage; 3 finished, but some records
-could not be used (summary.json says which and why).
-)";
 
 std::string VersionLine()
 {
@@ -46,86 +20,88 @@ std::string VersionLine()
                        static_cast<const std::string&>(OpenMS::VersionInfo::getVersion()));
 }
 
-void AddAnnotate(CLI::App& app, Texts& texts)
+/// "mods find": the subcommands that were chosen, from outside in.
+std::string NameOf(const CLI::App& app)
 {
-    CLI::App* const annotate = app.add_subcommand(
-        "annotate", "Find the fragment ions of identified peptides in their spectra");
-    annotate->footer(kAnnotateFooter);
-    annotate->add_option("--spectra", texts.spectra, "MGF files with the spectra")
-        ->type_name("FILE")
-        ->required();
-    annotate->add_option("--psms", texts.psms, "table of peptide-spectrum matches")
-        ->type_name("TABLE")
-        ->required();
-    annotate->add_option("--format", texts.format, "format of the table: " + FormatChoices())
-        ->type_name("NAME")
-        ->capture_default_str();
-    annotate
-        ->add_option("--tolerance", texts.tolerance,
-                     "how far a peak may lie from the ion, such as 20ppm or 0.02Da")
-        ->type_name("WIDTH")
-        ->required();
-    annotate->add_option("--ions", texts.ions, "ion series, of a, b, c, x, y, z")
-        ->type_name("LETTERS")
-        ->capture_default_str();
-    annotate
-        ->add_option("--mod", texts.modifications,
-                     "mass of a modification that the table names, in Da; once for each name")
-        ->type_name("NAME=MASS");
-    annotate
-        ->add_option("--min-shift", texts.minShift,
-                     "smallest mass shift of a record, in Da, for which shifted ions are asked")
-        ->type_name("MASS")
-        ->capture_default_str();
-    annotate->add_option("--out", texts.out, "folder for the results; made when missing")
-        ->type_name("DIR")
-        ->required();
+    std::string name;
+    for (const CLI::App* command = &app; !command->get_subcommands().empty();) {
+        command = command->get_subcommands().front();
+        name += (name.empty() ? "" : " ") + command->get_name();
+    }
+    return name;
 }
 
-Parameters ParametersOf(const Texts& texts)
+/// The help of the innermost command that was chosen.
+std::string HelpOf(const CLI::App& app)
 {
-    Parameters parameters;
-    parameters.spectra = texts.spectra;
-    parameters.psms = texts.psms;
-    parameters.format = ParseFormat(texts.format);
-    parameters.tolerance = ParseTolerance(texts.tolerance);
-    parameters.ions = ParseIons(texts.ions);
-    parameters.modifications = ParseModifications(texts.modifications);
-    parameters.minShift = ParseMinShift(texts.minShift);
-    parameters.out = texts.out;
-    if (parameters.out.empty()) {
-        throw UsageError("--out: the name of the folder is empty");
+    const CLI::App* command = &app;
+    std::string before;
+    while (!command->get_subcommands().empty()) {
+        before += (before.empty() ? "" : " ") + command->get_name();
+        command = command->get_subcommands().front();
     }
-    return parameters;
+    return before.empty() ? app.help() : command->help(before);
+}
+
+/// The commands that app offers, joined by ", ".
+std::string ChoicesOf(const CLI::App& app)
+{
+    std::string choices;
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        choices += (choices.empty() ? "" : ", ") + command->get_name();
+    }
+    return choices;
+}
+
+/// Says which command is missing or wrong.
+[[noreturn]] void NoSuchCommand(const CLI::App& app)
+{
+    const CLI::App* group = &app;
+    while (!group->get_subcommands().empty()) {
+        group = group->get_subcommands().front();
+    }
+    const std::vector<std::string> rest = app.remaining(true);
+    throw UsageError(fmt::format("{}; there is: {}",
+                                 rest.empty()
+                                     ? "no command was given"
+                                     : fmt::format("\"{}\" is not a command", rest.front()),
+                                 ChoicesOf(*group)));
 }
 
 } // namespace
 
-std::variant<Parameters, TextToPrint> ReadCommandLine(int argc, const char* const* argv)
+void ReadCommandLine(int argc, const char* const* argv, Command& command)
 {
-    Texts texts;
     CLI::App app("Annotates identified spectra of tandem mass spectrometry.", "pelgrin");
     app.set_version_flag("--version", VersionLine());
     app.require_subcommand(1);
     app.footer("Try: pelgrin annotate --help");
-    AddAnnotate(app, texts);
+    AddAnnotateCommand(app, command);
     try {
         app.parse(argc, argv);
+        command.name = NameOf(app);
     } catch (const CLI::CallForHelp&) {
-        const auto chosen = app.get_subcommands();
-        return TextToPrint{chosen.empty() ? app.help() : chosen.front()->help("pelgrin")};
+        const std::string help = HelpOf(app);
+        command.run = [help] {
+            PrintOut(help);
+            return AllWell;
+        };
     } catch (const CLI::CallForVersion&) {
-        return TextToPrint{VersionLine() + "\n"};
+        command.run = [] {
+            PrintOut(VersionLine() + "\n");
+            return AllWell;
+        };
     } catch (const CLI::ParseError& error) {
-        if (app.get_subcommands().empty()) {
-            const std::vector<std::string> rest = app.remaining();
-            throw UsageError((rest.empty() ? "no command was given"
-                                           : "\"" + rest.front() + "\" is not a command")
-                             + "; there is: annotate");
+        command.name = NameOf(app);
+        const CLI::App* innermost = &app;
+        while (!innermost->get_subcommands().empty()) {
+            innermost = innermost->get_subcommands().front();
+        }
+        if (!ChoicesOf(*innermost).empty()) {
+            NoSuchCommand(app);
         }
         throw UsageError(error.what());
     }
-    return ParametersOf(texts);
 }
 
 } // namespace pelgrin

@@ -2,20 +2,13 @@
 #ifndef PELGRIN_COMMANDLINE_H
 #define PELGRIN_COMMANDLINE_H
 
-#include <string>
-#include <variant>
-
-#include "Parameters.h"
+#include "Command.h"
 
 namespace pelgrin {
 
-/// A text that was asked for instead of a run: help or version.
-struct TextToPrint {
-    std::string text;
-};
-
-/// Throws UsageError.
-std::variant<Parameters, TextToPrint> ReadCommandLine(int argc, const char* const* argv);
+/// Fills command, its name as soon as it is known. Help and version are
+/// commands, too. Throws UsageError.
+void ReadCommandLine(int argc, const char* const* argv, Command& command);
 
 } // namespace pelgrin
 

@@ -1,6 +1,5 @@
 #include "Run.h"
 
-#include <cstdio>
 #include <set>
 #include <variant>
 
@@ -93,14 +92,6 @@ private:
     BestRecords best_;
 };
 
-void PrintReport(const std::string& report)
-{
-    if (std::fwrite(report.data(), 1, report.size(), stdout) != report.size()
-        || std::fflush(stdout) != 0) {
-        throw Failure("standard output: the report cannot be written");
-    }
-}
-
 } // namespace
 
 ExitStatus RunAnnotate(const Parameters& parameters)
@@ -132,7 +123,7 @@ ExitStatus RunAnnotate(const Parameters& parameters)
     output.Finish(records);
     counts.spectraWritten = output.SpectraWritten();
     output.WriteSummary(SummaryOf(parameters, spectra, counts));
-    PrintReport(ReportOf(parameters, spectra, counts, annotator.Best()));
+    PrintOut(ReportOf(parameters, spectra, counts, annotator.Best()));
     if (counts.HasLosses()) {
         const std::uint64_t rows =
             counts.rowsBehindEmptyLine + counts.rowsBehindLongLine + counts.rowsCut;

@@ -2,12 +2,10 @@
 #ifndef PELGRIN_RUN_H
 #define PELGRIN_RUN_H
 
+#include "Command.h"
 #include "Parameters.h"
 
 namespace pelgrin {
-
-/// Exit statuses of the program.
-enum ExitStatus : int { AllWell = 0, Failed = 1, WrongUsage = 2, WithLosses = 3 };
 
 /// The five steps of "annotate": parameters, spectra, identifications,
 /// annotation, output. Gives AllWell or WithLosses; throws what cannot be
