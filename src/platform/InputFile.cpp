@@ -56,6 +56,12 @@ void InputFile::Close()
     }
 }
 
+bool InputFile::IsRegular() const
+{
+    struct stat entry;
+    return ::fstat(descriptor_, &entry) == 0 && S_ISREG(entry.st_mode);
+}
+
 std::uint64_t InputFile::Size() const
 {
     struct stat entry;

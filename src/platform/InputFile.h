@@ -21,6 +21,9 @@ public:
     void Close();
     bool IsOpen() const { return descriptor_ >= 0; }
 
+    /// An ordinary file, which has an end.
+    bool IsRegular() const;
+
     /// The size in bytes as the system tells it; 0 when it does not know, and
     /// when no file is open.
     std::uint64_t Size() const;

@@ -55,7 +55,7 @@ void DropCarriageReturns(WholeFile& file)
 bool WholeFile::Read(const std::string& path)
 {
     platform::InputFile file;
-    if (!file.Open(path)) {
+    if (!file.Open(path) || !file.IsRegular()) {
         return false;
     }
     // One more than the size that the system tells: the end is found without

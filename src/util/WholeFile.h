@@ -14,7 +14,8 @@ struct WholeFile {
     std::unique_ptr<char[]> text; ///< with room for one more character behind size
     std::size_t size = 0;
 
-    /// False when the file cannot be opened; a read error counts as its end.
+    /// False when the file cannot be opened or is no ordinary file: a device may
+    /// have no end. A read error counts as the end.
     bool Read(const std::string& path);
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <numeric>
 
 #include "util/XmlNames.h"
@@ -83,6 +84,9 @@ void XmlClosingTags::MakeIndex(std::size_t from)
     for (std::size_t place = text_.find("</", from); place != kNone;
          place = text_.find("</", place + 1)) {
         places_.push_back(place);
+    }
+    if (places_.size() >= kPassed) {
+        throw std::bad_alloc(); // more than four thousand million closing tags
     }
     hasIndex_ = true;
     const std::size_t count = places_.size();

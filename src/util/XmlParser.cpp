@@ -117,6 +117,7 @@ public:
     bool Parse()
     {
         const char* p = source_.text.get();
+        // Deliberate: B-27. What stands in front of a "<" makes no node.
         while (const char* const lt = Find('<', p, end_)) {
             const char next = lt + 1 < end_ ? lt[1] : '\0';
             if (next == '/') {

@@ -1,5 +1,6 @@
 // What somebody else's program does with the installed library: writes an MGF
-// file, reads it back, finds a peak, and catches an exception of the library.
+// file, reads it back, finds a peak, fills a database of its own kind, and
+// catches exceptions of the library.
 #include <cstddef>
 #include <cstdint>
 #include <iostream>
@@ -9,7 +10,11 @@
 #include <OpenMS/CONCEPT/Exception.h>
 
 #include "DataStructures.h"
+#include "InitFile.h"
+#include "ModificationDB.h"
 #include "SpectraIO.h"
+#include "TulkParam.h"
+#include "XmlDocument.h"
 
 using namespace Vorlan;
 
@@ -48,6 +53,41 @@ std::string Untargeted()
     return "nothing";
 }
 
+/// A loader of the host's own.
+class HostDatabase : public CModificationsDB {
+public:
+    HostDatabase()
+    {
+        CResidueModification record;
+        record.setId("Phospho");
+        record.setFullId("Phospho (S)");
+        record.setDiffMonoMass(79.966331);
+        addModifications_({record}, [](const CResidueModification& modification) {
+            return std::vector<std::string>{modification.getId()};
+        });
+    }
+};
+
+std::string WithoutRoot()
+{
+    CXmlDocument document;
+    try {
+        return document.cRoot().strValue();
+    } catch (const CXmlException& e) {
+        return e.szWhat();
+    }
+}
+
+std::string WithoutParameters()
+{
+    try {
+        CTulkParam::readFromFile("nowhere.ini");
+    } catch (const OpenMS::Exception::FileNotFound& e) {
+        return e.getFunction();
+    }
+    return "nothing";
+}
+
 } // namespace
 
 int main()
@@ -66,6 +106,10 @@ int main()
               << " peaks, hit at "
               << (hit < 0 ? 0.0 : spectrum.vPeaks.at(static_cast<std::size_t>(hit)).dMz)
               << ", thrown by " << Untargeted() << std::endl;
+    const std::string label = WithoutParameters();
+    const auto any = CResidueModification::NUMBER_OF_TERM_SPECIFICITY;
+    std::cout << HostDatabase().getModification("Phospho", "", any).getFullId() << ", "
+              << WithoutRoot() << ", thrown by " << label << std::endl;
     SpecIOFactory::DesctroySpectraIO(pReader);
     return 0;
 }
