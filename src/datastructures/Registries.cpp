@@ -4,14 +4,11 @@
 
 #include <algorithm>
 
+#include "util/LetterCase.h"
+
 namespace Vorlan {
 
 namespace {
-
-char ToUpperAscii(char c)
-{
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
 
 bool EqualNoCase(const std::string& a, const std::string& b)
 {

@@ -3,6 +3,8 @@
 #ifndef VORLAN_UTIL_XMLACCESS_H
 #define VORLAN_UTIL_XMLACCESS_H
 
+#include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -26,8 +28,23 @@ public:
     static bool FindAttribute(const CXmlElement& element, std::string_view name,
                               std::string_view& value);
 
+    /// The values of several attributes, found in one go; empty for those that
+    /// are not there.
+    template <std::size_t count>
+    static std::array<std::string_view, count>
+    Attributes(const CXmlElement& element, const std::array<std::string_view, count>& names)
+    {
+        std::array<std::string_view, count> values;
+        FindAttributes(element, names.data(), count, values.data());
+        return values;
+    }
+
     /// All attributes as they are written into a tag.
     static std::string AttributesXml(const CXmlElement& element);
+
+private:
+    static void FindAttributes(const CXmlElement& element, const std::string_view* names,
+                               std::size_t count, std::string_view* values);
 };
 
 } // namespace Vorlan

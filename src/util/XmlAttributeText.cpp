@@ -1,18 +1,6 @@
 #include "util/XmlAttributeText.h"
 
-#include "CStringProcess.h"
-
 namespace Vorlan {
-
-std::string_view XmlTrimmed(std::string_view text)
-{
-    const char* begin = text.data();
-    const char* end = text.data() + text.size();
-    CStringProcess::Trim(begin, end);
-    return {begin, static_cast<std::size_t>(end - begin)};
-}
-
-XmlAttributeText::XmlAttributeText(std::string_view text) : rest_(XmlTrimmed(text)) {}
 
 bool XmlAttributeText::Next()
 {

@@ -6,6 +6,19 @@
 
 namespace Vorlan {
 
+/// text without the blanks, tabs, line feeds and carriage returns at both ends.
+inline std::string_view XmlTrimmed(std::string_view text)
+{
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; };
+    while (!text.empty() && isBlank(text.front())) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && isBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
 /// Gives the attributes of a text one by one, as views into it:
 ///
 ///     XmlAttributeText attributes(text);
@@ -15,7 +28,7 @@ namespace Vorlan {
 /// stands between the next two double quotes.
 class XmlAttributeText {
 public:
-    explicit XmlAttributeText(std::string_view text);
+    explicit XmlAttributeText(std::string_view text) : rest_(XmlTrimmed(text)) {}
 
     bool Next();
     std::string_view Name() const { return name_; }
@@ -26,9 +39,6 @@ private:
     std::string_view name_;
     std::string_view value_;
 };
-
-/// text without the blanks, tabs, line feeds and carriage returns at both ends.
-std::string_view XmlTrimmed(std::string_view text);
 
 } // namespace Vorlan
 

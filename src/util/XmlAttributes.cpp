@@ -170,4 +170,26 @@ bool XmlAccess::FindAttribute(const CXmlElement& element, std::string_view name,
     return FindInText({attributes.pText_, attributes.nLength_}, name, value);
 }
 
+void XmlAccess::FindAttributes(const CXmlElement& element, const std::string_view* names,
+                               std::size_t count, std::string_view* values)
+{
+    const CXmlAttributes& attributes = element.cAttributes_;
+    XmlAttributeText text({attributes.pText_, attributes.nLength_});
+    while (text.Next()) {
+        const std::string_view* const name = std::find(names, names + count, text.Name());
+        if (name != names + count) {
+            values[name - names] = text.Value();
+        }
+    }
+    if (attributes.pEntries_ == nullptr) {
+        return;
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto entry = attributes.pEntries_->values.find(names[i]);
+        if (entry != attributes.pEntries_->values.end()) {
+            values[i] = entry->second;
+        }
+    }
+}
+
 } // namespace Vorlan

@@ -35,17 +35,17 @@ std::size_t XmlClosingTags::Find(std::size_t from, std::size_t end, std::string_
     Pass(from);
     const auto first = std::lower_bound(
         sorted_.begin(), sorted_.end(), name,
-        [this](std::uint32_t number, std::string_view n) { return WordAt(places_[number]) < n; });
+        [this](std::uint32_t number, std::string_view n) { return words_[number] < n; });
     const auto last = std::upper_bound(first, sorted_.end(), name,
                                        [this](std::string_view n, std::uint32_t number) {
-                                           return n < WordAt(places_[number]).substr(0, n.size());
+                                           return n < words_[number].substr(0, n.size());
                                        });
     const std::size_t number = FirstIn(static_cast<std::size_t>(first - sorted_.begin()),
                                        static_cast<std::size_t>(last - sorted_.begin()));
     if (number == kPassed) {
         return kNone;
     }
-    const std::size_t place = places_[number];
+    const std::size_t place = PlaceOf(words_[number]);
     return place + 2 + name.size() <= end ? place : kNone;
 }
 
@@ -71,31 +71,31 @@ std::size_t XmlClosingTags::Search(std::size_t from, std::size_t end, std::strin
     return found;
 }
 
-/// The text behind "</", up to what ends a name. Words do not overlap.
-std::string_view XmlClosingTags::WordAt(std::size_t place) const
+/// Where the "</" in front of a word stands.
+std::size_t XmlClosingTags::PlaceOf(std::string_view word) const
 {
-    const char* const begin = text_.data() + place + 2;
-    const char* const end = EndOfXmlName(begin, text_.data() + text_.size());
-    return {begin, static_cast<std::size_t>(end - begin)};
+    return static_cast<std::size_t>(word.data() - text_.data()) - 2;
 }
 
 void XmlClosingTags::MakeIndex(std::size_t from)
 {
     for (std::size_t place = text_.find("</", from); place != kNone;
          place = text_.find("</", place + 1)) {
-        places_.push_back(place);
+        const char* const word = text_.data() + place + 2;
+        const char* const end = EndOfXmlName(word, text_.data() + text_.size());
+        words_.emplace_back(word, static_cast<std::size_t>(end - word));
     }
-    if (places_.size() >= kPassed) {
+    if (words_.size() >= kPassed) {
         throw std::bad_alloc(); // more than four thousand million closing tags
     }
     hasIndex_ = true;
-    const std::size_t count = places_.size();
+    const std::size_t count = words_.size();
     sorted_.resize(count);
     std::iota(sorted_.begin(), sorted_.end(), std::uint32_t{0});
-    // By merging: every comparison costs no more than the word that it places.
-    std::stable_sort(sorted_.begin(), sorted_.end(), [this](std::uint32_t a, std::uint32_t b) {
-        return WordAt(places_[a]) < WordAt(places_[b]);
-    });
+    // By merging: a comparison costs no more than the word that it places, and
+    // words do not overlap.
+    std::stable_sort(sorted_.begin(), sorted_.end(),
+                     [this](std::uint32_t a, std::uint32_t b) { return words_[a] < words_[b]; });
     ranks_.resize(count);
     tree_.resize(2 * count);
     for (std::size_t rank = 0; rank < count; ++rank) {
@@ -110,8 +110,8 @@ void XmlClosingTags::MakeIndex(std::size_t from)
 /// Takes the places before from out of the tree.
 void XmlClosingTags::Pass(std::size_t from)
 {
-    const std::size_t count = places_.size();
-    for (; passed_ < count && places_[passed_] < from; ++passed_) {
+    const std::size_t count = words_.size();
+    for (; passed_ < count && PlaceOf(words_[passed_]) < from; ++passed_) {
         std::size_t node = count + ranks_[passed_];
         tree_[node] = kPassed;
         for (node /= 2; node >= 1; node /= 2) {
@@ -124,8 +124,8 @@ void XmlClosingTags::Pass(std::size_t from)
 std::size_t XmlClosingTags::FirstIn(std::size_t begin, std::size_t end) const
 {
     std::uint32_t smallest = kPassed;
-    begin += places_.size();
-    end += places_.size();
+    begin += words_.size();
+    end += words_.size();
     for (; begin < end; begin /= 2, end /= 2) {
         if (begin % 2 == 1) {
             smallest = std::min(smallest, tree_[begin++]);

@@ -31,7 +31,7 @@ public:
 private:
     std::size_t Search(std::size_t from, std::size_t end, std::string_view name);
     void MakeIndex(std::size_t from);
-    std::string_view WordAt(std::size_t place) const;
+    std::size_t PlaceOf(std::string_view word) const;
     void Pass(std::size_t from);
     std::size_t FirstIn(std::size_t begin, std::size_t end) const;
 
@@ -39,11 +39,11 @@ private:
     std::size_t mayRead_; ///< characters that plain searches may still read
     bool hasIndex_ = false;
 
-    std::vector<std::size_t> places_;   ///< of "</", ascending
-    std::vector<std::uint32_t> sorted_; ///< numbers of places, sorted by word
-    std::vector<std::uint32_t> ranks_;  ///< number of a place -> where it is in sorted_
-    std::vector<std::uint32_t> tree_;   ///< smallest number below each node; leaves last
-    std::size_t passed_ = 0;            ///< places before this number are passed
+    std::vector<std::string_view> words_; ///< behind each "</", up to what ends a name
+    std::vector<std::uint32_t> sorted_;   ///< numbers of words, sorted by their texts
+    std::vector<std::uint32_t> ranks_;    ///< number of a word -> where it is in sorted_
+    std::vector<std::uint32_t> tree_;     ///< smallest number below each node; leaves last
+    std::size_t passed_ = 0;              ///< words before this number are passed
 };
 
 } // namespace Vorlan

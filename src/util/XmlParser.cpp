@@ -40,7 +40,11 @@ const char* Find(std::string_view text, const char* begin, const char* end)
 [[noreturn]] void NoTagEnd(const char* tag, const char* end, const char& guard)
 {
     // Deliberate: B-34. The character behind the text belongs to the message.
-    throw CXmlException(std::string(tag, end) + guard + "Can not find '>'");
+    constexpr std::string_view kMissing = "Can not find '>'";
+    std::string message;
+    message.reserve(static_cast<std::size_t>(end - tag) + 1 + kMissing.size());
+    message.append(tag, end).append(1, guard).append(kMissing);
+    throw CXmlException(message);
 }
 
 /// The ">" that ends the markup which begins at lt, or null.
@@ -109,7 +113,7 @@ struct LooseNodes {
 class QuickParser {
 public:
     QuickParser(CXmlElement& top, Source& source, std::size_t size)
-        : top_(top), source_(source), end_(source.text.get() + size), mayCompare_(size)
+        : top_(top), source_(source), end_(source.text.get() + size), mayCompare_(16 * size)
     {
     }
 
@@ -159,6 +163,7 @@ private:
         place = element;
         if (!tag.isClosed) {
             open_.push_back({element, tag.name, loose_.nodes.size()});
+            openLength_ += tag.name.size();
         }
         return gt + 1;
     }
@@ -173,6 +178,7 @@ private:
         const auto first = loose_.nodes.begin() + static_cast<std::ptrdiff_t>(open.firstChild);
         XmlBuilder::NodesOf(*open.element).assign(first, loose_.nodes.end());
         loose_.nodes.resize(open.firstChild);
+        openLength_ -= open.name.size();
         open_.pop_back();
         return gt + 1;
     }
@@ -212,10 +218,10 @@ private:
         const auto begins = [text](const Open& open) {
             return text.compare(0, open.name.size(), open.name) == 0;
         };
-        if (open_.empty() || open_.size() > mayCompare_ || !begins(open_.back())) {
+        if (open_.empty() || openLength_ > mayCompare_ || !begins(open_.back())) {
             return false;
         }
-        mayCompare_ -= open_.size();
+        mayCompare_ -= openLength_;
         return std::none_of(open_.begin(), open_.end() - 1, begins);
     }
 
@@ -228,10 +234,11 @@ private:
     CXmlElement& top_;
     Source& source_;
     const char* const end_;
-    std::size_t mayCompare_; ///< names; deep documents take the careful way
+    std::size_t mayCompare_; ///< characters; deep documents take the careful way
     XmlNames names_;
     std::vector<Open> open_;
-    LooseNodes loose_; ///< children of open elements, in order
+    std::size_t openLength_ = 0; ///< of the names of all open elements
+    LooseNodes loose_;           ///< children of open elements, in order
 };
 
 // ---- The careful way -----------------------------------------------------
