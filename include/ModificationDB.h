@@ -28,7 +28,6 @@
 #define VORLAN_MODIFICATIONDB_H
 
 #include <cstddef>
-#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -167,6 +166,7 @@ private:
 // ===== 2. CModificationsDB =================================================
 
 class ModificationMasses;
+class ModificationNames;
 
 /// A database of modifications: filled by its loader, then only asked. Records
 /// stay where they are as long as the database; asking is safe from several
@@ -228,27 +228,29 @@ protected:
     /// wanted is empty or equals residue.
     bool residuesMatch_(const std::string& wanted, const std::string& residue) const;
 
-    /// The names under which a record is registered.
-    using NamesOf = std::vector<std::string> (*)(const CResidueModification&);
+    /// The fields of a record under whose values it can be found by name.
+    enum NameField : unsigned { BY_ID = 1, BY_FULL_ID = 2, BY_FULL_NAME = 4, BY_ACCESSION = 8 };
 
-    /// Appends records to the database and registers them under their names.
-    /// Records that were there before are copied to stand in front of the new
-    /// ones; references to the former ones stay good.
-    void addModifications_(std::vector<CResidueModification> records, NamesOf names);
+    /// Appends records to the database and registers each under the values of
+    /// nameFields, any of NameField joined by "|". Records that were there
+    /// before are copied to stand in front of the new ones; references to the
+    /// former ones stay good.
+    void addModifications_(std::vector<CResidueModification> records, unsigned nameFields);
 
 private:
     using Records = std::vector<CResidueModification>;
-    using RecordSet = std::set<const CResidueModification*>;
 
     const Records& Records_() const { return *vBlocks_.back(); }
-    const RecordSet& RecordsNamed_(const std::string& name) const;
+    template <typename Take>
+    void ForEachNamed_(const std::string& name, const std::string& residue,
+                       CResidueModification::TermSpecificity specificity, Take take) const;
     bool Matches_(const CResidueModification& record, const std::string& residue,
                   CResidueModification::TermSpecificity specificity) const;
 
     /// The last one is the database, in contiguous storage; those before it
     /// keep the addresses good that were given away.
     std::vector<std::unique_ptr<const Records>> vBlocks_;
-    std::map<OpenMS::String, RecordSet> mapNames_;
+    std::unique_ptr<ModificationNames> pNames_;
     std::unique_ptr<const ModificationMasses> pMasses_;
 };
 

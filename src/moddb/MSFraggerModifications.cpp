@@ -10,6 +10,7 @@
 #include "moddb/MSFraggerModifications.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 
 #include "CStringProcess.h"
@@ -42,13 +43,17 @@ Specificity TerminusOf(char symbol)
     }
 }
 
-/// residue is empty for a terminus of any residue. A mass of zero, or that is
-/// not a number, makes no record.
+/// Every site repeats the text of the mass: a longer one would make records of
+/// gigabytes out of one line.
+constexpr std::size_t kLongestMass = 256;
+
+/// residue is empty for a terminus of any residue. A mass that is zero or no
+/// number makes no record.
 void Append(const std::string& massText, Specificity specificity, const std::string& residue,
             std::vector<CResidueModification>& records)
 {
     const double mass = numbers::ToDouble(massText);
-    if (mass == 0.0) {
+    if (mass == 0.0 || std::isnan(mass) || massText.size() > kLongestMass) {
         return;
     }
     CResidueModification record;

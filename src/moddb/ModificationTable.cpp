@@ -127,9 +127,4 @@ std::vector<CResidueModification> ReadModificationTable(const std::string& path,
     return records;
 }
 
-std::vector<std::string> FourNamesOf(const CResidueModification& record)
-{
-    return {record.getFullId(), record.getId(), record.getFullName(), record.getUniModAccession()};
-}
-
 } // namespace Vorlan

@@ -16,10 +16,6 @@ std::string ModificationTableHeader();
 /// FileNotReadable and InvalidValue; ends the process for a malformed table.
 std::vector<CResidueModification> ReadModificationTable(const std::string& path, const char* label);
 
-/// Full id, id, full name and accession: the names under which the records of
-/// the table and of Unimod are registered.
-std::vector<std::string> FourNamesOf(const CResidueModification& record);
-
 } // namespace Vorlan
 
 #endif // VORLAN_MODDB_MODIFICATIONTABLE_H

@@ -8,6 +8,7 @@
 #include "moddb/ClassificationTexts.h"
 #include "moddb/ModificationDBErrors.h"
 #include "moddb/ModificationMasses.h"
+#include "moddb/ModificationNames.h"
 #include "moddb/ModificationTable.h"
 #include "platform/Paths.h"
 #include "util/Console.h"
@@ -54,7 +55,7 @@ void AppendRow(std::string& text, const CResidueModification& record)
 
 CModificationsDB::CModificationsDB()
 {
-    addModifications_({}, nullptr);
+    addModifications_({}, 0);
 }
 
 CModificationsDB::~CModificationsDB() = default;
@@ -77,13 +78,24 @@ bool CModificationsDB::Matches_(const CResidueModification& record, const std::s
                || specificity == record.getTermSpecificity());
 }
 
-const CModificationsDB::RecordSet& CModificationsDB::RecordsNamed_(const std::string& name) const
+/// Calls take(record) for the matching records under name, in order, as long as
+/// it gives true.
+template <typename Take>
+void CModificationsDB::ForEachNamed_(const std::string& name, const std::string& residue,
+                                     CResidueModification::TermSpecificity specificity,
+                                     Take take) const
 {
-    const auto place = mapNames_.find(name);
-    if (place == mapNames_.end()) {
+    const std::vector<std::size_t> numbers = pNames_->Find(Records_(), name);
+    if (numbers.empty()) {
         errors::NoSuchModification(name);
     }
-    return place->second;
+    for (const std::size_t number : numbers) {
+        const CResidueModification& record = Records_()[number];
+        if (record.getFullId() != kNeverGiven && Matches_(record, residue, specificity)
+            && !take(record)) {
+            break;
+        }
+    }
 }
 
 void CModificationsDB::searchModifications(std::set<const CResidueModification*>& result,
@@ -91,23 +103,25 @@ void CModificationsDB::searchModifications(std::set<const CResidueModification*>
                                            CResidueModification::TermSpecificity specificity) const
 {
     result.clear();
-    for (const CResidueModification* record : RecordsNamed_(name)) {
-        if (record->getFullId() != kNeverGiven && Matches_(*record, residue, specificity)) {
-            result.insert(result.end(), record);
-        }
-    }
+    ForEachNamed_(name, residue, specificity, [&result](const CResidueModification& record) {
+        result.insert(result.end(), &record);
+        return true;
+    });
 }
 
 const CResidueModification&
 CModificationsDB::getModification(const std::string& name, const std::string& residue,
                                   CResidueModification::TermSpecificity specificity) const
 {
-    RecordSet found;
-    searchModifications(found, name, residue, specificity);
-    if (found.empty()) {
+    const CResidueModification* first = nullptr;
+    ForEachNamed_(name, residue, specificity, [&first](const CResidueModification& record) {
+        first = &record;
+        return false;
+    });
+    if (first == nullptr) {
         errors::ModificationNotAvailable(name);
     }
-    return **found.begin();
+    return *first;
 }
 
 void CModificationsDB::searchModificationsByDiffMonoMass(
@@ -147,36 +161,29 @@ void CModificationsDB::writeToFile(std::string path) const
     }
 }
 
-void CModificationsDB::addModifications_(std::vector<CResidueModification> records, NamesOf names)
+void CModificationsDB::addModifications_(std::vector<CResidueModification> records,
+                                         unsigned nameFields)
 {
-    auto block = std::make_unique<Records>();
-    std::map<OpenMS::String, RecordSet> index;
     const std::size_t former = vBlocks_.empty() ? 0 : Records_().size();
-    block->reserve(former + records.size());
     if (former > 0) {
-        *block = Records_();
-        block->reserve(former + records.size());
-        for (const auto& [name, set] : mapNames_) {
-            for (const CResidueModification* record : set) {
-                index[name].insert(block->data() + (record - Records_().data()));
-            }
-        }
+        Records both = Records_();
+        both.insert(both.end(), std::make_move_iterator(records.begin()),
+                    std::make_move_iterator(records.end()));
+        records = std::move(both);
     }
-    std::move(records.begin(), records.end(), std::back_inserter(*block));
     std::vector<double> masses;
-    for (const CResidueModification& record : *block) {
+    masses.reserve(records.size());
+    for (const CResidueModification& record : records) {
         masses.push_back(record.getDiffMonoMass());
     }
-    for (std::size_t number = former; number < block->size(); ++number) {
-        const CResidueModification& record = (*block)[number];
-        for (const std::string& name : names(record)) {
-            RecordSet& set = index[name];
-            set.insert(set.end(), &record);
-        }
+    auto names = std::make_unique<ModificationNames>();
+    if (pNames_ != nullptr) {
+        *names = *pNames_;
     }
+    names->Add(records, former, nameFields);
     auto sorted = std::make_unique<const ModificationMasses>(masses);
-    vBlocks_.push_back(std::move(block));
-    mapNames_.swap(index);
+    vBlocks_.push_back(std::make_unique<const Records>(std::move(records)));
+    pNames_ = std::move(names);
     pMasses_ = std::move(sorted);
 }
 

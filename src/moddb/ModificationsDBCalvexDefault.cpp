@@ -24,7 +24,7 @@ void CModificationsDBCalvexDefault::readFromUnimodTXTFile(const std::string& pat
 {
     addModifications_(
         ReadModificationTable(path, "CModificationsDBCalvexDefault::readFromUnimodTXTFile"),
-        FourNamesOf);
+        BY_ID | BY_FULL_ID | BY_FULL_NAME | BY_ACCESSION);
 }
 
 } // namespace Vorlan

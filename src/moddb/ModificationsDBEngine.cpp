@@ -48,7 +48,7 @@ void CModificationsDBEngineCalvex::readFromSearchEngineFile(const std::string& p
 {
     addModifications_(
         ReadModificationTable(path, "CModificationsDBEngineCalvex::readFromSearchEngineFile"),
-        FourNamesOf);
+        BY_ID | BY_FULL_ID | BY_FULL_NAME | BY_ACCESSION);
 }
 
 // ---- pFind 3 -------------------------------------------------------------
@@ -63,9 +63,7 @@ CModificationsDBEnginePFind3::~CModificationsDBEnginePFind3() = default;
 void CModificationsDBEnginePFind3::readFromSearchEngineFile(const std::string& path)
 {
     // Deliberate: B-47. Under the id only.
-    addModifications_(ReadPFind3Modifications(path), [](const CResidueModification& record) {
-        return std::vector<std::string>{record.getId()};
-    });
+    addModifications_(ReadPFind3Modifications(path), BY_ID);
 }
 
 // ---- MSFragger -----------------------------------------------------------
@@ -79,9 +77,7 @@ CModificationsDBEngineMSFragger::~CModificationsDBEngineMSFragger() = default;
 
 void CModificationsDBEngineMSFragger::readFromSearchEngineFile(const std::string& path)
 {
-    addModifications_(ReadMSFraggerModifications(path), [](const CResidueModification& record) {
-        return std::vector<std::string>{record.getId(), record.getFullId()};
-    });
+    addModifications_(ReadMSFraggerModifications(path), BY_ID | BY_FULL_ID);
 }
 
 } // namespace Vorlan

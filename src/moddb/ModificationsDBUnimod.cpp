@@ -1,5 +1,7 @@
 // Unimod XML: umod:unimod > umod:modifications > umod:mod > umod:specificity and
 // umod:delta; the neutral losses stand inside the specificity.
+#include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -28,18 +30,9 @@ void ForEachChild(const CXmlElement& element, std::string_view name, Take take)
     }
 }
 
-std::string TextOf(const CXmlElement& element, std::string_view attribute)
+std::string WithArrow(std::string_view escaped)
 {
-    return std::string(XmlAccess::Attribute(element, attribute));
-}
-
-double MassOf(const CXmlElement& element, std::string_view attribute)
-{
-    return numbers::ToDouble(XmlAccess::Attribute(element, attribute));
-}
-
-std::string WithArrow(std::string name)
-{
+    std::string name(escaped);
     constexpr std::string_view kEscaped = "-&gt;";
     const std::size_t place = name.find(kEscaped);
     if (place != std::string::npos) {
@@ -48,38 +41,52 @@ std::string WithArrow(std::string name)
     return name;
 }
 
+using Masses = std::array<std::string_view, 2>;
+
+/// The texts of the monoisotopic and the average mass.
+Masses MassesOf(const CXmlElement& element)
+{
+    return XmlAccess::Attributes(element, Masses{"mono_mass", "avge_mass"});
+}
+
 void SetNeutralLoss(CResidueModification& record, const CXmlElement& specificity)
 {
     bool found = false;
     ForEachChild(specificity, "umod:NeutralLoss", [&](const CXmlElement& loss) {
-        const double mass = MassOf(loss, "mono_mass");
-        if (!found && mass > 0.0) {
+        const auto [mono, average] = MassesOf(loss);
+        const double mass = found ? 0.0 : numbers::ToDouble(mono);
+        if (mass > 0.0) {
             found = true;
             record.setNeutralLossMonoMass(mass);
-            record.setNeutralLossAverageMass(MassOf(loss, "avge_mass"));
+            record.setNeutralLossAverageMass(numbers::ToDouble(average));
         }
     });
 }
 
 void AppendRecords(const CXmlElement& mod, std::vector<CResidueModification>& records)
 {
+    using Texts = std::array<std::string_view, 3>;
     const CXmlElement* const delta = XmlAccess::FirstChild(mod, "umod:delta");
     if (delta == nullptr) {
         return;
     }
+    const auto [title, fullName, recordId] =
+        XmlAccess::Attributes(mod, Texts{"title", "full_name", "record_id"});
+    const auto [mono, average] = MassesOf(*delta);
     CResidueModification common;
-    common.setId(WithArrow(TextOf(mod, "title")));
-    common.setFullName(WithArrow(TextOf(mod, "full_name")));
-    common.setUniModAccession("UniMod:" + TextOf(mod, "record_id"));
-    common.setDiffMonoMass(MassOf(*delta, "mono_mass"));
-    common.setDiffAverageMass(MassOf(*delta, "avge_mass"));
+    common.setId(WithArrow(title));
+    common.setFullName(WithArrow(fullName));
+    common.setUniModAccession("UniMod:" + std::string(recordId));
+    common.setDiffMonoMass(numbers::ToDouble(mono));
+    common.setDiffAverageMass(numbers::ToDouble(average));
     ForEachChild(mod, "umod:specificity", [&](const CXmlElement& specificity) {
-        CResidueModification record = common;
-        record.setOrigin(TextOf(specificity, "site"));
-        record.setTermSpecificity(TextOf(specificity, "position"));
-        record.setSourceClassification(TextOf(specificity, "classification"));
+        const auto [site, position, classification] =
+            XmlAccess::Attributes(specificity, Texts{"site", "position", "classification"});
+        CResidueModification& record = records.emplace_back(common);
+        record.setOrigin(std::string(site));
+        record.setTermSpecificity(std::string(position));
+        record.setSourceClassification(std::string(classification));
         SetNeutralLoss(record, specificity);
-        records.push_back(std::move(record));
     });
 }
 
@@ -100,10 +107,16 @@ std::vector<CResidueModification> ReadUnimod(const std::string& path)
     document.ParseFile(path);
     std::vector<CResidueModification> records;
     const CXmlElement* const mods = XmlAccess::FirstChild(document.cRoot(), "umod:modifications");
-    if (mods != nullptr) {
-        ForEachChild(*mods, "umod:mod",
-                     [&records](const CXmlElement& mod) { AppendRecords(mod, records); });
+    if (mods == nullptr) {
+        return records;
     }
+    std::size_t count = 0; // room at once: records are large
+    ForEachChild(*mods, "umod:mod", [&count](const CXmlElement& mod) {
+        ForEachChild(mod, "umod:specificity", [&count](const CXmlElement&) { ++count; });
+    });
+    records.reserve(count);
+    ForEachChild(*mods, "umod:mod",
+                 [&records](const CXmlElement& mod) { AppendRecords(mod, records); });
     return records;
 }
 
@@ -149,7 +162,7 @@ void CModificationsDBUnimod::readFromUnimodXMLFile(const std::string& path)
         }
     }
     console::Print(console::Stream::Out, origins); // Deliberate: B-42
-    addModifications_(std::move(records), FourNamesOf);
+    addModifications_(std::move(records), BY_ID | BY_FULL_ID | BY_FULL_NAME | BY_ACCESSION);
 }
 
 } // namespace Vorlan

@@ -104,11 +104,12 @@ std::vector<CResidueModification> ReadPFind3Modifications(const std::string& pat
         errors::PFind3FileNotReadable(path);
     }
     std::string_view line;
-    if (!reader.Next(line) || !GivesNumber(line)) {
-        reader.Seek(0);
+    bool isLine = reader.Next(line);
+    if (isLine && GivesNumber(line)) {
+        isLine = reader.Next(line);
     }
     std::vector<CResidueModification> records;
-    for (std::size_t k = 0; reader.Next(line); ++k) {
+    for (std::size_t k = 0; isLine; ++k, isLine = reader.Next(line)) {
         if (line.substr(0, 4) != "name") {
             continue;
         }

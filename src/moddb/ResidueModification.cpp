@@ -5,6 +5,7 @@
 #include "ModificationDB.h"
 #include "moddb/ClassificationTexts.h"
 #include "moddb/ModificationDBErrors.h"
+#include "util/LetterCase.h"
 
 namespace Vorlan {
 
@@ -89,14 +90,13 @@ std::string CResidueModification::getTermSpecificityName(TermSpecificity specifi
 
 void CResidueModification::setSourceClassification(const OpenMS::String& text)
 {
-    OpenMS::String lower = text;
-    lower.toLower();
+    std::string lower = LowerAscii(text);
     if (lower == "artefact") {
         lower = "artifact";
     }
     eSourceClassification_ = UNKNOWN;
     for (std::size_t i = 0; i < kClassifications.size(); ++i) {
-        if (lower == std::string(kClassifications[i].dump)) {
+        if (lower == kClassifications[i].dump) {
             eSourceClassification_ = static_cast<SourceClassification>(i);
         }
     }

@@ -2,9 +2,8 @@
 
 #include <string_view>
 
-#include <OpenMS/DATASTRUCTURES/String.h>
-
 #include "CStringProcess.h"
+#include "util/LetterCase.h"
 
 namespace Vorlan {
 
@@ -31,8 +30,7 @@ bool IsResidueAfterBlank(std::string_view text)
 /// Fills site and specificity from the text between the parentheses.
 void Classify(const std::string& text, ModificationEntry& entry)
 {
-    OpenMS::String upper = text;
-    upper.toUpper();
+    const std::string upper = UpperAscii(text);
     entry.site = text;
     for (const Phrase& phrase : kPhrases) {
         if (std::string_view(upper).substr(0, phrase.text.size()) != phrase.text) {

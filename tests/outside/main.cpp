@@ -62,9 +62,7 @@ public:
         record.setId("Phospho");
         record.setFullId("Phospho (S)");
         record.setDiffMonoMass(79.966331);
-        addModifications_({record}, [](const CResidueModification& modification) {
-            return std::vector<std::string>{modification.getId()};
-        });
+        addModifications_({record}, BY_ID);
     }
 };
 

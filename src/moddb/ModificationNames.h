@@ -1,0 +1,42 @@
+// Finding modifications by name.
+#ifndef VORLAN_MODDB_MODIFICATIONNAMES_H
+#define VORLAN_MODDB_MODIFICATIONNAMES_H
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "ModificationDB.h"
+
+namespace Vorlan {
+
+/// The names of a list of records: a hash table of chains. A chain has its
+/// entries in the order of the records. The names stay in the records, which
+/// the caller hands in with every question.
+class ModificationNames {
+public:
+    using Records = std::vector<CResidueModification>;
+
+    /// Adds the records from number first on, under the values of the fields.
+    void Add(const Records& records, std::size_t first, unsigned fields);
+
+    /// The numbers of the records under name, ascending, each once.
+    std::vector<std::size_t> Find(const Records& records, std::string_view name) const;
+
+private:
+    struct Entry {
+        std::uint32_t record;
+        std::uint32_t field;
+        std::uint32_t next; ///< in the chain
+    };
+
+    std::size_t ChainOf(std::string_view name) const;
+
+    std::vector<Entry> entries_;
+    std::vector<std::uint32_t> heads_; ///< a power of two
+};
+
+} // namespace Vorlan
+
+#endif // VORLAN_MODDB_MODIFICATIONNAMES_H
