@@ -25,6 +25,14 @@ TEST(CLocale, ScanGivesHowManyNumbersWereRead)
     EXPECT_EQ(second, 5.0);
 }
 
+TEST(CLocale, ToDoubleReadsAsAtof)
+{
+    EXPECT_EQ(platform::ToDoubleInCLocale(" 1.5x"), 1.5);
+    EXPECT_EQ(platform::ToDoubleInCLocale("0x1p4"), 16.0);
+    EXPECT_EQ(platform::ToDoubleInCLocale("x"), 0.0);
+    EXPECT_EQ(platform::ToDoubleInCLocale(""), 0.0);
+}
+
 TEST(CLocale, ScanLeavesTheHostsLocaleAsItIs)
 {
     const char* const set = std::setlocale(LC_ALL, "de_DE.UTF-8");
@@ -34,6 +42,7 @@ TEST(CLocale, ScanLeavesTheHostsLocaleAsItIs)
     double value = 0.0;
     EXPECT_EQ(platform::ScanDoubleInCLocale("1.5,5", value), 1);
     EXPECT_EQ(value, 1.5);
+    EXPECT_EQ(platform::ToDoubleInCLocale("2.5,5"), 2.5);
     EXPECT_EQ(std::sscanf("1,5", "%lf", &value), 1);
     EXPECT_EQ(value, 1.5);
     EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "de_DE.UTF-8");

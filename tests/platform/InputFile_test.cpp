@@ -139,6 +139,33 @@ TEST(InputFile, SocketIsNotOpened)
     ::close(socket);
 }
 
+TEST(InputFile, SizeIsThatOfTheOpenFile)
+{
+    const TempFolder folder;
+    InputFile file;
+    EXPECT_EQ(file.Size(), 0U) << "not open";
+    ASSERT_TRUE(file.Open(folder.Write("file", "abc\0de"s)));
+    EXPECT_EQ(file.Size(), 6U);
+    BytesAt(file, 4, 10);
+    EXPECT_EQ(file.Size(), 6U) << "reading changes nothing";
+    ASSERT_TRUE(file.Open(folder.Write("empty", "")));
+    EXPECT_EQ(file.Size(), 0U);
+    ASSERT_EQ(::truncate(folder.PathOf("empty").c_str(), off_t{1} << 33), 0);
+    EXPECT_EQ(file.Size(), std::uint64_t{1} << 33) << "as the file grows";
+    file.Close();
+    EXPECT_EQ(file.Size(), 0U) << "closed";
+}
+
+TEST(InputFile, SizeIsZeroWhereTheSystemDoesNotKnowIt)
+{
+    InputFile file;
+    if (!file.Open("/proc/self/maps")) {
+        GTEST_SKIP() << "no /proc/self/maps";
+    }
+    EXPECT_EQ(file.Size(), 0U);
+    EXPECT_EQ(BytesAt(file, 0, 1).size(), 1U);
+}
+
 TEST(InputFile, OpenResolvesThePath)
 {
     const TempFolder folder;

@@ -1,5 +1,6 @@
 #include "util/Console.h"
 
+#include <cstdlib>
 #include <iostream>
 #include <sstream>
 
@@ -49,6 +50,25 @@ TEST(Console, NothingIsAddedToAnEmptyText)
 {
     const Printed printed = PrintedBy([] { console::Print(console::Stream::Out, ""); });
     EXPECT_EQ(printed.out, "");
+}
+
+using ConsoleDeathTest = testing::Test;
+
+TEST(ConsoleDeathTest, PrintAndExitPrintsOnStandardErrorAndEndsWithOne)
+{
+    EXPECT_EXIT(console::PrintAndExit("Error: x\n"), testing::ExitedWithCode(1), "^Error: x\n$");
+    EXPECT_EXIT(console::PrintAndExit(""), testing::ExitedWithCode(1), "^$");
+}
+
+TEST(ConsoleDeathTest, PrintAndExitEndsAsTheCLibraryDoes)
+{
+    const auto end = [] {
+        std::atexit([] { console::Print(console::Stream::Err, "at the end"); });
+        std::cout.rdbuf(std::cerr.rdbuf());
+        std::cout << "out, "; // is flushed at the end
+        console::PrintAndExit("error, ");
+    };
+    EXPECT_EXIT(end(), testing::ExitedWithCode(1), "error, at the end");
 }
 
 /// Counts how often it was told to pass its text on.

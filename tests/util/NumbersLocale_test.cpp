@@ -1,5 +1,6 @@
 // Numbers are the same whatever locale the host has set.
 #include <clocale>
+#include <cstdlib>
 #include <locale>
 #include <sstream>
 
@@ -19,6 +20,7 @@ struct Read {
     std::string text;
     test::ScannedOne one;
     test::ScannedTwo two;
+    double plain = 0.0;
 };
 
 std::vector<std::string> Texts()
@@ -39,7 +41,8 @@ std::vector<Read> ReadByTheCLibrary()
 {
     std::vector<Read> all;
     for (const std::string& text : Texts()) {
-        all.push_back({text, test::SlowScanDouble(text), test::SlowScanTwoDoubles(text)});
+        all.push_back({text, test::SlowScanDouble(text), test::SlowScanTwoDoubles(text),
+                       std::atof(text.c_str())});
     }
     return all;
 }
@@ -51,6 +54,7 @@ void ExpectRead(const std::vector<Read>& all)
         one.isRead = numbers::ScanDouble(read.text, one.value);
         ASSERT_EQ(one.isRead, read.one.isRead) << read.text;
         ASSERT_TRUE(SameBits(one.value, read.one.value)) << read.text << ": " << one.value;
+        ASSERT_TRUE(SameBits(numbers::ToDouble(read.text), read.plain)) << read.text;
         test::ScannedTwo two;
         numbers::ScanTwoDoubles(read.text, two.first, two.second);
         ASSERT_TRUE(SameBits(two.first, read.two.first)) << read.text << ": " << two.first;

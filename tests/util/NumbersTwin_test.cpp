@@ -1,4 +1,6 @@
 // Reading and writing numbers gives what the C library gives, bit for bit.
+#include <cstdlib>
+
 #include "support/Random.h"
 #include "support/Support.h"
 #include "util/Numbers.h"
@@ -11,8 +13,19 @@ namespace {
 using test::Random;
 using test::SameBits;
 
+void CompareToDouble(const std::string& text)
+{
+    const double slow = std::atof(text.c_str());
+    const double value = numbers::ToDouble(text);
+    ASSERT_TRUE(SameBits(value, slow))
+        << testing::PrintToString(text) << ": " << value << ", expected " << slow;
+}
+
+/// Every way to read doubles.
 void CompareScans(const std::string& text)
 {
+    CompareToDouble(text);
+
     const test::ScannedOne slow = test::SlowScanDouble(text);
     test::ScannedOne one;
     one.isRead = numbers::ScanDouble(text, one.value);

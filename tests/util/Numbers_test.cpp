@@ -3,6 +3,7 @@
 #include "util/Numbers.h"
 
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 
 #include "support/Support.h"
@@ -150,6 +151,58 @@ TEST(Numbers, ScanDoubleReadsAMegabyteOfDigits)
     EXPECT_EQ(value, 10.0);
     EXPECT_TRUE(numbers::ScanDouble(std::string(1 << 20, '9'), value));
     EXPECT_EQ(value, kInf);
+}
+
+// ---- ToDouble --------------------------------------------------------------
+
+TEST(Numbers, ToDoubleReadsWhatScanDoubleReads)
+{
+    for (const DoubleCase& c : kDoubleCases) {
+        if (c.isRead) {
+            EXPECT_TRUE(SameBits(numbers::ToDouble(c.text), c.value)) << c.reason;
+        }
+    }
+}
+
+struct AtofCase {
+    const char* reason;
+    std::string text;
+    double value;
+};
+
+// atof takes what it can of a text; sscanf fails on most of these.
+const AtofCase kAtofCases[] = {
+    {"nothing", "", 0.0},
+    {"blanks", " \t\n", 0.0},
+    {"a word", "Da", 0.0},
+    {"a sign alone", "-", 0.0},
+    {"a point alone", ".", 0.0},
+    {"a point and an exponent", ".e1", 0.0},
+    {"a NUL in front", "\0001"s, 0.0},
+    {"an exponent without digits", "20e", 20.0},
+    {"a unit that begins like an exponent", "20eV", 20.0},
+    {"an exponent with nothing but a sign", "-20e+", -20.0},
+    {"a unit behind it", "20ppm", 20.0},
+    {"a comma", "1,5", 1.0},
+    {"a hexadecimal number without digits", "0x", 0.0},
+    {"a hexadecimal number without an exponent's digits", "0x10p", 16.0},
+    {"a beginning of infinity", "infi", kInf},
+};
+
+TEST(Numbers, ToDoubleReadsAsAtof)
+{
+    for (const AtofCase& c : kAtofCases) {
+        EXPECT_TRUE(SameBits(numbers::ToDouble(c.text), c.value))
+            << c.reason << ": " << numbers::ToDouble(c.text);
+        EXPECT_TRUE(SameBits(std::atof(c.text.c_str()), c.value)) << c.reason;
+    }
+}
+
+TEST(Numbers, ToDoubleReadsPartOfALongerText)
+{
+    const std::string text = "12345";
+    EXPECT_EQ(numbers::ToDouble(std::string_view(text).substr(1, 2)), 23.0);
+    EXPECT_EQ(numbers::ToDouble(std::string_view()), 0.0);
 }
 
 // ---- ScanTwoDoubles --------------------------------------------------------
