@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <limits>
 #include <string>
 
@@ -53,6 +54,12 @@ void CompareScanInt(const std::string& text)
     fuzz::Check(numbers::ToInt(text) == (hasExpected ? expected : 0), "ToInt reads as atoi");
 }
 
+void CompareToDouble(const std::string& text)
+{
+    fuzz::Check(fuzz::SameBits(numbers::ToDouble(text), std::strtod(text.c_str(), nullptr)),
+                "ToDouble reads as atof");
+}
+
 template <typename Append>
 void CompareWriting(Append append, const char* format, double value)
 {
@@ -71,6 +78,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CompareScanDouble(text);
     CompareScanTwoDoubles(text);
     CompareScanInt(text);
+    CompareToDouble(text);
     const auto value = fuzz::Bytes(data, size).Raw<double>();
     CompareWriting(numbers::AppendFixed6, "%.6f", value);
     CompareWriting(numbers::AppendScientific5, "%.5e", value);
