@@ -22,6 +22,7 @@
 #include "SpectraIO.h"
 #include "support/Claims.h"
 #include "support/Inputs.h"
+#include "support/OwnProcess.h"
 
 namespace {
 
@@ -177,51 +178,28 @@ void LoadOpenMS(benchmark::State& state)
 
 // ---- Memory -----------------------------------------------------------------
 
-double ResidentMegabytes()
-{
-    long total = 0;
-    long resident = 0;
-    std::ifstream("/proc/self/statm") >> total >> resident;
-    return static_cast<double>(resident) * static_cast<double>(::sysconf(_SC_PAGESIZE)) / 1e6;
-}
-
-double PeakResidentMegabytes()
-{
-    std::ifstream status("/proc/self/status");
-    for (std::string word; status >> word;) {
-        if (word == "VmHWM:") {
-            double kibibytes = 0.0;
-            status >> kibibytes;
-            return kibibytes * 1024 / 1e6;
-        }
-    }
-    return 0.0;
-}
-
 constexpr char kGrowthOption[] = "--print-growth-by-index";
 
 /// Growth of the resident set by InitLoad, while the index stands and at the
 /// highest. Only a process that has done nothing before can tell.
 int PrintGrowthByIndex(const char* path)
 {
-    const double before = ResidentMegabytes();
+    const double before = bench::ResidentMegabytes();
     Vorlan::MgfIO reader;
     reader.InitLoad(path);
-    std::printf("%f %f\n", ResidentMegabytes() - before, PeakResidentMegabytes() - before);
+    std::printf("%f %f\n", bench::ResidentMegabytes() - before,
+                bench::PeakResidentMegabytes() - before);
     return reader.tGetInputSpecNumber() > 0 ? 0 : 1;
 }
 
 void IndexMemory(benchmark::State& state)
 {
-    const std::string program = std::filesystem::read_symlink("/proc/self/exe").string();
-    const std::string command =
-        '"' + program + "\" " + kGrowthOption + " \"" + TheInput().Path() + '"';
     double standing = 0.0;
     double highest = 0.0;
     for (auto _ : state) {
-        FILE* const child = ::popen(command.c_str(), "r");
-        const int numbers = std::fscanf(child, "%lf %lf", &standing, &highest);
-        if (::pclose(child) != 0 || numbers != 2) {
+        const auto child = bench::RunMyself({kGrowthOption, TheInput().Path()});
+        const int numbers = std::sscanf(child.output.c_str(), "%lf %lf", &standing, &highest);
+        if (child.status != 0 || numbers != 2) {
             state.SkipWithError("the measuring process failed");
         }
     }

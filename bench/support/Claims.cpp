@@ -39,11 +39,13 @@ public:
             }
             const double unit = benchmark::GetTimeUnitMultiplier(run.time_unit);
             Samples& samples = samples_[run.run_name.function_name];
-            samples.cpu.push_back(run.GetAdjustedCPUTime() / unit);
-            samples.wall.push_back(run.GetAdjustedRealTime() / unit);
-            const auto counter = run.counters.find("MB");
-            samples.megabytes.push_back(counter == run.counters.end() ? 0.0
-                                                                      : counter->second.value);
+            const auto counter = [&run](const char* name, double otherwise) {
+                const auto found = run.counters.find(name);
+                return found == run.counters.end() ? otherwise : found->second.value;
+            };
+            samples.cpu.push_back(counter("own_cpu_s", run.GetAdjustedCPUTime() / unit));
+            samples.wall.push_back(counter("own_wall_s", run.GetAdjustedRealTime() / unit));
+            samples.megabytes.push_back(counter("MB", 0.0));
         }
         ConsoleReporter::ReportRuns(runs);
     }
@@ -91,15 +93,23 @@ std::string Times(const Median& median)
 void PrintRow(const Claim& claim, const std::string& ours, const std::string& other,
               const std::string& measured, const std::string& wanted, bool holds)
 {
+    const bool isWanted = claim.bound != Claim::kNothingWanted;
     std::cout << "| " << claim.what << " | " << ours << " | " << claim.otherIs << other << " | "
-              << measured << " | " << wanted << " | " << (holds ? "yes" : "**no**") << " |\n";
+              << measured << " | " << (isWanted ? wanted : "") << " | "
+              << (!isWanted ? ""
+                  : holds   ? "yes"
+                            : "**no**")
+              << " |\n";
 }
 
 void PrintClaim(const Claim& claim, const Collector& results)
 {
     const Median ours = results.Of(claim.ours);
     if (claim.kind == Claim::Megabytes) {
-        PrintRow(claim, Format("%.1f MB", ours.megabytes), "", "",
+        const bool alone = claim.other.empty();
+        const double other = alone ? 0.0 : results.Of(claim.other).megabytes;
+        PrintRow(claim, Format("%.1f MB", ours.megabytes), alone ? "" : Format(": %.1f MB", other),
+                 alone ? "" : Format("%.3g times as much", ours.megabytes / other),
                  Format("<= %.4g MB", claim.bound), ours.megabytes <= claim.bound);
         return;
     }

@@ -15,10 +15,13 @@ struct Claim {
         TimesTheTime, ///< time of ours / time of other, at most bound
         Megabytes     ///< the counter "MB" of ours, at most bound
     };
+    /// A bound for rows that are there for information.
+    static constexpr double kNothingWanted = 0.0;
+
     std::string what;
     std::string ours;    ///< name of a benchmark
     std::string otherIs; ///< what the other side is, for the table
-    std::string other;   ///< name of a benchmark; empty for Megabytes
+    std::string other;   ///< name of a benchmark; may be empty for Megabytes
     Kind kind;
     double bound;
 };
@@ -27,6 +30,9 @@ struct Claim {
 /// to standard output. Repetitions of different benchmarks alternate, so that
 /// other load on the machine meets both sides. Gives the exit status: 0 unless
 /// a benchmark reported an error; a bound that is missed is only shown.
+///
+/// The counters "own_cpu_s" and "own_wall_s" of a benchmark, in seconds, stand for
+/// the time that was measured: another process may have taken it.
 int Run(int argc, char** argv, const std::vector<Claim>& claims);
 
 } // namespace bench
