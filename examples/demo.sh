@@ -1,7 +1,9 @@
 #!/bin/sh
-# Annotates the example data with the program of a finished build.
+# Does the run of examples/data/demo.ini with the program of a finished build.
 #
 #     examples/demo.sh BUILD_DIR OUT_DIR
+#
+# The results go to OUT_DIR; the file itself says build/demo.
 set -u
 
 if [ $# -ne 2 ]; then
@@ -9,21 +11,28 @@ if [ $# -ne 2 ]; then
     exit 2
 fi
 pelgrin=$1/apps/pelgrin/pelgrin
-out=$2
-data=$(dirname "$0")/data
 if [ ! -x "$pelgrin" ]; then
     echo "demo: $pelgrin is missing; build the target pelgrin first" >&2
     exit 1
+fi
+pelgrin=$(cd "$(dirname "$pelgrin")" && pwd)/pelgrin
+mkdir -p "$2" || exit 1
+out=$(cd "$2" && pwd)
+
+# The paths of demo.ini begin in the folder above examples.
+cd "$(dirname "$0")/.." || exit 1
+parameters=examples/data/demo.ini
+if [ "$out" != "$(pwd)/build/demo" ]; then
+    parameters=$out/demo.ini
+    sed "s|^output = .*|output = $out|" examples/data/demo.ini >"$parameters" || exit 1
 fi
 
 echo "Looking for the b and y ions of identified peptides in their spectra."
 echo "Here b ions hold the peptide's beginning and y ions its end."
 echo
-"$pelgrin" annotate \
-    --spectra "$data/demo.mgf" --psms "$data/demo_psms.txt" --format "Calvex (.txt)" \
-    --tolerance 20ppm --ions b,y \
-    --mod "Oxidation (M)=15.994915" --mod "Carbamidomethyl (C)=57.021464" \
-    --out "$out"
+echo "    pelgrin run $parameters"
+echo
+"$pelgrin" run "$parameters"
 status=$?
 
 # Three rows of the table have no spectrum on purpose: that is status 3.

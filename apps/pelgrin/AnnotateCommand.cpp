@@ -1,12 +1,17 @@
 #include "AnnotateCommand.h"
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
+#include <fmt/format.h>
+
 #include "Failure.h"
+#include "FileLines.h"
 #include "Parameters.h"
 #include "Run.h"
+#include "Spectra.h"
 
 namespace pelgrin {
 
@@ -78,7 +83,7 @@ Parameters ParametersOf(const Texts& texts)
 {
     Parameters parameters;
     parameters.spectra = texts.spectra;
-    parameters.psms = texts.psms;
+    parameters.psms = {texts.psms};
     parameters.format = ParseFormat(texts.format);
     parameters.tolerance = ParseTolerance(texts.tolerance);
     parameters.ions = ParseIons(texts.ions);
@@ -91,6 +96,28 @@ Parameters ParametersOf(const Texts& texts)
     return parameters;
 }
 
+/// Refuses what cannot work before any work is done.
+void CheckInputs(const Parameters& parameters)
+{
+    CheckReadable(parameters.psms.front());
+    std::set<std::string> names;
+    for (const std::string& path : parameters.spectra) {
+        CheckReadable(path);
+        if (!names.insert(FileNameOf(path)).second) {
+            throw UsageError(fmt::format("--spectra: two files are named \"{}\"; records could not "
+                                         "tell them apart",
+                                         FileNameOf(path)));
+        }
+    }
+}
+
+ExitStatus RunAnnotate(const Texts& texts)
+{
+    const Parameters parameters = ParametersOf(texts);
+    CheckInputs(parameters);
+    return Run(parameters);
+}
+
 } // namespace
 
 void AddAnnotateCommand(CLI::App& app, Command& chosen)
@@ -99,8 +126,7 @@ void AddAnnotateCommand(CLI::App& app, Command& chosen)
         "annotate", "Find the fragment ions of identified peptides in their spectra");
     const auto texts = std::make_shared<Texts>();
     AddOptions(annotate, *texts);
-    annotate->callback(
-        [&chosen, texts] { chosen.run = [texts] { return RunAnnotate(ParametersOf(*texts)); }; });
+    annotate->callback([&chosen, texts] { chosen.run = [texts] { return RunAnnotate(*texts); }; });
 }
 
 } // namespace pelgrin

@@ -73,7 +73,8 @@ FragmentPlan PlanOf(const Vorlan::PeptideIdentification& record, const Parameter
     FragmentPlan plan;
     plan.ions = parameters.ions;
     plan.maxCharge = MaxIonCharge(record.nCharge);
-    if (std::fabs(record.dMassShift) >= parameters.minShift && record.dMassShift != 0.0) {
+    if (parameters.shiftedIons && std::fabs(record.dMassShift) >= parameters.minShift
+        && record.dMassShift != 0.0) {
         plan.massShift = record.dMassShift;
     }
     return plan;

@@ -9,6 +9,9 @@
 
 #include "AnnotateCommand.h"
 #include "Failure.h"
+#include "ModsCommand.h"
+#include "ParamsCommand.h"
+#include "RunCommand.h"
 
 namespace pelgrin {
 
@@ -75,8 +78,12 @@ void ReadCommandLine(int argc, const char* const* argv, Command& command)
     CLI::App app("Annotates identified spectra of tandem mass spectrometry.", "pelgrin");
     app.set_version_flag("--version", VersionLine());
     app.require_subcommand(1);
-    app.footer("Try: pelgrin annotate --help");
+    app.footer("Try: pelgrin params template > run.ini, pelgrin run run.ini\n"
+               "     pelgrin annotate --help");
+    AddRunCommand(app, command);
+    AddParamsCommand(app, command);
     AddAnnotateCommand(app, command);
+    AddModsCommand(app, command);
     try {
         app.parse(argc, argv);
         command.name = NameOf(app);

@@ -20,7 +20,7 @@ constexpr ReasonTexts kTexts[kReasons] = {
     {"charge_unusable", "charge is not 1 to 100"},
     {"empty_sequence", "the sequence is empty"},
     {"residue_without_mass", "a residue has no mass"},
-    {"modification_without_mass", "a modification has no mass (--mod)"},
+    {"modification_without_mass", "a modification has no mass"},
     {"modification_position_outside_sequence", "a modification lies outside the sequence"},
     {"mass_shift_not_finite", "the mass shift is not a finite number"},
     {"spectrum_without_peaks", "the spectrum has no peaks"},
@@ -84,19 +84,29 @@ Share Counts::AllIons() const
     return all;
 }
 
-bool Counts::HasLosses() const
+std::uint64_t Counts::LeftByFdr() const
 {
-    return annotated != read || rowsBehindEmptyLine + rowsBehindLongLine + rowsCut > 0;
+    return aboveThreshold + decoys + withoutProteins + scoreNotANumber;
+}
+
+std::uint64_t Counts::NotUsed() const
+{
+    return read - annotated - aboveThreshold - decoys;
+}
+
+std::uint64_t Counts::LostRows() const
+{
+    return rowsBehindEmptyLine + rowsBehindLongLine + rowsCut;
 }
 
 void Counts::Check() const
 {
     const std::uint64_t joined = joinedByName + joinedWithoutEnding;
-    if (read != joined + NotJoined() || joined != annotated + Skipped()) {
+    if (read != LeftByFdr() + joined + NotJoined() || joined != annotated + Skipped()) {
         throw std::logic_error(fmt::format(
-            "counts do not add up: {} records read, {} joined, {} not joined, {} annotated, "
-            "{} skipped",
-            read, joined, NotJoined(), annotated, Skipped()));
+            "counts do not add up: {} records read, {} left by FDR control, {} joined, {} not "
+            "joined, {} annotated, {} skipped",
+            read, LeftByFdr(), joined, NotJoined(), annotated, Skipped()));
     }
 }
 

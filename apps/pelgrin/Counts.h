@@ -54,6 +54,12 @@ struct Counts {
     std::uint64_t rowsCut = 0;
 
     std::uint64_t read = 0;
+    // Records that left by FDR control.
+    std::uint64_t aboveThreshold = 0; ///< targets
+    std::uint64_t decoys = 0;
+    std::uint64_t withoutProteins = 0;
+    std::uint64_t scoreNotANumber = 0;
+
     std::uint64_t joinedByName = 0;        ///< dataset is the file's name
     std::uint64_t joinedWithoutEnding = 0; ///< dataset is the name without ".mgf"
     std::uint64_t annotated = 0;
@@ -67,13 +73,18 @@ struct Counts {
     std::array<std::array<Share, 3>, 7> ions;
 
     void Add(const Problem& problem);
+    std::uint64_t LeftByFdr() const;
     std::uint64_t NotJoined() const;
     std::uint64_t Skipped() const;
     Share AllIons() const;
-    /// Some records, or rows of the table, could not be used.
-    bool HasLosses() const;
-    /// Throws std::logic_error unless records read = joined + not joined and
-    /// joined = annotated + skipped.
+    /// Records that could not be used. Decoys and targets above the threshold
+    /// were used, to estimate the false discovery rate.
+    std::uint64_t NotUsed() const;
+    /// Rows of the tables that were not read, or cut.
+    std::uint64_t LostRows() const;
+    bool HasLosses() const { return NotUsed() + LostRows() > 0; }
+    /// Throws std::logic_error unless records read = left by FDR control +
+    /// joined + not joined and joined = annotated + skipped.
     void Check() const;
 };
 

@@ -82,6 +82,23 @@ void FileLines::Append(Line& line, const char* bytes, std::size_t size)
     }
 }
 
+std::string ResolvedPath(const std::string& path)
+{
+    const auto exists = [](const std::string& text) {
+        std::error_code ignored;
+        return std::filesystem::exists(text, ignored);
+    };
+    const std::size_t last = path.rfind('\\');
+    if (last == std::string::npos || exists(path)) {
+        return path;
+    }
+    std::string all = path;
+    std::replace(all.begin(), all.end(), '\\', '/');
+    std::string onlyLast = path;
+    onlyLast[last] = '/';
+    return !exists(all) && exists(onlyLast) ? onlyLast : all;
+}
+
 void CheckReadable(const std::string& path)
 {
     if (path.find('\\') != std::string::npos) {

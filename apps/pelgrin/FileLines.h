@@ -45,6 +45,11 @@ private:
     char last_ = '\0'; ///< last byte of the line so far
 };
 
+/// The path that the library opens for a text with backslashes, "a\\b.mgf": as
+/// it stands when there is such an entry, else with every backslash as "/", or
+/// with only the last one when that exists.
+std::string ResolvedPath(const std::string& path);
+
 /// Throws Failure unless path is an ordinary file that can be read, and one
 /// that the library can reach: it takes a backslash as a separator.
 void CheckReadable(const std::string& path);

@@ -1,6 +1,8 @@
 #include "Identifications.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <memory>
 
 #include <OpenMS/CONCEPT/Exception.h>
@@ -32,29 +34,33 @@ std::string QuotedIn(const std::string& text)
     return begin < end ? text.substr(begin + 1, end - begin - 1) : text;
 }
 
-void Load(const Parameters& parameters, std::vector<Vorlan::PeptideIdentification>& records)
+using Records = std::vector<Vorlan::PeptideIdentification>;
+
+Records Load(const std::string& name, Vorlan::PepIdentType::EPepIdentType format)
 {
-    const std::filesystem::path path(parameters.psms);
+    Records records;
+    const std::filesystem::path path(name);
     const std::unique_ptr<Vorlan::PeptideIdentificationIO, GiveBack> reader(
-        Vorlan::PepIdentIOFactory::pGetPepIdentIO(parameters.format));
+        Vorlan::PepIdentIOFactory::pGetPepIdentIO(format));
     try {
         reader->InitLoad(
             Vorlan::PepIdentSource(std::filesystem::absolute(path).parent_path().string(),
-                                   path.filename().string(), parameters.format));
+                                   path.filename().string(), format));
         reader->Load(records);
         reader->EndLoad();
     } catch (const OpenMS::Exception::ElementNotFound& error) {
-        throw Failure(fmt::format("{}:1: expected a column named \"{}\" in the header line",
-                                  parameters.psms, QuotedIn(error.what())));
+        throw Failure(fmt::format("{}:1: expected a column named \"{}\" in the header line", name,
+                                  QuotedIn(error.what())));
     } catch (const OpenMS::Exception::ConversionError& error) {
         // All rows before this one are in records; the header is line 1.
         throw Failure(
             fmt::format("{}:{}: expected numbers in the columns Charge, ObsMH, Mass Shift, "
                         "Main Score and Identified Mod Position: {}",
-                        parameters.psms, records.size() + 2, error.what()));
+                        name, records.size() + 2, error.what()));
     } catch (const OpenMS::Exception::FileNotReadable&) {
-        throw Failure(fmt::format("{}: cannot be read", parameters.psms));
+        throw Failure(fmt::format("{}: cannot be read", name));
     }
+    return records;
 }
 
 void Warn(const std::string& path, const TableAudit& audit)
@@ -73,24 +79,28 @@ void Warn(const std::string& path, const TableAudit& audit)
 
 } // namespace
 
-std::vector<Vorlan::PeptideIdentification> ReadIdentifications(const Parameters& parameters,
-                                                               Counts& counts)
+Identifications ReadIdentifications(const Parameters& parameters, Counts& counts)
 {
-    const TableAudit audit = AuditTable(parameters.psms);
-    Warn(parameters.psms, audit);
-    std::vector<Vorlan::PeptideIdentification> records;
-    Load(parameters, records);
-    if (records.size() != audit.rows) {
-        throw Failure(
-            fmt::format("{}: expected {} rows, as counted before, but {} were read: the file "
-                        "was changed, or cannot be read to its end",
-                        parameters.psms, audit.rows, records.size()));
+    Identifications all;
+    for (const std::string& path : parameters.psms) {
+        const TableAudit audit = AuditTable(path);
+        Warn(path, audit);
+        Records records = Load(path, parameters.format);
+        if (records.size() != audit.rows) {
+            throw Failure(
+                fmt::format("{}: expected {} rows, as counted before, but {} were read: the file "
+                            "was changed, or cannot be read to its end",
+                            path, audit.rows, records.size()));
+        }
+        const std::size_t begin = all.records.size();
+        all.files.push_back({path, begin, begin + records.size()});
+        std::move(records.begin(), records.end(), std::back_inserter(all.records));
+        counts.rowsBehindEmptyLine += audit.rowsBehindEmptyLine;
+        counts.rowsBehindLongLine += audit.rowsBehindLongLine;
+        counts.rowsCut += audit.cutsRow ? 1 : 0;
     }
-    counts.read = records.size();
-    counts.rowsBehindEmptyLine = audit.rowsBehindEmptyLine;
-    counts.rowsBehindLongLine = audit.rowsBehindLongLine;
-    counts.rowsCut = audit.cutsRow ? 1 : 0;
-    return records;
+    counts.read = all.records.size();
+    return all;
 }
 
 } // namespace pelgrin

@@ -26,24 +26,6 @@ constexpr const char* kFileNames[] = {"annotations.tsv", "results.txt", "matched
                               reason != 0 ? std::strerror(reason) : ""));
 }
 
-void RefuseToOverwriteInputs(const Parameters& parameters)
-{
-    std::vector<std::string> inputs = parameters.spectra;
-    inputs.push_back(parameters.psms);
-    for (const char* const name : kFileNames) {
-        const std::filesystem::path output = std::filesystem::path(parameters.out) / name;
-        for (const std::string& input : inputs) {
-            std::error_code ignored;
-            if (std::filesystem::equivalent(output, input, ignored)) {
-                throw Failure(
-                    fmt::format("{}: is an input and would be overwritten; choose another "
-                                "folder for --out",
-                                output.string()));
-            }
-        }
-    }
-}
-
 /// The path of a file in the output folder, which is created first.
 std::string PathIn(const Parameters& parameters, const char* name)
 {
@@ -62,6 +44,25 @@ std::string PathIn(const Parameters& parameters, const char* name)
 }
 
 } // namespace
+
+void RefuseToOverwriteInputs(const Parameters& parameters)
+{
+    std::vector<std::string> inputs = parameters.spectra;
+    inputs.insert(inputs.end(), parameters.psms.begin(), parameters.psms.end());
+    inputs.insert(inputs.end(), parameters.fileInputs.begin(), parameters.fileInputs.end());
+    for (const char* const name : kFileNames) {
+        const std::filesystem::path output = std::filesystem::path(parameters.out) / name;
+        for (const std::string& input : inputs) {
+            std::error_code ignored;
+            if (std::filesystem::equivalent(output, input, ignored)) {
+                throw Failure(
+                    fmt::format("{}: is an input and would be overwritten; choose another "
+                                "folder for {}",
+                                output.string(), parameters.outName));
+            }
+        }
+    }
+}
 
 const std::string_view kAnnotationHeader =
     "Dataset Name\tSpectrum Name\tSequence\tCharge\tIon\tIon Index\tIon Charge\tStatus\t"

@@ -32,6 +32,9 @@ private:
 
 class MatchedSpectra;
 
+/// Throws Failure when a file of the output folder would overwrite an input.
+void RefuseToOverwriteInputs(const Parameters& parameters);
+
 /// The four files of a run. Every member throws Failure with the path of the
 /// file that cannot be written.
 class OutputFolder {

@@ -21,6 +21,17 @@ namespace {
 
 constexpr std::string_view kIonLetters = "abcxyz"; // in the order of Peak::EIonType
 
+std::string_view WithoutBlanks(std::string_view text)
+{
+    const std::size_t begin = text.find_first_not_of(' ');
+    if (begin == std::string_view::npos) {
+        return {};
+    }
+    return text.substr(begin, text.find_last_not_of(' ') - begin + 1);
+}
+
+} // namespace
+
 std::string Lower(std::string_view text)
 {
     std::string lower(text);
@@ -32,15 +43,6 @@ std::string Lower(std::string_view text)
     return lower;
 }
 
-std::string_view WithoutBlanks(std::string_view text)
-{
-    const std::size_t begin = text.find_first_not_of(' ');
-    if (begin == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(begin, text.find_last_not_of(' ') - begin + 1);
-}
-
 bool HasReader(PepIdentType::EPepIdentType type)
 {
     Vorlan::PeptideIdentificationIO* reader = PepIdentIOFactory::pGetPepIdentIO(type);
@@ -48,8 +50,6 @@ bool HasReader(PepIdentType::EPepIdentType type)
     PepIdentIOFactory::DesctroyPepIdentIO(reader);
     return has;
 }
-
-} // namespace
 
 std::optional<double> ParseNumber(std::string_view text)
 {

@@ -3,6 +3,7 @@
 #define PELGRIN_PARAMETERS_H
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "DataStructures.h"
+#include "Fdr.h"
 
 namespace pelgrin {
 
@@ -21,15 +23,30 @@ struct Tolerance {
 /// Name, as WithAnyTerm spells it -> mass, Da.
 using ModificationMasses = std::map<std::string, double>;
 
+class ModificationLookup;
+
+/// What a run is asked for: by the command line of "annotate", or by the
+/// parameter file of "run".
 struct Parameters {
+    std::string program = "pelgrin annotate";
     std::vector<std::string> spectra; ///< paths of MGF files
-    std::string psms;                 ///< path of the table
+    std::vector<std::string> psms;    ///< paths of the tables
     Vorlan::PepIdentType::EPepIdentType format = Vorlan::PepIdentType::CalvexTxt;
     Tolerance tolerance;
     std::vector<Vorlan::Peak::EIonType> ions;
     ModificationMasses modifications;
-    double minShift = 0.5; ///< smaller mass shifts are errors of measurement, Da
-    std::string out;       ///< folder of the output files
+    double minShift = 0.5;         ///< smaller mass shifts are errors of measurement, Da
+    bool shiftedIons = true;       ///< ask ions with a record's mass shift, too
+    std::string out;               ///< folder of the output files
+    std::string outName = "--out"; ///< what the user knows that folder as
+
+    // Of "run" only.
+    std::string parameterFile;                        ///< empty for "annotate"
+    std::vector<std::string> fileInputs;              ///< what else was read: never overwritten
+    std::shared_ptr<const ModificationLookup> lookup; ///< for names not in modifications
+    std::map<std::string, std::string> modificationSources; ///< name -> where its mass stands
+    std::optional<FdrPlan> fdr;
+    std::vector<std::string> notOffered; ///< what the file asks for in vain: "localization"
 };
 
 // Each of these throws UsageError with a text that names what was given and
@@ -54,6 +71,9 @@ double ParseMinShift(const std::string& text);
 /// library reads are choices.
 Vorlan::PepIdentType::EPepIdentType ParseFormat(const std::string& text);
 
+/// The library has a reader for the type.
+bool HasReader(Vorlan::PepIdentType::EPepIdentType type);
+
 /// The display names that ParseFormat takes, in quotes, joined by ", ".
 std::string FormatChoices();
 
@@ -63,6 +83,9 @@ std::optional<double> ParseNumber(std::string_view text);
 /// Spells a terminus as the table reader does: " (N-term" becomes
 /// " (Any N-term", and likewise for the C-terminus.
 std::string WithAnyTerm(const std::string& name);
+
+/// ASCII letters in lower case.
+std::string Lower(std::string_view text);
 
 /// 'b' for Peak::B_ION and so on.
 char LetterOf(Vorlan::Peak::EIonType ion);

@@ -42,7 +42,35 @@ std::string DetailsText(const std::map<std::string, std::uint64_t>& details)
     return text + ")";
 }
 
-void AddRecords(std::string& text, const SpectraPool& spectra, const Counts& counts)
+void AddFdr(std::string& text, const Parameters& parameters, const Counts& counts)
+{
+    if (!parameters.fdr) {
+        return;
+    }
+    Add(text, "  FDR control{:>9}   matches leave the run\n", counts.LeftByFdr());
+    Add(text, "             {:>9}   decoys\n", counts.decoys);
+    Add(text, "             {:>9}   with a q-value above {}\n", counts.aboveThreshold,
+        parameters.fdr->threshold);
+    for (const auto& [count, reason] :
+         {std::pair<std::uint64_t, const char*>{counts.withoutProteins, "without proteins"},
+          {counts.scoreNotANumber, "with a score that is no number"}}) {
+        if (count > 0) {
+            Add(text, "             {:>9}   {}\n", count, reason);
+        }
+    }
+}
+
+/// Where a mass that is missing could have been.
+const char* PlaceOfMasses(Reason reason, const Parameters& parameters)
+{
+    if (reason != Reason::ModificationWithoutMass) {
+        return "";
+    }
+    return parameters.lookup ? " (not in the database)" : " (--mod)";
+}
+
+void AddRecords(std::string& text, const Parameters& parameters, const SpectraPool& spectra,
+                const Counts& counts)
 {
     std::uint64_t total = 0;
     for (const SpectraFile& file : spectra.Files()) {
@@ -50,15 +78,19 @@ void AddRecords(std::string& text, const SpectraPool& spectra, const Counts& cou
     }
     Add(text, "Spectra      {:>9}   in {} file{}\n", total, spectra.Files().size(),
         spectra.Files().size() == 1 ? "" : "s");
-    Add(text, "Matches read {:>9}\n", counts.read);
+    Add(text, "Matches read {:>9}{}\n", counts.read,
+        parameters.psms.size() == 1 ? std::string()
+                                    : fmt::format("   in {} files", parameters.psms.size()));
+    AddFdr(text, parameters, counts);
     Add(text, "  joined     {:>9}   with their spectra, by name\n",
         counts.joinedByName + counts.joinedWithoutEnding);
     Add(text, "  annotated  {:>9}\n", counts.annotated);
     Add(text, "  not used   {:>9}\n", counts.NotJoined() + counts.Skipped());
     for (std::size_t i = 0; i < kReasons; ++i) {
         if (counts.notUsed[i] > 0) {
-            Add(text, "             {:>9}   {}{}\n", counts.notUsed[i],
-                TextOf(static_cast<Reason>(i)), DetailsText(counts.details[i]));
+            const auto reason = static_cast<Reason>(i);
+            Add(text, "             {:>9}   {}{}{}\n", counts.notUsed[i], TextOf(reason),
+                PlaceOfMasses(reason, parameters), DetailsText(counts.details[i]));
         }
     }
     const std::uint64_t lost = counts.rowsBehindEmptyLine + counts.rowsBehindLongLine;
@@ -154,14 +186,16 @@ std::string ReportOf(const Parameters& parameters, const SpectraPool& spectra, c
                      const BestRecords& best)
 {
     std::string text;
-    AddRecords(text, spectra, counts);
+    AddRecords(text, parameters, spectra, counts);
     AddIons(text, parameters, counts);
     AddBest(text, best);
-    Add(text, "\nFiles in {}\n", OneLine(parameters.out));
-    text += "  annotations.tsv   every ion that was found, with its peak\n"
-            "  results.txt       the matches read, as a native table\n"
-            "  matched.mgf       the spectra that were joined\n"
-            "  summary.json      all counts\n";
+    Add(text,
+        "\nFiles in {}\n"
+        "  annotations.tsv   every ion that was found, with its peak\n"
+        "  results.txt       the matches {}, as a native table\n"
+        "  matched.mgf       the spectra that were joined\n"
+        "  summary.json      all counts\n",
+        OneLine(parameters.out), parameters.fdr ? "that FDR control left" : "read");
     return text;
 }
 

@@ -1,15 +1,14 @@
 #include "Run.h"
 
-#include <set>
+#include <utility>
 #include <variant>
 
-#include <fmt/format.h>
 #include <spdlog/spdlog.h>
 
 #include "Annotation.h"
-#include "Failure.h"
-#include "FileLines.h"
+#include "FdrControl.h"
 #include "Identifications.h"
+#include "Modifications.h"
 #include "Output.h"
 #include "Report.h"
 #include "Spectra.h"
@@ -19,21 +18,6 @@
 namespace pelgrin {
 
 namespace {
-
-/// Refuses what cannot work before any work is done.
-void CheckInputs(const Parameters& parameters)
-{
-    CheckReadable(parameters.psms);
-    std::set<std::string> names;
-    for (const std::string& path : parameters.spectra) {
-        CheckReadable(path);
-        if (!names.insert(FileNameOf(path)).second) {
-            throw UsageError(fmt::format("--spectra: two files are named \"{}\"; records could not "
-                                         "tell them apart",
-                                         FileNameOf(path)));
-        }
-    }
-}
 
 /// Annotates the records of a run one by one.
 class Annotator {
@@ -92,48 +76,66 @@ private:
     BestRecords best_;
 };
 
+/// Step 3: the records that a run goes on with, and the masses of the
+/// modifications that they name.
+std::vector<Vorlan::PeptideIdentification> Identify(Parameters& parameters, RunResults& results)
+{
+    Identifications identifications = ReadIdentifications(parameters, results.counts);
+    if (parameters.fdr) {
+        results.fdr = ControlFdr(*parameters.fdr, identifications, results.counts);
+    }
+    if (parameters.lookup) {
+        AddMasses(identifications.records, parameters);
+    }
+    return std::move(identifications.records);
+}
+
+void AnnotateAll(const std::vector<Vorlan::PeptideIdentification>& records, Annotator& annotator,
+                 Counts& counts)
+{
+    ProgressBar bar("annotating", records.size());
+    for (const Vorlan::PeptideIdentification& record : records) {
+        if (const auto problem = annotator.Take(record)) {
+            counts.Add(*problem);
+        }
+        bar.Step();
+    }
+    counts.Check();
+}
+
+/// Says what was lost, and gives the status that tells it.
+ExitStatus Conclude(const Parameters& parameters, const Counts& counts)
+{
+    if (counts.HasLosses()) {
+        spdlog::warn("{} of {} records were not annotated and {} rows not read or cut; all reasons "
+                     "are in {}",
+                     counts.NotUsed(), counts.read, counts.LostRows(),
+                     OneLine(parameters.out + "/summary.json"));
+    }
+    return counts.HasLosses() || !parameters.notOffered.empty() ? WithLosses : AllWell;
+}
+
 } // namespace
 
-ExitStatus RunAnnotate(const Parameters& parameters)
+ExitStatus Run(Parameters parameters)
 {
     const LibraryOutput libraryOutput;
-    Counts counts;
-
+    RunResults results;
     // Parameters
-    CheckInputs(parameters);
     OutputFolder output(parameters);
     // Spectra
     SpectraPool spectra(parameters.spectra, output.ScratchPath());
     // Identifications
-    const std::vector<Vorlan::PeptideIdentification> records =
-        ReadIdentifications(parameters, counts);
+    const std::vector<Vorlan::PeptideIdentification> records = Identify(parameters, results);
     // Annotation
-    Annotator annotator(parameters, spectra, output, counts);
-    {
-        ProgressBar bar("annotating", records.size());
-        for (const Vorlan::PeptideIdentification& record : records) {
-            if (const auto problem = annotator.Take(record)) {
-                counts.Add(*problem);
-            }
-            bar.Step();
-        }
-    }
-    counts.Check();
+    Annotator annotator(parameters, spectra, output, results.counts);
+    AnnotateAll(records, annotator, results.counts);
     // Output
     output.Finish(records);
-    counts.spectraWritten = output.SpectraWritten();
-    output.WriteSummary(SummaryOf(parameters, spectra, counts));
-    PrintOut(ReportOf(parameters, spectra, counts, annotator.Best()));
-    if (counts.HasLosses()) {
-        const std::uint64_t rows =
-            counts.rowsBehindEmptyLine + counts.rowsBehindLongLine + counts.rowsCut;
-        spdlog::warn("{} of {} records were not annotated and {} rows not read or cut; all reasons "
-                     "are in {}",
-                     counts.read - counts.annotated, counts.read, rows,
-                     OneLine(parameters.out + "/summary.json"));
-        return WithLosses;
-    }
-    return AllWell;
+    results.counts.spectraWritten = output.SpectraWritten();
+    output.WriteSummary(SummaryOf(parameters, spectra, results));
+    PrintOut(ReportOf(parameters, spectra, results.counts, annotator.Best()));
+    return Conclude(parameters, results.counts);
 }
 
 } // namespace pelgrin

@@ -7,10 +7,10 @@
 
 namespace pelgrin {
 
-/// The five steps of "annotate": parameters, spectra, identifications,
-/// annotation, output. Gives AllWell or WithLosses; throws what cannot be
-/// gone on with.
-ExitStatus RunAnnotate(const Parameters& parameters);
+/// The five steps of "annotate" and "run": parameters, spectra,
+/// identifications, annotation, output. The parameters were checked. Gives
+/// AllWell or WithLosses; throws what cannot be gone on with.
+ExitStatus Run(Parameters parameters);
 
 } // namespace pelgrin
 

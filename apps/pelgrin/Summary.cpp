@@ -8,6 +8,26 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+Json FdrOf(const FdrPlan& plan)
+{
+    const std::string method = Vorlan::FdrEstimateType::typeToName(plan.method);
+    const std::string formula = Vorlan::TdFdrType::typeToName(plan.formula);
+    return {{"method", method},
+            {"formula", formula},
+            {"threshold", plan.threshold},
+            {"decoy_tag", plan.decoyTag}};
+}
+
+/// What only a run from a parameter file has.
+void AddFileParameters(const Parameters& parameters, Json& json)
+{
+    json["parameter_file"] = parameters.parameterFile;
+    json["psms"] = parameters.psms;
+    json["modification_sources"] = parameters.modificationSources;
+    json["shifted_ions"] = parameters.shiftedIons;
+    json["fdr"] = parameters.fdr ? FdrOf(*parameters.fdr) : Json();
+}
+
 Json JsonOf(const Parameters& parameters)
 {
     Json ions = Json::array();
@@ -19,14 +39,36 @@ Json JsonOf(const Parameters& parameters)
         modifications[name] = mass;
     }
     const std::string format = Vorlan::PepIdentType::typeToName(parameters.format);
-    return {{"spectra", parameters.spectra},
-            {"psms", parameters.psms},
-            {"format", format},
-            {"tolerance", TextOf(parameters.tolerance)},
-            {"ions", ions},
-            {"modifications", modifications},
-            {"min_shift", parameters.minShift},
-            {"out", parameters.out}};
+    Json json = {{"spectra", parameters.spectra},
+                 {"psms", parameters.psms.front()},
+                 {"format", format},
+                 {"tolerance", TextOf(parameters.tolerance)},
+                 {"ions", ions},
+                 {"modifications", modifications},
+                 {"min_shift", parameters.minShift},
+                 {"out", parameters.out}};
+    if (!parameters.parameterFile.empty()) {
+        AddFileParameters(parameters, json);
+    }
+    return json;
+}
+
+Json JsonOf(const FdrGroup& group)
+{
+    return {{"files", group.files},
+            {"targets", group.targets},
+            {"decoys", group.decoys},
+            {"passing", group.passing},
+            {"worst_score", group.worstScore ? Json(*group.worstScore) : Json()}};
+}
+
+Json FdrRecordsOf(const Counts& counts)
+{
+    return {{"total", counts.LeftByFdr()},
+            {"above_threshold", counts.aboveThreshold},
+            {"decoys", counts.decoys},
+            {"without_proteins", counts.withoutProteins},
+            {"score_not_a_number", counts.scoreNotANumber}};
 }
 
 Json JsonOf(const SpectraPool& spectra, const Counts& counts)
@@ -105,20 +147,30 @@ Json IonsOf(const Parameters& parameters, const Counts& counts)
 } // namespace
 
 std::string SummaryOf(const Parameters& parameters, const SpectraPool& spectra,
-                      const Counts& counts)
+                      const RunResults& results)
 {
-    const Json json = {{"program", "pelgrin annotate"},
-                       {"version", PELGRIN_VERSION},
-                       {"parameters", JsonOf(parameters)},
-                       {"spectra", JsonOf(spectra, counts)},
-                       {"rows_not_read",
-                        {{"behind_empty_line", counts.rowsBehindEmptyLine},
-                         {"behind_long_line", counts.rowsBehindLongLine}}},
-                       {"rows_cut", counts.rowsCut},
-                       {"records", RecordsOf(counts)},
-                       {"ions", IonsOf(parameters, counts)},
-                       {"bonds", JsonOf(counts.fragments, "asked", "matched")},
-                       {"peaks", JsonOf(counts.peaks, "in_annotated_spectra", "annotated")}};
+    const Counts& counts = results.counts;
+    Json json = {{"program", parameters.program},
+                 {"version", PELGRIN_VERSION},
+                 {"parameters", JsonOf(parameters)},
+                 {"spectra", JsonOf(spectra, counts)},
+                 {"rows_not_read",
+                  {{"behind_empty_line", counts.rowsBehindEmptyLine},
+                   {"behind_long_line", counts.rowsBehindLongLine}}},
+                 {"rows_cut", counts.rowsCut},
+                 {"records", RecordsOf(counts)},
+                 {"ions", IonsOf(parameters, counts)},
+                 {"bonds", JsonOf(counts.fragments, "asked", "matched")},
+                 {"peaks", JsonOf(counts.peaks, "in_annotated_spectra", "annotated")}};
+    if (!parameters.parameterFile.empty()) {
+        json["not_offered"] = parameters.notOffered;
+        json["records"]["fdr_control"] = FdrRecordsOf(counts);
+        Json groups = Json::array();
+        for (const FdrGroup& group : results.fdr) {
+            groups.push_back(JsonOf(group));
+        }
+        json["fdr"] = groups;
+    }
     // Names may hold any bytes; what is no UTF-8 becomes U+FFFD.
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }

@@ -3,16 +3,24 @@
 #define PELGRIN_SUMMARY_H
 
 #include <string>
+#include <vector>
 
 #include "Counts.h"
+#include "FdrControl.h"
 #include "Parameters.h"
 #include "Spectra.h"
 
 namespace pelgrin {
 
+/// What became of the records of a run.
+struct RunResults {
+    Counts counts;
+    std::vector<FdrGroup> fdr; ///< empty without FDR control
+};
+
 /// The text of summary.json, with a line feed at its end.
 std::string SummaryOf(const Parameters& parameters, const SpectraPool& spectra,
-                      const Counts& counts);
+                      const RunResults& results);
 
 } // namespace pelgrin
 

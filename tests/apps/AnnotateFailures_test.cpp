@@ -12,16 +12,6 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-/// The refusal is one line on standard error and nothing else.
-void ExpectOneLine(const Outcome& outcome, int status, const std::string& text)
-{
-    EXPECT_EQ(outcome.status, status);
-    EXPECT_EQ(outcome.out, "");
-    EXPECT_THAT(outcome.err, StartsWith("pelgrin: error: "));
-    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
-    EXPECT_THAT(outcome.err, HasSubstr(text));
-}
-
 TEST(Pelgrin, HelpIsForPeopleAndHasAnExample)
 {
     const Outcome help = RunPelgrin({"annotate", "--help"});
@@ -59,18 +49,23 @@ TEST(Pelgrin, WrongUsageEndsWithStatusTwoAndNamesTheChoices)
                {"--spectra", workplace.PathOf("run.mgf")},
                "two files are named \"run.mgf\""}}) {
         SCOPED_TRACE(c.reason);
-        ExpectOneLine(workplace.Annotate({Row()}, c.more), 2, c.text);
+        ExpectRefusal(workplace.Annotate({Row()}, c.more), 2, c.text);
     }
-    ExpectOneLine(RunPelgrin({}), 2, "no command was given; there is: annotate");
-    ExpectOneLine(RunPelgrin({"anotate"}), 2, "\"anotate\" is not a command; there is: annotate");
-    ExpectOneLine(RunPelgrin({"annotate"}), 2, "required");
-    ExpectOneLine(RunPelgrin({"annotate", "--spectra", "a", "--psms", "b", "--out", "c",
+    ExpectRefusal(RunPelgrin({}), 2,
+                  "no command was given; there is: run, params, annotate, mods "
+                  "(see pelgrin --help)");
+    ExpectRefusal(RunPelgrin({"anotate"}), 2, "\"anotate\" is not a command; there is: run");
+    ExpectRefusal(RunPelgrin({"params"}), 2,
+                  "no command was given; there is: check, template (see pelgrin params --help)");
+    ExpectRefusal(RunPelgrin({"run"}), 2, "PARAMETERS.ini is required (see pelgrin run --help)");
+    ExpectRefusal(RunPelgrin({"annotate"}), 2, "required");
+    ExpectRefusal(RunPelgrin({"annotate", "--spectra", "a", "--psms", "b", "--out", "c",
                               "--tolerance", "20"}),
                   2, "--tolerance: \"20\" is not a positive number followed by ppm or Da");
-    ExpectOneLine(RunPelgrin({"annotate", "--spectra", "a", "--psms", "b", "--out", "c",
+    ExpectRefusal(RunPelgrin({"annotate", "--spectra", "a", "--psms", "b", "--out", "c",
                               "--tolerance", "20ppm", "--format", "Excel"}),
                   2, "choose from \"Calvex (.txt)\"");
-    ExpectOneLine(RunPelgrin({"annotate", "--spectra", "a", "--psms", "b", "--out", "",
+    ExpectRefusal(RunPelgrin({"annotate", "--spectra", "a", "--psms", "b", "--out", "",
                               "--tolerance", "20ppm"}),
                   2, "--out");
 }
@@ -84,12 +79,12 @@ TEST(PelgrinAnnotate, InputsThatCannotBeOpenedAreFoundBeforeAnyWork)
     };
     const std::string mgf = workplace.PathOf("run.mgf");
     const std::string table = workplace.Write("psms.txt", TableOf({Row()}));
-    ExpectOneLine(run(workplace.PathOf("none.mgf"), table), 1,
+    ExpectRefusal(run(workplace.PathOf("none.mgf"), table), 1,
                   "none.mgf: cannot be opened: No such file or directory");
-    ExpectOneLine(run(mgf, workplace.PathOf("none.txt")), 1, "none.txt: cannot be opened");
-    ExpectOneLine(run(workplace.PathOf(""), table), 1, "but a folder");
-    ExpectOneLine(run("/dev/null", table), 1, "but a pipe or device");
-    ExpectOneLine(run(workplace.Write("a\\b.mgf", kRunMgf), table), 1, "backslash");
+    ExpectRefusal(run(mgf, workplace.PathOf("none.txt")), 1, "none.txt: cannot be opened");
+    ExpectRefusal(run(workplace.PathOf(""), table), 1, "but a folder");
+    ExpectRefusal(run("/dev/null", table), 1, "but a pipe or device");
+    ExpectRefusal(run(workplace.Write("a\\b.mgf", kRunMgf), table), 1, "backslash");
     EXPECT_FALSE(std::filesystem::exists(workplace.PathOf("out")));
 }
 
@@ -98,9 +93,9 @@ TEST(PelgrinAnnotate, AMissingColumnIsNamed)
     const Workplace workplace;
     std::string table = TableOf({Row()});
     table.replace(table.find("Mass Shift"), 10, "Mass shift");
-    ExpectOneLine(workplace.AnnotateTable(table), 1,
+    ExpectRefusal(workplace.AnnotateTable(table), 1,
                   "psms.txt:1: expected a column named \"Mass Shift\" in the header line");
-    ExpectOneLine(workplace.AnnotateTable(""), 1,
+    ExpectRefusal(workplace.AnnotateTable(""), 1,
                   "psms.txt:1: expected a column named \"Dataset Name\"");
 }
 
@@ -109,12 +104,12 @@ TEST(PelgrinAnnotate, ACellThatIsNoNumberIsReportedWithItsLine)
     const Workplace workplace;
     Row bad;
     bad.charge = "two";
-    ExpectOneLine(workplace.Annotate({Row(), Row(), bad, Row()}), 1,
+    ExpectRefusal(workplace.Annotate({Row(), Row(), bad, Row()}), 1,
                   "psms.txt:4: expected numbers");
     bad = Row();
     bad.massShift = "1,5";
-    ExpectOneLine(workplace.Annotate({bad}), 1, "psms.txt:2: expected numbers");
-    ExpectOneLine(workplace.AnnotateTable(kTableHeader + std::string("short row\n")), 1,
+    ExpectRefusal(workplace.Annotate({bad}), 1, "psms.txt:2: expected numbers");
+    ExpectRefusal(workplace.AnnotateTable(kTableHeader + std::string("short row\n")), 1,
                   "psms.txt:2: expected numbers");
 }
 
@@ -122,9 +117,9 @@ TEST(PelgrinAnnotate, AnOutputFolderThatCannotBeMadeIsAFailure)
 {
     const Workplace workplace;
     workplace.Write("out", "a file");
-    ExpectOneLine(workplace.Annotate({Row()}), 1, "out: is not a folder and cannot be made one");
+    ExpectRefusal(workplace.Annotate({Row()}), 1, "out: is not a folder and cannot be made one");
     const std::string table = workplace.Write("t.txt", TableOf({Row()}));
-    ExpectOneLine(RunPelgrin({"annotate", "--spectra", workplace.PathOf("run.mgf"), "--psms", table,
+    ExpectRefusal(RunPelgrin({"annotate", "--spectra", workplace.PathOf("run.mgf"), "--psms", table,
                               "--tolerance", "1Da", "--out", workplace.PathOf("out/below")}),
                   1, "out/below: is not a folder");
 }
@@ -137,7 +132,7 @@ TEST(PelgrinAnnotate, AnOutputFolderWithoutWritePermissionIsAFailure)
     const Workplace workplace;
     std::filesystem::create_directory(workplace.PathOf("out"));
     std::filesystem::permissions(workplace.PathOf("out"), std::filesystem::perms::owner_read);
-    ExpectOneLine(workplace.Annotate({Row()}), 1, "cannot be written: Permission denied");
+    ExpectRefusal(workplace.Annotate({Row()}), 1, "cannot be written: Permission denied");
 }
 
 TEST(PelgrinAnnotate, AnOutputFileThatIsAFolderIsAFailure)
@@ -146,7 +141,7 @@ TEST(PelgrinAnnotate, AnOutputFileThatIsAFolderIsAFailure)
          {"annotations.tsv", "results.txt", "matched.mgf", "summary.json"}) {
         const Workplace workplace;
         std::filesystem::create_directories(workplace.PathOf("out/" + std::string(name)));
-        ExpectOneLine(workplace.Annotate({Row()}), 1,
+        ExpectRefusal(workplace.Annotate({Row()}), 1,
                       std::string(name) + ": cannot be written: Is a directory");
     }
 }
@@ -161,7 +156,7 @@ TEST(PelgrinAnnotate, AFullDiskIsNoticedForEveryFile)
         const Workplace workplace;
         std::filesystem::create_directory(workplace.PathOf("out"));
         std::filesystem::create_symlink("/dev/full", workplace.PathOf("out/" + std::string(name)));
-        ExpectOneLine(workplace.Annotate({Row()}), 1, std::string(name) + ": cannot be written");
+        ExpectRefusal(workplace.Annotate({Row()}), 1, std::string(name) + ": cannot be written");
     }
 }
 
@@ -174,7 +169,7 @@ TEST(PelgrinAnnotate, AReportThatCannotBeWrittenIsAFailure)
     workplace.Write("psms.txt", TableOf({Row()}));
     Setting setting;
     setting.outPath = "/dev/full";
-    ExpectOneLine(RunPelgrin({"annotate", "--spectra", workplace.PathOf("run.mgf"), "--psms",
+    ExpectRefusal(RunPelgrin({"annotate", "--spectra", workplace.PathOf("run.mgf"), "--psms",
                               workplace.PathOf("psms.txt"), "--tolerance", "1Da", "--out",
                               workplace.PathOf("out")},
                              setting),
@@ -186,7 +181,7 @@ TEST(PelgrinAnnotate, NeverOverwritesItsInputs)
     const Workplace workplace;
     EXPECT_EQ(workplace.Annotate({Row()}).status, 0);
     const std::string results = workplace.Output("results.txt");
-    ExpectOneLine(RunPelgrin({"annotate", "--spectra", workplace.PathOf("run.mgf"), "--psms",
+    ExpectRefusal(RunPelgrin({"annotate", "--spectra", workplace.PathOf("run.mgf"), "--psms",
                               workplace.PathOf("out/results.txt"), "--tolerance", "1Da", "--out",
                               workplace.PathOf("out")}),
                   1, "results.txt: is an input and would be overwritten");
@@ -196,7 +191,7 @@ TEST(PelgrinAnnotate, NeverOverwritesItsInputs)
 TEST(PelgrinAnnotate, AFileNameWithALineFeedStillGivesOneLine)
 {
     const Workplace workplace;
-    ExpectOneLine(RunPelgrin({"annotate", "--spectra", "a\nb.mgf", "--psms", "c\td", "--tolerance",
+    ExpectRefusal(RunPelgrin({"annotate", "--spectra", "a\nb.mgf", "--psms", "c\td", "--tolerance",
                               "1Da", "--out", workplace.PathOf("out")}),
                   1, "c?d: cannot be opened");
 }

@@ -87,6 +87,26 @@ TEST(DemoData, HoldsFarMoreIonsOfItsPeptidesThanOfShuffledOnes)
     EXPECT_GT(right["ions"]["series"]["y"]["shift"]["share"].get<double>(), 0.2);
 }
 
+TEST(DemoData, ItsParameterFileFindsWhatTheCommandLineFinds)
+{
+    const TempFolder folder;
+    AnnotateDemo(kData + "/demo_psms.txt", folder.PathOf("annotate"));
+    std::string ini = ReadFile(kData + "/demo.ini");
+    const std::size_t output = ini.find("\noutput = build/demo\n");
+    ASSERT_NE(output, std::string::npos);
+    ini.replace(output, std::string::npos, "\noutput = " + folder.PathOf("run") + "\n");
+    Setting setting;
+    setting.folder = PELGRIN_EXAMPLES "/..";
+    const Outcome outcome = RunPelgrin({"run", folder.Write("demo.ini", ini)}, setting);
+    EXPECT_EQ(outcome.status, 3) << outcome.err;
+    ExpectCountsAddUp(SummaryIn(folder.PathOf("run")));
+    for (const char* const name : {"annotations.tsv", "results.txt", "matched.mgf"}) {
+        EXPECT_TRUE(ReadFile(folder.PathOf("run/" + std::string(name)))
+                    == ReadFile(folder.PathOf("annotate/" + std::string(name))))
+            << name;
+    }
+}
+
 TEST(DemoData, ItsScriptEndsWellAndShowsTheReport)
 {
     const TempFolder folder;
@@ -95,6 +115,7 @@ TEST(DemoData, ItsScriptEndsWellAndShowsTheReport)
     const Outcome outcome =
         RunProgram({"/bin/sh", PELGRIN_EXAMPLES "/demo.sh", build, folder.PathOf("out")});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, testing::HasSubstr("    pelgrin run "));
     EXPECT_THAT(outcome.out, testing::HasSubstr("joined           275"));
     EXPECT_THAT(outcome.out, testing::HasSubstr("are there on purpose"));
     EXPECT_EQ(RunProgram({"/bin/sh", PELGRIN_EXAMPLES "/demo.sh", folder.Path(), "x"}).status, 1);

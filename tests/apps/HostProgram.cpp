@@ -1,5 +1,6 @@
 #include "HostProgram.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <stdexcept>
 
@@ -79,8 +80,9 @@ const char* const kTableHeader =
 std::string LineOf(const Row& row)
 {
     return row.dataset + "\t" + row.spectrum + "\t" + row.sequence + "\t" + row.charge + "\t"
-           + row.observedMh + "\t" + row.massShift + "\t" + row.score + "\t1\t" + row.modNames
-           + "\t" + row.modPositions + "\tP1\tK\tA\t7\n";
+           + row.observedMh + "\t" + row.massShift + "\t" + row.score + "\t" + row.highBetter + "\t"
+           + row.modNames + "\t" + row.modPositions + "\t"
+           + (row.protein.empty() ? "\t\t\n" : row.protein + "\tK\tA\t7\n");
 }
 
 std::string TableOf(const std::vector<Row>& rows)
@@ -146,6 +148,15 @@ nlohmann::json Workplace::Summary() const
     return nlohmann::json::parse(Output("summary.json"));
 }
 
+void ExpectRefusal(const Outcome& outcome, int status, const std::string& text)
+{
+    EXPECT_EQ(outcome.status, status);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_THAT(outcome.err, testing::StartsWith("pelgrin: error: "));
+    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+    EXPECT_THAT(outcome.err, testing::HasSubstr(text));
+}
+
 void ExpectCountsAddUp(const nlohmann::json& summary)
 {
     const auto sumOf = [](const nlohmann::json& reasons) {
@@ -157,11 +168,12 @@ void ExpectCountsAddUp(const nlohmann::json& summary)
         return sum;
     };
     const nlohmann::json& records = summary["records"];
-    EXPECT_EQ(records["read"].get<std::uint64_t>(), records["annotated"].get<std::uint64_t>()
+    const std::uint64_t left = records.contains("fdr_control") ? sumOf(records["fdr_control"]) : 0;
+    EXPECT_EQ(records["read"].get<std::uint64_t>(), left + records["annotated"].get<std::uint64_t>()
                                                         + sumOf(records["not_joined"])
                                                         + sumOf(records["skipped"]));
     EXPECT_EQ(records["read"].get<std::uint64_t>(),
-              sumOf(records["joined"]) + sumOf(records["not_joined"]));
+              left + sumOf(records["joined"]) + sumOf(records["not_joined"]));
 }
 
 } // namespace pelgrin::test

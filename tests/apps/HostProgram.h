@@ -41,6 +41,8 @@ struct Row {
     std::string modPositions;
     std::string observedMh = "500.5";
     std::string score = "1.5";
+    std::string highBetter = "1";
+    std::string protein = "P1"; ///< empty: no protein at all
 };
 
 extern const char* const kTableHeader;
@@ -76,6 +78,9 @@ extern const char* const kRunMgf;
 
 /// What annotations.tsv holds behind its header for a GASK in run.mgf.
 extern const char* const kGaskLines;
+
+/// The refusal is one line on standard error and nothing else.
+void ExpectRefusal(const Outcome& outcome, int status, const std::string& text);
 
 /// Adds up summary.json: records read = annotated + every reason.
 void ExpectCountsAddUp(const nlohmann::json& summary);

@@ -5,7 +5,7 @@
 #include <random>
 #include <sstream>
 
-#include "HostProgram.h"
+#include "ParameterFiles.h"
 #include "Parameters.h"
 
 namespace pelgrin::test {
@@ -246,6 +246,71 @@ TEST(RealFiles, ALabelGivenAsModificationOfTheNTerminusIsFound)
     RecordProperty("shuffled", std::to_string(shuffled));
     EXPECT_GT(right, 3 * shuffled);
     EXPECT_GT(right, 0.25);
+}
+
+/// An open search of F13.mgf, with every modification from a table.
+Ini F13Ini()
+{
+    return Ini()
+        .With("Search", "open_search", "1")
+        .With("Search", "precursor_matching_tolerance", "500")
+        .With("Search", "precursor_matching_tolerance_type", "0")
+        .With("Search", "fragment_tol", "0.02")
+        .With("Search", "fragment_tol_type", "0")
+        .With("Search", "dataset_filename_1", F13("F13.mgf"));
+}
+
+std::vector<Row> RowsOf(const std::vector<Match>& matches)
+{
+    std::vector<Row> rows;
+    for (const Match& match : matches) {
+        rows.push_back(RowOf("F13.mgf", match));
+        rows.back().protein = match.protein;
+    }
+    return rows;
+}
+
+TEST(RealFiles, ARunOfAParameterFileFindsTheIonsThatAnnotateFinds)
+{
+    PELGRIN_NEEDS_REAL_DATA();
+    const std::vector<Match> matches = MatchesOfComet(F13("open/F13.txt"));
+    const ParameterWorkplace workplace;
+    const Outcome outcome = workplace.Run(F13Ini(), RowsOf(matches));
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    const nlohmann::json run = workplace.Summary();
+    ExpectCountsAddUp(run);
+    EXPECT_EQ(run["records"]["annotated"].get<std::size_t>(), matches.size());
+    std::vector<std::string> mods = kF13Mods;
+    mods[1] = "Oxidation (M)=15.994915"; // as the table has it
+    const nlohmann::json annotate = Annotated(F13("F13.mgf"), matches, mods);
+    EXPECT_EQ(run["ions"], annotate["ions"]);
+    EXPECT_EQ(run["records"]["joined"], annotate["records"]["joined"]);
+}
+
+TEST(RealFiles, FdrControlLeavesAsManyMatchesAsACountOfTheirScoresSays)
+{
+    PELGRIN_NEEDS_REAL_DATA();
+    const std::vector<Match> matches = MatchesOfComet(F13("open/F13.txt"));
+    const ParameterWorkplace workplace;
+    const Ini ini = F13Ini().WithFdr("0.25").With("Fdr", "decoy_tag", "DECOY_");
+    const Outcome outcome = workplace.Run(ini, RowsOf(matches));
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    const nlohmann::json summary = workplace.Summary();
+    ExpectCountsAddUp(summary);
+    const auto passing = summary["fdr"][0]["passing"].get<std::size_t>();
+    ASSERT_GT(passing, 0U);
+    const auto worst = summary["fdr"][0]["worst_score"].get<double>();
+    std::size_t targets = 0;
+    std::size_t decoys = 0;
+    for (const Match& match : matches) {
+        if (Number(match.score) >= worst) {
+            ++(match.protein.rfind("DECOY_", 0) == 0 ? decoys : targets);
+        }
+    }
+    RecordProperty("passing", static_cast<int>(passing));
+    EXPECT_EQ(passing, targets);
+    EXPECT_LE(static_cast<double>(decoys), 0.25 * static_cast<double>(targets));
+    EXPECT_EQ(summary["records"]["annotated"].get<std::size_t>(), passing);
 }
 
 // ---- The Jurkat set ---------------------------------------------------------
