@@ -11,6 +11,7 @@
 #include <OpenMS/CONCEPT/Exception.h>
 
 #include "ModificationDB.h"
+#include "PlainLines.h"
 #include "util/LineReader.h"
 
 namespace Vorlan::fuzz {
@@ -41,27 +42,6 @@ ModOutcome ModOutcomeOf(Read read)
         outcome.exception = ExceptionText(error);
     }
     return outcome;
-}
-
-/// The lines of a text file, up to the first that is too long; that one is cut.
-inline std::vector<std::string> LinesOf(std::string text)
-{
-    if (text.compare(0, 3, "\xEF\xBB\xBF") == 0) {
-        text.erase(0, 3);
-    }
-    std::vector<std::string> lines;
-    std::istringstream input(text);
-    std::string line;
-    bool isWhole = true;
-    while (isWhole && std::getline(input, line)) {
-        if (!input.eof() && !line.empty() && line.back() == '\r') {
-            line.pop_back();
-        }
-        isWhole = line.size() <= LineReader::kMaxLineLength;
-        line.resize(isWhole ? line.size() : LineReader::kMaxLineLength);
-        lines.emplace_back(line.c_str()); // a NUL ends it
-    }
-    return lines;
 }
 
 /// One more than there are separators; none of an empty text.

@@ -19,6 +19,7 @@
 
 #include "FuzzSupport.h"
 #include "PeptideIdentificationIO.h"
+#include "PlainLines.h"
 #include "util/LineReader.h"
 
 namespace {
@@ -59,27 +60,6 @@ Outcome Load(const fuzz::MemoryFile& file)
 }
 
 // ---- The plain reader -----------------------------------------------------
-
-/// The lines of a text file, up to the first that is too long; that one is cut.
-std::vector<std::string> LinesOf(std::string text)
-{
-    if (text.compare(0, 3, "\xEF\xBB\xBF") == 0) {
-        text.erase(0, 3);
-    }
-    std::vector<std::string> lines;
-    std::istringstream input(text);
-    std::string line;
-    bool isWhole = true;
-    while (isWhole && std::getline(input, line)) {
-        if (!input.eof() && !line.empty() && line.back() == '\r') {
-            line.pop_back();
-        }
-        isWhole = line.size() <= LineReader::kMaxLineLength;
-        line.resize(isWhole ? line.size() : LineReader::kMaxLineLength);
-        lines.emplace_back(line.c_str()); // a NUL ends it
-    }
-    return lines;
-}
 
 std::vector<String> Pieces(const std::string& text, char separator)
 {
@@ -148,7 +128,7 @@ PeptideIdentification PlainMatch(PlainRow& row)
 
 void PlainLoad(const std::string& text, Matches& matches)
 {
-    std::vector<std::string> lines = LinesOf(text);
+    std::vector<std::string> lines = fuzz::LinesOf(text);
     lines.resize(lines.empty() ? 1 : lines.size());
     const std::vector<String> header = Pieces(lines[0], '\t');
     for (const char* column :

@@ -4,26 +4,15 @@
 #include <iostream>
 #include <sstream>
 
-#include "support/Support.h"
+#include "support/Printed.h"
 
 namespace Vorlan {
 namespace {
 
 using std::string_view_literals::operator""sv;
 
-struct Printed {
-    std::string out;
-    std::string err;
-};
-
-template <typename Call>
-Printed PrintedBy(Call call)
-{
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    call();
-    return {testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
-}
+using test::Printed;
+using test::PrintedBy;
 
 TEST(Console, OutGoesToStandardOutputOnly)
 {
