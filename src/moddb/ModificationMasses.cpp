@@ -1,8 +1,5 @@
 #include "moddb/ModificationMasses.h"
 
-#include <algorithm>
-#include <cmath>
-
 namespace Vorlan {
 
 ModificationMasses::ModificationMasses(const std::vector<double>& masses)
@@ -17,10 +14,11 @@ ModificationMasses::ModificationMasses(const std::vector<double>& masses)
                      [](const Entry& a, const Entry& b) { return a.mass < b.mass; });
 }
 
-std::vector<std::size_t> ModificationMasses::Within(double mass, double maxError) const
+std::pair<const ModificationMasses::Entry*, const ModificationMasses::Entry*>
+ModificationMasses::Window(double mass, double maxError) const
 {
-    auto begin = sorted_.begin();
-    auto end = sorted_.end();
+    const Entry* begin = sorted_.data();
+    const Entry* end = begin + sorted_.size();
     if (std::isfinite(mass)) {
         begin = std::partition_point(begin, end, [mass, maxError](const Entry& entry) {
             return entry.mass - mass < -maxError;
@@ -29,16 +27,7 @@ std::vector<std::size_t> ModificationMasses::Within(double mass, double maxError
             return entry.mass - mass <= maxError;
         });
     }
-    std::vector<std::size_t> numbers;
-    numbers.reserve(static_cast<std::size_t>(end - begin));
-    for (auto entry = begin; entry != end; ++entry) {
-        // False for what is not a number, and for infinity less infinity.
-        if (std::abs(entry->mass - mass) <= maxError) {
-            numbers.push_back(entry->number);
-        }
-    }
-    std::sort(numbers.begin(), numbers.end());
-    return numbers;
+    return {begin, end};
 }
 
 } // namespace Vorlan

@@ -129,12 +129,12 @@ void CModificationsDB::searchModificationsByDiffMonoMass(
     CResidueModification::TermSpecificity specificity) const
 {
     fullIds.clear();
-    for (const std::size_t number : pMasses_->Within(mass, maxError)) {
+    pMasses_->ForEachWithin(mass, maxError, [&](std::size_t number) {
         const CResidueModification& record = Records_()[number];
         if (Matches_(record, residue, specificity)) {
             fullIds.push_back(record.getFullId());
         }
-    }
+    });
 }
 
 void CModificationsDB::writeToFile(std::string path) const

@@ -14,6 +14,7 @@
 
 #include "ModificationDB.h"
 #include "support/Exceptions.h"
+#include "support/Printed.h"
 #include "support/Support.h"
 
 namespace Vorlan::test {
@@ -195,20 +196,6 @@ inline std::string DumpFileOf(const CModificationsDB& database)
 }
 
 // ---- Processes ------------------------------------------------------------
-
-struct Printed {
-    std::string out;
-    std::string err;
-};
-
-template <typename Call>
-Printed PrintedBy(Call call)
-{
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    call();
-    return {testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
-}
 
 /// Goes into a folder; for processes that end there.
 inline void GoTo(const TempFolder& folder)
