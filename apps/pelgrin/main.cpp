@@ -5,9 +5,9 @@
 
 #include <spdlog/spdlog.h>
 
-#include "CommandLine.h"
-#include "Failure.h"
-#include "Terminal.h"
+#include "commands/CommandLine.h"
+#include "common/Failure.h"
+#include "common/Terminal.h"
 
 int main(int argc, char** argv)
 {

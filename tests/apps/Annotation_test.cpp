@@ -1,4 +1,4 @@
-#include "Annotation.h"
+#include "run/Annotation.h"
 
 #include <limits>
 

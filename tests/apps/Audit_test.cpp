@@ -1,7 +1,7 @@
-#include "Failure.h"
-#include "FileLines.h"
-#include "MgfAudit.h"
-#include "TableAudit.h"
+#include "common/Failure.h"
+#include "files/FileLines.h"
+#include "files/MgfAudit.h"
+#include "files/TableAudit.h"
 #include "support/Support.h"
 
 namespace pelgrin {

@@ -1,12 +1,12 @@
 // Which sums of modifications explain a mass, and the note on isotopes.
-#include "Combinations.h"
+#include "mods/Combinations.h"
 
 #include <algorithm>
 #include <cmath>
 #include <functional>
 #include <limits>
 
-#include "IsotopeShift.h"
+#include "mods/IsotopeShift.h"
 #include "support/Random.h"
 #include "support/Support.h"
 

@@ -1,10 +1,10 @@
 // The host's look at modification files against the library's readers.
-#include "EngineFileAudit.h"
+#include "files/EngineFileAudit.h"
 
 #include <OpenMS/CONCEPT/Exception.h>
 
-#include "Failure.h"
 #include "ModificationDB.h"
+#include "common/Failure.h"
 #include "support/Random.h"
 #include "support/Support.h"
 

@@ -1,5 +1,5 @@
 // FDR control against a plain twin that counts anew for every score.
-#include "Fdr.h"
+#include "run/Fdr.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,4 +1,4 @@
-#include "Fragments.h"
+#include "run/Fragments.h"
 
 #include <algorithm>
 

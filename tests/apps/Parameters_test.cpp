@@ -1,8 +1,8 @@
-#include "Parameters.h"
+#include "run/Parameters.h"
 
 #include <cmath>
 
-#include "Failure.h"
+#include "common/Failure.h"
 #include "support/Support.h"
 
 namespace pelgrin {

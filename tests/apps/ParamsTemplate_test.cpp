@@ -3,8 +3,8 @@
 #include <sstream>
 
 #include "ParameterFiles.h"
-#include "ParameterKeys.h"
-#include "ParameterText.h"
+#include "parameters/ParameterKeys.h"
+#include "parameters/ParameterText.h"
 
 namespace pelgrin::test {
 namespace {

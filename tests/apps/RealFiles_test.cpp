@@ -6,7 +6,8 @@
 #include <sstream>
 
 #include "ParameterFiles.h"
-#include "Parameters.h"
+#include "common/Words.h"
+#include "run/Parameters.h"
 
 namespace pelgrin::test {
 namespace {

@@ -1,7 +1,7 @@
 // Where modifications may sit, and which names somebody may have meant.
-#include "Sites.h"
+#include "mods/Sites.h"
 
-#include "SimilarNames.h"
+#include "common/SimilarNames.h"
 #include "support/Support.h"
 
 namespace pelgrin {

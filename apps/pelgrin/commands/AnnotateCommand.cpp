@@ -1,0 +1,132 @@
+#include "commands/AnnotateCommand.h"
+
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "common/Failure.h"
+#include "files/FileLines.h"
+#include "run/Parameters.h"
+#include "run/Run.h"
+#include "run/Spectra.h"
+
+namespace pelgrin {
+
+namespace {
+
+/// The options of "annotate" as texts.
+struct Texts {
+    std::vector<std::string> spectra;
+    std::string psms;
+    std::string format = "Calvex (.txt)";
+    std::string tolerance;
+    std::string ions = "b,y";
+    std::vector<std::string> modifications;
+    std::string minShift = "0.5";
+    std::string out;
+};
+
+constexpr const char kAnnotateFooter[] = R"(Example:
+  pelgrin annotate --spectra demo.mgf --psms demo_psms.txt \
+    --tolerance 20ppm --ions b,y \
+    --mod "Oxidation (M)=15.994915" --mod "Carbamidomethyl (C)=57.021464" \
+    --out results
+
+A record of the table and a spectrum meet by dataset and spectrum name; the
+dataset is the name of the MGF file, with or without ".mgf".
+
+Writes annotations.tsv, results.txt, matched.mgf and summary.json into the
+folder, and a short report to standard output.
+
+Exit status: 0 all well; 1 failure; 2 wrong usage; 3 finished, but some records
+could not be used (summary.json says which and why).
+)";
+
+void AddOptions(CLI::App* annotate, Texts& texts)
+{
+    annotate->footer(kAnnotateFooter);
+    annotate->add_option("--spectra", texts.spectra, "MGF files with the spectra")
+        ->type_name("FILE")
+        ->required();
+    annotate->add_option("--psms", texts.psms, "table of peptide-spectrum matches")
+        ->type_name("TABLE")
+        ->required();
+    annotate->add_option("--format", texts.format, "format of the table: " + FormatChoices())
+        ->type_name("NAME")
+        ->capture_default_str();
+    annotate
+        ->add_option("--tolerance", texts.tolerance,
+                     "how far a peak may lie from the ion, such as 20ppm or 0.02Da")
+        ->type_name("WIDTH")
+        ->required();
+    annotate->add_option("--ions", texts.ions, "ion series, of a, b, c, x, y, z")
+        ->type_name("LETTERS")
+        ->capture_default_str();
+    annotate
+        ->add_option("--mod", texts.modifications,
+                     "mass of a modification that the table names, in Da; once for each name")
+        ->type_name("NAME=MASS");
+    annotate
+        ->add_option("--min-shift", texts.minShift,
+                     "smallest mass shift of a record, in Da, for which shifted ions are asked")
+        ->type_name("MASS")
+        ->capture_default_str();
+    annotate->add_option("--out", texts.out, "folder for the results; made when missing")
+        ->type_name("DIR")
+        ->required();
+}
+
+Parameters ParametersOf(const Texts& texts)
+{
+    Parameters parameters;
+    parameters.spectra = texts.spectra;
+    parameters.psms = {texts.psms};
+    parameters.format = ParseFormat(texts.format);
+    parameters.tolerance = ParseTolerance(texts.tolerance);
+    parameters.ions = ParseIons(texts.ions);
+    parameters.modifications = ParseModifications(texts.modifications);
+    parameters.minShift = ParseMinShift(texts.minShift);
+    parameters.out = texts.out;
+    if (parameters.out.empty()) {
+        throw UsageError("--out: the name of the folder is empty");
+    }
+    return parameters;
+}
+
+/// Refuses what cannot work before any work is done.
+void CheckInputs(const Parameters& parameters)
+{
+    CheckReadable(parameters.psms.front());
+    std::set<std::string> names;
+    for (const std::string& path : parameters.spectra) {
+        CheckReadable(path);
+        if (!names.insert(FileNameOf(path)).second) {
+            throw UsageError(fmt::format("--spectra: two files are named \"{}\"; records could not "
+                                         "tell them apart",
+                                         FileNameOf(path)));
+        }
+    }
+}
+
+ExitStatus RunAnnotate(const Texts& texts)
+{
+    const Parameters parameters = ParametersOf(texts);
+    CheckInputs(parameters);
+    return Run(parameters);
+}
+
+} // namespace
+
+void AddAnnotateCommand(CLI::App& app, Command& chosen)
+{
+    CLI::App* const annotate = app.add_subcommand(
+        "annotate", "Find the fragment ions of identified peptides in their spectra");
+    const auto texts = std::make_shared<Texts>();
+    AddOptions(annotate, *texts);
+    annotate->callback([&chosen, texts] { chosen.run = [texts] { return RunAnnotate(*texts); }; });
+}
+
+} // namespace pelgrin

@@ -1,0 +1,22 @@
+// Small texts: letter case, blanks, numbers.
+#ifndef PELGRIN_WORDS_H
+#define PELGRIN_WORDS_H
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace pelgrin {
+
+/// text with its ASCII letters in lower case.
+std::string Lower(std::string_view text);
+
+/// text without the blanks at its ends.
+std::string_view WithoutBlanks(std::string_view text);
+
+/// The finite number that text is as a whole, with "." whatever the locale.
+std::optional<double> ParseNumber(std::string_view text);
+
+} // namespace pelgrin
+
+#endif // PELGRIN_WORDS_H

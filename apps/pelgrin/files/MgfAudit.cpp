@@ -1,0 +1,87 @@
+#include "files/MgfAudit.h"
+
+#include "files/FileLines.h"
+
+namespace pelgrin {
+
+namespace {
+
+/// Follows the library's index through the lines of a file.
+class Walk {
+public:
+    explicit Walk(MgfAudit& audit) : audit_(audit) {}
+
+    void Take(const FileLines::Line& line)
+    {
+        const char first = line.begin.empty() ? '\0' : line.begin.front();
+        if (line.length > kLongestLine && audit_.longLine == 0) {
+            audit_.longLine = line.number;
+        }
+        if (first == 'B') {
+            TakeBegin(line);
+        } else if (first == 'T' && waitsForTitle_) {
+            TakeTitle(line);
+        } else if (first >= '0' && first <= '9') {
+            hasPeaks_ = true;
+        }
+    }
+
+private:
+    void TakeBegin(const FileLines::Line& line)
+    {
+        ++audit_.spectra;
+        if (audit_.longLine != 0) {
+            ++audit_.spectraBehindLongLine;
+            return;
+        }
+        if (waitsForTitle_) {
+            if (audit_.firstWithoutTitle == 0) {
+                audit_.firstWithoutTitle = begin_;
+            }
+            isForeign_ = true;
+        } else if (!title_.empty() && !hasPeaks_) {
+            if (audit_.firstWithoutPeaks == 0) {
+                audit_.firstWithoutPeaks = begin_;
+            }
+            audit_.titlesWithoutPeaks.push_back(title_);
+        }
+        begin_ = line.number;
+        title_.clear();
+        waitsForTitle_ = true;
+        hasPeaks_ = false;
+    }
+
+    void TakeTitle(const FileLines::Line& line)
+    {
+        if (isForeign_) {
+            audit_.foreignTitles.push_back(line.begin);
+        } else {
+            title_ = line.begin;
+        }
+        waitsForTitle_ = false;
+        isForeign_ = false;
+    }
+
+    MgfAudit& audit_;
+    std::uint64_t begin_ = 0; ///< line at which the spectrum begins
+    std::string title_;       ///< its title line
+    bool waitsForTitle_ = false;
+    bool isForeign_ = false; ///< the next title names a spectrum before this one
+    bool hasPeaks_ = false;
+};
+
+} // namespace
+
+MgfAudit AuditMgf(const std::string& path)
+{
+    MgfAudit audit;
+    Walk walk(audit);
+    FileLines lines(path, FileLines::Mode::Binary);
+    FileLines::Line line;
+    while (lines.Next(line)) {
+        walk.Take(line);
+    }
+    return audit;
+}
+
+} // namespace pelgrin

@@ -1,0 +1,30 @@
+#include "files/TableAudit.h"
+
+#include "files/FileLines.h"
+
+namespace pelgrin {
+
+TableAudit AuditTable(const std::string& path)
+{
+    TableAudit audit;
+    FileLines lines(path, FileLines::Mode::Text);
+    FileLines::Line line;
+    while (lines.Next(line)) {
+        const bool isHeader = line.number == 1;
+        if (audit.emptyLine != 0 || audit.longLine != 0) {
+            const std::uint64_t row = line.begin.empty() ? 0 : 1;
+            (audit.longLine != 0 ? audit.rowsBehindLongLine : audit.rowsBehindEmptyLine) += row;
+        } else if (line.length > kLongestLine) {
+            audit.longLine = line.number;
+            audit.cutsRow = !isHeader;
+            audit.rows += isHeader ? 0 : 1;
+        } else if (!isHeader && line.begin.empty()) {
+            audit.emptyLine = line.number;
+        } else if (!isHeader) {
+            ++audit.rows;
+        }
+    }
+    return audit;
+}
+
+} // namespace pelgrin

@@ -1,0 +1,105 @@
+#include "parameters/PlanText.h"
+
+#include <filesystem>
+#include <iterator>
+
+#include <fmt/format.h>
+
+#include "common/Terminal.h"
+#include "run/Modifications.h"
+
+namespace pelgrin {
+
+namespace {
+
+template <typename... Arguments>
+void Add(std::string& text, fmt::format_string<Arguments...> format, Arguments&&... arguments)
+{
+    fmt::format_to(std::back_inserter(text), format, std::forward<Arguments>(arguments)...);
+}
+
+void AddSearch(std::string& text, const Vorlan::CSearchParam& search, const Parameters& parameters)
+{
+    const std::string engine = Vorlan::SearchEngineType::typeToName(search.eSearchEngine);
+    const std::string method = Vorlan::FragMethodType::typeToName(search.eFragMethod);
+    Add(text, "Engine        {}\n", engine);
+    if (search.bOpenSearch) {
+        Add(text, "Search        open, mass shifts up to {}; ions are asked with them, too\n",
+            TextOf(Tolerance{search.dPrecursorMatchingTol, search.ePrecursorMatchingTolType}));
+    } else {
+        Add(text, "Search        closed: no ions with a mass shift\n");
+    }
+    Add(text, "Precursors    {}\n",
+        TextOf(Tolerance{search.dPrecursorTol, search.ePrecursorTolType}));
+    std::string ions;
+    for (const Vorlan::Peak::EIonType ion : parameters.ions) {
+        ions += fmt::format("{}{}", ions.empty() ? "" : " and ", LetterOf(ion));
+    }
+    Add(text, "Fragments     {}, {}: {} ions\n", TextOf(parameters.tolerance), method, ions);
+}
+
+void AddModifications(std::string& text, const char* kind,
+                      const std::vector<Vorlan::IdentModification>& mods)
+{
+    for (const Vorlan::IdentModification& mod : mods) {
+        Add(text, "  {:<12}{:<40} {:>+12.6f} Da\n", kind, OneLine(FullNameOf(mod)), mod.dMass);
+    }
+}
+
+void AddFiles(std::string& text, const char* title, const std::string& format,
+              const std::vector<std::string>& paths)
+{
+    Add(text, "{:<14}{}\n", title, format);
+    for (const std::string& path : paths) {
+        std::error_code error;
+        const auto size = std::filesystem::file_size(path, error);
+        Add(text, "  {}   {}\n", OneLine(path),
+            error ? std::string("cannot be read") : fmt::format("{} bytes", size));
+    }
+}
+
+void AddFdr(std::string& text, const Parameters& parameters)
+{
+    if (!parameters.fdr) {
+        Add(text, "FDR control   off\n");
+        return;
+    }
+    const FdrPlan& fdr = *parameters.fdr;
+    const std::string formula = Vorlan::TdFdrType::typeToName(fdr.formula);
+    const bool isGlobal = fdr.method == Vorlan::FdrEstimateType::Global;
+    Add(text, "FDR control   q-values up to {} stay, by {}, {}; decoys begin with \"{}\"\n",
+        fdr.threshold, formula, isGlobal ? "all files together" : "each file alone",
+        OneLine(fdr.decoyTag));
+}
+
+} // namespace
+
+std::string TextOf(const RunPlan& plan)
+{
+    const Parameters& parameters = plan.parameters;
+    const Vorlan::CSearchParam& search = *plan.groups->getSearchParam();
+    std::string text;
+    AddSearch(text, search, parameters);
+    Add(text, "Modifications of {}\n", OneLine(plan.database));
+    AddModifications(text, "fixed", search.vFixedMods);
+    AddModifications(text, "variable", search.vVarMods);
+    if (search.vFixedMods.empty() && search.vVarMods.empty()) {
+        text += "  none\n";
+    }
+    AddFiles(text, "Spectra", Vorlan::DatasetType::typeToName(search.eDatasetFormat),
+             parameters.spectra);
+    AddFiles(text, "Matches", Vorlan::PepIdentType::typeToName(search.ePepIdentFormat),
+             parameters.psms);
+    AddFdr(text, parameters);
+    for (const auto& [name, isAsked] :
+         {std::pair<const char*, bool>{"Localization", plan.groups->getLocalizeParam()->bLocalize},
+          {"Annotation", plan.groups->getAnnotateParam()->bAnnotate}}) {
+        Add(text, "{:<14}{}\n", name, isAsked ? "asked for, but not offered yet" : "off");
+    }
+    std::error_code ignored;
+    Add(text, "Output        {}{}\n", OneLine(parameters.out),
+        std::filesystem::is_directory(parameters.out, ignored) ? "" : ", which will be made");
+    return text;
+}
+
+} // namespace pelgrin

@@ -1,0 +1,350 @@
+#include "parameters/RunParameters.h"
+
+#include <filesystem>
+#include <map>
+
+#include <OpenMS/CONCEPT/Exception.h>
+#include <fmt/format.h>
+#include <spdlog/spdlog.h>
+
+#include "common/Failure.h"
+#include "common/Terminal.h"
+#include "files/EngineFileAudit.h"
+#include "files/FileLines.h"
+#include "files/UnimodFile.h"
+#include "parameters/ParameterKeys.h"
+#include "parameters/ParameterMessages.h"
+#include "run/Modifications.h"
+#include "run/Output.h"
+#include "run/Spectra.h"
+
+namespace pelgrin {
+
+using Vorlan::CTulkParam;
+using Vorlan::FdrEstimateType;
+using Vorlan::FragMethodType;
+using Vorlan::Peak;
+using Vorlan::SearchEngineType;
+
+namespace {
+
+constexpr const char kDefaultTable[] = "unimod.txt";
+
+/// A failure that another function told, with the place in front.
+template <typename Call>
+void WithPlace(const std::string& place, Call call)
+{
+    try {
+        call();
+    } catch (const Failure& failure) {
+        throw Failure(place + ": " + failure.what());
+    }
+}
+
+// ---- The modification database ----------------------------------------------
+
+void MakeDefaultTable(const ParameterText& text, bool makeTable)
+{
+    if (!makeTable) {
+        throw Failure(fmt::format(
+            "{}: is missing in the working folder, and {} names no modification_database; make it "
+            "with \"pelgrin mods import --unimod FILE --out {}\", or give --make-table",
+            kDefaultTable, text.Path(), kDefaultTable));
+    }
+    const auto unimod = FindUnimodXml();
+    if (!unimod) {
+        throw Failure(fmt::format("{}: cannot be made, no Unimod XML was found in: {}; make it "
+                                  "with \"pelgrin mods import --unimod FILE --out {}\"",
+                                  kDefaultTable, UnimodXmlPlaces(), kDefaultTable));
+    }
+    WriteModificationTable(*unimod, kDefaultTable);
+    spdlog::info("{} was made from {}", kDefaultTable, *unimod);
+}
+
+void CheckTable(const std::string& path)
+{
+    CheckModificationTable(path);
+    CheckTermSpecificities(path);
+}
+
+/// The library stops at a missing key that it reads before the database.
+bool StopsBeforeDatabase(const ParameterText& text)
+{
+    for (const ParameterKey& row : ParameterKeys()) {
+        if (std::string_view(row.key) == "modification_database") {
+            break;
+        }
+        if (row.IsRequired() && text.ValueOf(row.section, row.key).empty()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Refuses a modification file that the library would end the process for, or
+/// tell no file and line of. Gives its path.
+std::string CheckDatabase(const ParameterText& text, bool makeTable)
+{
+    const std::string value = text.ValueOf("Search", "modification_database");
+    if (value.empty()) {
+        std::error_code ignored;
+        if (!std::filesystem::exists(kDefaultTable, ignored)) {
+            MakeDefaultTable(text, makeTable);
+        }
+        CheckTable(kDefaultTable);
+        return kDefaultTable;
+    }
+    const std::string path = ResolvedPath(value);
+    const auto engine =
+        SearchEngineType::nameToType(text.ValueOf("Search", "search_result_format"));
+    WithPlace(text.PlaceOf("Search", "modification_database"), [&] {
+        switch (engine) {
+        case SearchEngineType::Unknown: break; // the library tells
+        case SearchEngineType::CalvexTxt: CheckTable(path); break;
+        case SearchEngineType::Pfind3Spectra: CheckPFind3File(path); break;
+        case SearchEngineType::MsFraggerPepXml: CheckReadable(path); break;
+        default:
+            throw Failure(fmt::format(
+                "files of {} are not read; expected no value, for the table {}, or a "
+                "search_result_format of \"pFind 3 (.spectra)\", \"MSFragger (.pepXML)\" or "
+                "\"Calvex (.txt)\"",
+                static_cast<const std::string&>(SearchEngineType::typeToName(engine)),
+                kDefaultTable));
+        }
+    });
+    return path;
+}
+
+const Vorlan::CModificationsDB& DatabaseOf(const Vorlan::CSearchParam& search)
+{
+    // The instances that CTulkParam has made.
+    if (search.strModificationDatabase.empty()) {
+        return *Vorlan::CModificationsDBCalvexDefault::getInstance();
+    }
+    return *Vorlan::CModificationsDBEngine::getInstance(search.strModificationDatabase,
+                                                        search.eSearchEngine);
+}
+
+// ---- What the library says --------------------------------------------------
+
+/// A modification that was refused: it is not written as one, or unknown.
+std::string ExplainModification(const ParameterText& text, const NamedKey& named,
+                                const std::string& database)
+{
+    const auto name = ParseModificationName(text.ValueOf(named.section, named.key));
+    const Vorlan::CSearchParam* const search = CTulkParam::getInstance()->getSearchParam();
+    if (!name || search == nullptr) {
+        return BadValue(text, named.section, named.key);
+    }
+    const std::string hint = HintFor(DatabaseOf(*search), *name);
+    return BadValue(
+        text, named.section, named.key,
+        fmt::format("{} has no such modification{}{}", database, hint.empty() ? "" : ", ", hint));
+}
+
+const CTulkParam* ReadGroups(const ParameterText& text, const std::string& database)
+{
+    try {
+        return CTulkParam::readFromFile(text.Path());
+    } catch (const OpenMS::Exception::InvalidParameter& error) {
+        const std::string message = error.what();
+        const NamedKey named = KeyIn(message);
+        const bool isModification = named.key.find("_mod_") != std::string::npos
+                                    && named.key.find("_number") == std::string::npos
+                                    && message.find("Invalid") != std::string::npos;
+        throw Failure(isModification ? ExplainModification(text, named, database)
+                                     : Explain(text, message));
+    } catch (const OpenMS::Exception::BaseException& error) {
+        throw Failure(Explain(text, error.what()));
+    }
+}
+
+// ---- What pelgrin offers so far ---------------------------------------------
+
+void CheckOffered(const ParameterText& text, const CTulkParam& groups)
+{
+    const Vorlan::CSearchParam& search = *groups.getSearchParam();
+    constexpr const char kNotYet[] = "this format is not read yet";
+    if (search.eDatasetFormat != Vorlan::DatasetType::Mgf) {
+        throw Failure(BadValue(text, "Search", "dataset_format", kNotYet, "\"mgf\""));
+    }
+    if (!HasReader(search.ePepIdentFormat)) {
+        throw Failure(BadValue(text, "Search", "pep_ident_format", kNotYet, FormatChoices()));
+    }
+    const Vorlan::CFdrControlParam& fdr = *groups.getFdrControlParam();
+    if (fdr.bFdrControl && fdr.eFdrMethod == FdrEstimateType::Transferred) {
+        throw Failure(BadValue(text, "Fdr", "fdr_method", "\"transferred\" is not offered yet",
+                               "1 (global) or 2 (separate)"));
+    }
+}
+
+std::vector<std::string> NotOffered(const ParameterText& text, const CTulkParam& groups)
+{
+    std::vector<std::string> asked;
+    const auto add = [&](bool isAsked, const char* what, const char* section, const char* key) {
+        if (isAsked) {
+            asked.emplace_back(what);
+            spdlog::warn("{} = {}: {} is not offered yet; the run goes on without it",
+                         OneLine(text.PlaceOf(section, key)), OneLine(text.ValueOf(section, key)),
+                         what);
+        }
+    };
+    add(groups.getLocalizeParam()->bLocalize, "localization", "Localization", "is_localized");
+    add(groups.getAnnotateParam()->bAnnotate, "protein annotation", "Annotation", "is_annotated");
+    return asked;
+}
+
+// ---- Files ------------------------------------------------------------------
+
+/// The files of a list, "dataset_filename_1" and so on, as the library finds
+/// them; problems with them go to RunPlan::fileProblems.
+class FileList {
+public:
+    FileList(const ParameterText& text, std::string front, std::vector<std::string>& problems)
+        : text_(text), front_(std::move(front)), problems_(problems)
+    {
+    }
+
+    void Add(const std::string& asWritten)
+    {
+        const std::string key = fmt::format("{}_{}", front_, paths_.size() + 1);
+        const std::string place = text_.PlaceOf("Search", key);
+        paths_.push_back(ResolvedPath(asWritten));
+        try {
+            CheckReadable(paths_.back());
+        } catch (const Failure& failure) {
+            problems_.push_back(place + ": " + failure.what());
+        }
+    }
+
+    /// A dataset is known by its file name.
+    void RefuseEqualNames()
+    {
+        RefuseEqual(FileNameOf, "has the same file name, and records could not tell them apart");
+    }
+
+    /// Every match counts once.
+    void RefuseEqualFiles()
+    {
+        const auto real = [](const std::string& path) {
+            std::error_code error;
+            const auto canonical = std::filesystem::canonical(path, error);
+            return error ? path : canonical.string();
+        };
+        RefuseEqual(real, "is the same file, and its matches would count twice");
+    }
+
+    const std::vector<std::string>& Paths() const { return paths_; }
+
+private:
+    template <typename NameOf>
+    void RefuseEqual(NameOf nameOf, const char* reason)
+    {
+        std::map<std::string, std::string> keys;
+        for (std::size_t i = 0; i < paths_.size(); ++i) {
+            const std::string key = fmt::format("{}_{}", front_, i + 1);
+            const auto [former, isNew] = keys.emplace(nameOf(paths_[i]), key);
+            if (!isNew) {
+                problems_.push_back(fmt::format("{}: {}: {} {}", text_.PlaceOf("Search", key),
+                                                paths_[i], former->second, reason));
+            }
+        }
+    }
+
+    const ParameterText& text_;
+    std::string front_;
+    std::vector<std::string>& problems_;
+    std::vector<std::string> paths_;
+};
+
+void AddFiles(const ParameterText& text, const Vorlan::CSearchParam& search, RunPlan& plan)
+{
+    FileList spectra(text, "dataset_filename", plan.fileProblems);
+    for (const Vorlan::DatasetSource& source : search.vDatasets) {
+        spectra.Add(source.strFirst + source.strSecond);
+    }
+    spectra.RefuseEqualNames();
+    plan.parameters.spectra = spectra.Paths();
+    FileList results(text, "pep_ident_filename", plan.fileProblems);
+    for (const Vorlan::PepIdentSource& source : search.vPepIdentSources) {
+        results.Add(source.strFirst + source.strSecond);
+    }
+    results.RefuseEqualFiles();
+    plan.parameters.psms = results.Paths();
+}
+
+void AddOutput(const ParameterText& text, RunPlan& plan)
+{
+    Parameters& parameters = plan.parameters;
+    parameters.out = ResolvedPath(plan.groups->getOutputPath());
+    parameters.outName = fmt::format("\"output\" in {}", text.Path());
+    parameters.fileInputs = {text.Path(), plan.database};
+    const std::string place = text.PlaceOf("Output", "output");
+    std::error_code ignored;
+    if (std::filesystem::exists(parameters.out, ignored)
+        && !std::filesystem::is_directory(parameters.out, ignored)) {
+        plan.fileProblems.push_back(
+            fmt::format("{}: {}: expected a folder, but it is a file", place, parameters.out));
+        return;
+    }
+    try {
+        RefuseToOverwriteInputs(parameters);
+    } catch (const Failure& failure) {
+        plan.fileProblems.push_back(place + ": " + failure.what());
+    }
+}
+
+// ---- Parameters -------------------------------------------------------------
+
+std::optional<FdrPlan> FdrPlanOf(const Vorlan::CFdrControlParam& fdr)
+{
+    if (!fdr.bFdrControl) {
+        return std::nullopt;
+    }
+    return FdrPlan{fdr.strDecoyTag, fdr.dFdrThreshold, fdr.eFdrMethod, fdr.eTdFdrType};
+}
+
+void AddSearch(const Vorlan::CSearchParam& search, RunPlan& plan)
+{
+    Parameters& parameters = plan.parameters;
+    parameters.format = search.ePepIdentFormat;
+    parameters.tolerance = {search.dFragmentTol, search.eFragmentTolType};
+    parameters.ions = search.eFragMethod == FragMethodType::Etd
+                          ? std::vector<Peak::EIonType>{Peak::C_ION, Peak::Z_ION}
+                          : std::vector<Peak::EIonType>{Peak::B_ION, Peak::Y_ION};
+    parameters.shiftedIons = search.bOpenSearch;
+    parameters.lookup = std::make_shared<const ModificationLookup>(
+        search.getSpecifiedMod(), DatabaseOf(search), plan.database);
+}
+
+} // namespace
+
+LoadedParameters LoadParameters(const ParameterText& text, bool makeTable)
+{
+    const std::string database =
+        StopsBeforeDatabase(text) ? std::string() : CheckDatabase(text, makeTable);
+    return {ReadGroups(text, database), database};
+}
+
+RunPlan ReadRunPlan(const std::string& path, bool makeTable)
+{
+    const ParameterText text(path);
+    for (const std::string& warning : WarningsOf(text)) {
+        spdlog::warn("{}", OneLine(warning));
+    }
+    RunPlan plan;
+    const LoadedParameters loaded = LoadParameters(text, makeTable);
+    plan.groups = loaded.groups;
+    plan.database = loaded.database;
+    CheckOffered(text, *plan.groups);
+    plan.parameters.program = "pelgrin run";
+    plan.parameters.parameterFile = path;
+    AddSearch(*plan.groups->getSearchParam(), plan);
+    plan.parameters.fdr = FdrPlanOf(*plan.groups->getFdrControlParam());
+    plan.parameters.notOffered = NotOffered(text, *plan.groups);
+    AddFiles(text, *plan.groups->getSearchParam(), plan);
+    AddOutput(text, plan);
+    return plan;
+}
+
+} // namespace pelgrin

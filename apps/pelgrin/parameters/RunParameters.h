@@ -1,0 +1,44 @@
+// Step 1 of a run from a parameter file.
+#ifndef PELGRIN_RUNPARAMETERS_H
+#define PELGRIN_RUNPARAMETERS_H
+
+#include <string>
+#include <vector>
+
+#include "TulkParam.h"
+#include "parameters/ParameterText.h"
+#include "run/Parameters.h"
+
+namespace pelgrin {
+
+/// A parameter file that was understood.
+struct RunPlan {
+    Parameters parameters;
+    const Vorlan::CTulkParam* groups = nullptr; ///< as the library read them
+    std::string database;                       ///< path of the modifications
+    /// Files that are missing or cannot be used: one message each.
+    std::vector<std::string> fileProblems;
+};
+
+/// What the library read, and the path of the modifications.
+struct LoadedParameters {
+    const Vorlan::CTulkParam* groups = nullptr;
+    std::string database;
+};
+
+/// Lets the library read the file; the files of modifications are looked
+/// through before, so that it cannot end the process. Throws Failure with
+/// file, line, key and what is allowed. For one file in a process: the library
+/// keeps the modifications of the first one.
+LoadedParameters LoadParameters(const ParameterText& text, bool makeTable);
+
+/// Reads the parameter file at path, and the modifications that it names.
+/// makeTable makes the default table of modifications when the file needs it
+/// and it is not there. Warnings go to standard error. Throws Failure for the
+/// first error that is none of a file of spectra or matches. For one file in a
+/// process, as LoadParameters.
+RunPlan ReadRunPlan(const std::string& path, bool makeTable);
+
+} // namespace pelgrin
+
+#endif // PELGRIN_RUNPARAMETERS_H

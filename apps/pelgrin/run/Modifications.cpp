@@ -1,0 +1,197 @@
+#include "run/Modifications.h"
+
+#include <set>
+
+#include <OpenMS/CONCEPT/Exception.h>
+#include <fmt/format.h>
+
+#include "common/SimilarNames.h"
+#include "common/Words.h"
+
+namespace pelgrin {
+
+using Vorlan::CModificationsDB;
+using Vorlan::CResidueModification;
+using Vorlan::IdentModification;
+
+namespace {
+
+constexpr const char kBlanks[] = " \t\r\n";
+
+std::string Trimmed(const std::string& text)
+{
+    const std::size_t begin = text.find_first_not_of(kBlanks);
+    return begin == std::string::npos
+               ? std::string()
+               : text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
+}
+
+bool IsResidue(char c)
+{
+    return c >= 'A' && c <= 'Z';
+}
+
+/// Recognises "Protein N-term" and the like, with or without a residue behind.
+void Classify(const std::string& text, ModificationName& name)
+{
+    name.site = text;
+    const std::string lower = Lower(text);
+    for (const auto specificity :
+         {CResidueModification::PROTEIN_N_TERM, CResidueModification::PROTEIN_C_TERM,
+          CResidueModification::N_TERM, CResidueModification::C_TERM}) {
+        const std::string phrase = CResidueModification().getTermSpecificityName(specificity);
+        if (lower.compare(0, phrase.size(), Lower(phrase)) != 0) {
+            continue;
+        }
+        if (text.size() == phrase.size()) {
+            name.site = phrase.substr(phrase.size() - 6); // "N-term"
+            name.specificity = specificity;
+        } else if (text.size() == phrase.size() + 2 && text[phrase.size()] == ' ') {
+            name.site = text.substr(phrase.size() + 1);
+            name.specificity = specificity;
+        }
+    }
+}
+
+/// The full ids of the records of a name, "Oxidation (M), Oxidation (W)", not
+/// too many.
+std::string SitesOf(const CModificationsDB& database, const std::string& name)
+{
+    constexpr std::size_t kMost = 8;
+    std::set<const CResidueModification*> records;
+    try {
+        database.searchModifications(records, name, "",
+                                     CResidueModification::NUMBER_OF_TERM_SPECIFICITY);
+    } catch (const OpenMS::Exception::ElementNotFound&) {
+        return {};
+    }
+    std::string text;
+    std::size_t shown = 0;
+    for (const CResidueModification* const record : records) {
+        if (++shown > kMost) {
+            return text + fmt::format(" and {} more", records.size() - kMost);
+        }
+        text += (text.empty() ? "\"" : ", \"") + record->getFullId() + "\"";
+    }
+    return text;
+}
+
+std::vector<std::string> AllFullIds(const CModificationsDB& database)
+{
+    constexpr double kEveryMass = 1e12;
+    std::vector<std::string> ids;
+    database.searchModificationsByDiffMonoMass(ids, 0.0, kEveryMass, "",
+                                               CResidueModification::NUMBER_OF_TERM_SPECIFICITY);
+    return ids;
+}
+
+/// "Phospho (STY)" of the parameter file stands for "Phospho (S)" in a table.
+bool Covers(const IdentModification& specified, const std::string& name)
+{
+    if (FullNameOf(specified) == name) {
+        return true;
+    }
+    const auto parsed = ParseModificationName(name);
+    return parsed && specified.strPosition == "Anywhere" && parsed->name == specified.strName
+           && parsed->site.size() == 1 && IsResidue(parsed->site.front())
+           && specified.strSite.find(parsed->site) != std::string::npos;
+}
+
+} // namespace
+
+std::optional<ModificationName> ParseModificationName(const std::string& text)
+{
+    const std::size_t open = text.rfind('(');
+    if (open == std::string::npos) {
+        return std::nullopt;
+    }
+    const std::string rest = Trimmed(text.substr(open + 1));
+    if (rest.size() < 2 || rest.find(')') != rest.size() - 1) {
+        return std::nullopt;
+    }
+    ModificationName name;
+    name.name = Trimmed(text.substr(0, open));
+    Classify(rest.substr(0, rest.size() - 1), name);
+    return name;
+}
+
+std::string FullNameOf(const IdentModification& specified)
+{
+    std::string site = specified.strSite;
+    if (specified.strPosition != "Anywhere") {
+        const bool isTerminus = site == "N-term" || site == "C-term";
+        site = specified.strPosition + (isTerminus ? "" : " " + site);
+    }
+    return fmt::format("{} ({})", specified.strName, site);
+}
+
+const CResidueModification* FindRecord(const CModificationsDB& database,
+                                       const ModificationName& name)
+{
+    for (const auto specificity :
+         {name.specificity, CResidueModification::NUMBER_OF_TERM_SPECIFICITY}) {
+        try {
+            return &database.getModification(name.name, name.site, specificity);
+        } catch (const OpenMS::Exception::ElementNotFound&) {
+            return nullptr;
+        } catch (const OpenMS::Exception::InvalidValue&) {
+            continue; // the name is there, but not with that specificity
+        }
+    }
+    return nullptr;
+}
+
+std::string HintFor(const CModificationsDB& database, const ModificationName& name)
+{
+    const std::string sites = SitesOf(database, name.name);
+    if (!sites.empty()) {
+        return "it has " + sites;
+    }
+    const auto site = [&] {
+        IdentModification mod(name.name, 0.0, name.site, "Anywhere", 0);
+        if (name.specificity != CResidueModification::ANYWHERE) {
+            mod.strPosition = CResidueModification().getTermSpecificityName(name.specificity);
+        }
+        return FullNameOf(mod);
+    };
+    const std::string near = Nearest(AllFullIds(database), site());
+    return near.empty() ? std::string() : "the most similar one is \"" + near + "\"";
+}
+
+std::optional<ModificationLookup::Hit> ModificationLookup::Find(const std::string& name) const
+{
+    const std::string full = WithAnyTerm(name);
+    for (const IdentModification& specified : specified_) {
+        if (Covers(specified, full)) {
+            return Hit{specified.dMass, "parameter file"};
+        }
+    }
+    if (const auto parsed = ParseModificationName(full)) {
+        if (const CResidueModification* const record = FindRecord(database_, *parsed)) {
+            return Hit{record->getDiffMonoMass(), databasePath_};
+        }
+    }
+    return std::nullopt;
+}
+
+void AddMasses(const std::vector<Vorlan::PeptideIdentification>& records, Parameters& parameters)
+{
+    std::set<std::string> seen;
+    for (const Vorlan::PeptideIdentification& record : records) {
+        for (const IdentModification& mod : record.vMods) {
+            if (!seen.insert(mod.strName).second) {
+                continue;
+            }
+            const std::string name = WithAnyTerm(mod.strName);
+            if (parameters.modifications.count(name) > 0) {
+                continue;
+            }
+            if (const auto hit = parameters.lookup->Find(name)) {
+                parameters.modifications[name] = hit->mass;
+                parameters.modificationSources[name] = hit->source;
+            }
+        }
+    }
+}
+
+} // namespace pelgrin

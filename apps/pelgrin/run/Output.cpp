@@ -1,0 +1,205 @@
+#include "run/Output.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <iterator>
+#include <utility>
+
+#include <OpenMS/CONCEPT/Exception.h>
+#include <fmt/format.h>
+
+#include "PeptideIdentificationIO.h"
+#include "SpectraIO.h"
+#include "common/Failure.h"
+
+namespace pelgrin {
+
+namespace {
+
+constexpr const char* kFileNames[] = {"annotations.tsv", "results.txt", "matched.mgf",
+                                      "summary.json"};
+
+[[noreturn]] void NotWritable(const std::string& path, int reason = 0)
+{
+    throw Failure(fmt::format("{}: cannot be written{}{}", path, reason != 0 ? ": " : "",
+                              reason != 0 ? std::strerror(reason) : ""));
+}
+
+/// The path of a file in the output folder, which is created first.
+std::string PathIn(const Parameters& parameters, const char* name)
+{
+    RefuseToOverwriteInputs(parameters);
+    std::error_code error;
+    std::filesystem::create_directories(parameters.out, error);
+    if (!std::filesystem::is_directory(parameters.out)) {
+        throw Failure(fmt::format("{}: is not a folder and cannot be made one: {}", parameters.out,
+                                  error ? error.message() : "a file of that name exists"));
+    }
+    // The library finds a file that exists, even below a folder whose name
+    // holds a backslash.
+    const std::filesystem::path path = std::filesystem::path(parameters.out) / name;
+    TextFile(path.string()).Close();
+    return path.string();
+}
+
+} // namespace
+
+void RefuseToOverwriteInputs(const Parameters& parameters)
+{
+    std::vector<std::string> inputs = parameters.spectra;
+    inputs.insert(inputs.end(), parameters.psms.begin(), parameters.psms.end());
+    inputs.insert(inputs.end(), parameters.fileInputs.begin(), parameters.fileInputs.end());
+    for (const char* const name : kFileNames) {
+        const std::filesystem::path output = std::filesystem::path(parameters.out) / name;
+        for (const std::string& input : inputs) {
+            std::error_code ignored;
+            if (std::filesystem::equivalent(output, input, ignored)) {
+                throw Failure(
+                    fmt::format("{}: is an input and would be overwritten; choose another "
+                                "folder for {}",
+                                output.string(), parameters.outName));
+            }
+        }
+    }
+}
+
+const std::string_view kAnnotationHeader =
+    "Dataset Name\tSpectrum Name\tSequence\tCharge\tIon\tIon Index\tIon Charge\tStatus\t"
+    "Theoretical m/z\tPeak m/z\tIntensity\tError (ppm)\n";
+
+// ---- TextFile ---------------------------------------------------------------
+
+TextFile::TextFile(std::string path)
+    : path_(std::move(path)), file_(path_, std::ios::binary | std::ios::trunc)
+{
+    Check(file_.is_open());
+}
+
+void TextFile::Write(std::string_view text)
+{
+    file_.write(text.data(), static_cast<std::streamsize>(text.size()));
+    Check(file_.good());
+}
+
+void TextFile::Close()
+{
+    file_.flush();
+    Check(file_.good());
+    file_.close();
+    Check(file_.good());
+}
+
+void TextFile::Check(bool ok) const
+{
+    if (!ok) {
+        NotWritable(path_, errno);
+    }
+}
+
+// ---- MatchedSpectra ---------------------------------------------------------
+
+/// The library's writer, which says true even when the output has failed.
+class MatchedSpectra : public Vorlan::MgfIO {
+public:
+    explicit MatchedSpectra(const std::string& path) : path_(path)
+    {
+        InitSave(path);
+        Check();
+    }
+
+    void Add(Vorlan::Spectrum& spectrum)
+    {
+        bSaveOneSpec(spectrum);
+        Check();
+    }
+
+    void Close()
+    {
+        ofsOutput_.flush();
+        Check();
+        EndSave();
+    }
+
+private:
+    void Check() const
+    {
+        if (!ofsOutput_.is_open() || !ofsOutput_.good()) {
+            NotWritable(path_, errno);
+        }
+    }
+
+    std::string path_;
+};
+
+// ---- OutputFolder -----------------------------------------------------------
+
+OutputFolder::OutputFolder(const Parameters& parameters)
+    : matchedPath_(PathIn(parameters, "matched.mgf")),
+      resultsPath_(PathIn(parameters, "results.txt")),
+      annotations_(PathIn(parameters, "annotations.tsv")),
+      summary_(PathIn(parameters, "summary.json"))
+{
+    annotations_.Write(kAnnotationHeader);
+}
+
+OutputFolder::~OutputFolder() = default;
+
+void OutputFolder::WriteSpectrum(const std::string& dataset, Vorlan::Spectrum& spectrum)
+{
+    if (!written_.insert(dataset + "\n" + spectrum.strTitle).second) {
+        return;
+    }
+    if (!matched_) {
+        matched_ = std::make_unique<MatchedSpectra>(matchedPath_);
+    }
+    matched_->Add(spectrum);
+}
+
+void OutputFolder::WriteAnnotation(const Vorlan::PeptideIdentification& record,
+                                   const Annotation& annotation)
+{
+    annotations_.Write(AnnotationLines(record, annotation));
+}
+
+void OutputFolder::Finish(const std::vector<Vorlan::PeptideIdentification>& records)
+{
+    if (matched_) {
+        matched_->Close();
+    }
+    annotations_.Close();
+    Vorlan::TulkTXTPepIdentIO writer;
+    try {
+        writer.InitSave(resultsPath_);
+        writer.Save(records);
+        writer.EndSave();
+    } catch (const OpenMS::Exception::FileNotWritable&) {
+        NotWritable(resultsPath_);
+    }
+}
+
+void OutputFolder::WriteSummary(const std::string& json)
+{
+    summary_.Write(json);
+    summary_.Close();
+}
+
+std::string AnnotationLines(const Vorlan::PeptideIdentification& record,
+                            const Annotation& annotation)
+{
+    const std::string front =
+        fmt::format("{}\t{}\t{}\t{}\t", record.strDatasetName, record.strSpectrumName,
+                    record.strSequence, record.nCharge);
+    std::string lines;
+    for (const IonMatch& match : annotation.matches) {
+        const Vorlan::Peak::MatchRes& ion = match.fragment.ion;
+        lines += front;
+        fmt::format_to(std::back_inserter(lines), "{}\t{}\t{}\t{}\t{:.6f}\t{:.6f}\t{}\t{:.3f}\n",
+                       LetterOf(ion.eIonType), ion.nIonIndex, ion.nCharge,
+                       ion.eHitStatus == Vorlan::Peak::SHIFT ? "shift" : "unshift",
+                       match.fragment.mz, match.peakMz, match.intensity, match.ErrorPpm());
+    }
+    return lines;
+}
+
+} // namespace pelgrin

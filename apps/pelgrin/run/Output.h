@@ -1,0 +1,77 @@
+// Step 5 of a run: the files in the output folder.
+#ifndef PELGRIN_OUTPUT_H
+#define PELGRIN_OUTPUT_H
+
+#include <fstream>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "run/Annotation.h"
+#include "run/Parameters.h"
+
+namespace pelgrin {
+
+/// A text file that tells when writing fails.
+class TextFile {
+public:
+    /// Empties or creates the file. Every member throws Failure with the path
+    /// when the file cannot be written.
+    explicit TextFile(std::string path);
+    void Write(std::string_view text);
+    void Close();
+
+private:
+    void Check(bool ok) const;
+
+    std::string path_;
+    std::ofstream file_;
+};
+
+class MatchedSpectra;
+
+/// Throws Failure when a file of the output folder would overwrite an input.
+void RefuseToOverwriteInputs(const Parameters& parameters);
+
+/// The four files of a run. Every member throws Failure with the path of the
+/// file that cannot be written.
+class OutputFolder {
+public:
+    /// Creates the folder and all files in it, emptying what exists. Throws
+    /// before touching anything when a file would overwrite an input.
+    explicit OutputFolder(const Parameters& parameters);
+    ~OutputFolder();
+
+    /// A file that is empty until the first WriteSpectrum.
+    const std::string& ScratchPath() const { return matchedPath_; }
+
+    /// Adds a spectrum to matched.mgf unless its file and name are there.
+    void WriteSpectrum(const std::string& dataset, Vorlan::Spectrum& spectrum);
+    void WriteAnnotation(const Vorlan::PeptideIdentification& record, const Annotation& annotation);
+    /// Writes results.txt and closes the files of spectra and annotations.
+    void Finish(const std::vector<Vorlan::PeptideIdentification>& records);
+    void WriteSummary(const std::string& json);
+
+    std::uint64_t SpectraWritten() const { return written_.size(); }
+
+private:
+    std::string matchedPath_;
+    std::string resultsPath_;
+    TextFile annotations_;
+    TextFile summary_;
+    std::unique_ptr<MatchedSpectra> matched_;
+    std::unordered_set<std::string> written_; ///< dataset, line feed, spectrum name
+};
+
+/// The lines of one record in annotations.tsv.
+std::string AnnotationLines(const Vorlan::PeptideIdentification& record,
+                            const Annotation& annotation);
+
+/// The header line of annotations.tsv.
+extern const std::string_view kAnnotationHeader;
+
+} // namespace pelgrin
+
+#endif // PELGRIN_OUTPUT_H

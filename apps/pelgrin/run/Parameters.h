@@ -1,0 +1,92 @@
+// Step 1 of a run: the parameters, and how their texts are read.
+#ifndef PELGRIN_PARAMETERS_H
+#define PELGRIN_PARAMETERS_H
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "DataStructures.h"
+#include "run/Fdr.h"
+
+namespace pelgrin {
+
+struct Tolerance {
+    double value = 0.0;
+    Vorlan::TolType::ETolType unit = Vorlan::TolType::Ppm;
+};
+
+/// Name, as WithAnyTerm spells it -> mass, Da.
+using ModificationMasses = std::map<std::string, double>;
+
+class ModificationLookup;
+
+/// What a run is asked for: by the command line of "annotate", or by the
+/// parameter file of "run".
+struct Parameters {
+    std::string program = "pelgrin annotate";
+    std::vector<std::string> spectra; ///< paths of MGF files
+    std::vector<std::string> psms;    ///< paths of the tables
+    Vorlan::PepIdentType::EPepIdentType format = Vorlan::PepIdentType::CalvexTxt;
+    Tolerance tolerance;
+    std::vector<Vorlan::Peak::EIonType> ions;
+    ModificationMasses modifications;
+    double minShift = 0.5;         ///< smaller mass shifts are errors of measurement, Da
+    bool shiftedIons = true;       ///< ask ions with a record's mass shift, too
+    std::string out;               ///< folder of the output files
+    std::string outName = "--out"; ///< what the user knows that folder as
+
+    // Of "run" only.
+    std::string parameterFile;                        ///< empty for "annotate"
+    std::vector<std::string> fileInputs;              ///< what else was read: never overwritten
+    std::shared_ptr<const ModificationLookup> lookup; ///< for names not in modifications
+    std::map<std::string, std::string> modificationSources; ///< name -> where its mass stands
+    std::optional<FdrPlan> fdr;
+    std::vector<std::string> notOffered; ///< what the file asks for in vain: "localization"
+};
+
+// Each of these throws UsageError with a text that names what was given and
+// what is wanted.
+
+/// "20ppm", "0.02 Da": a positive number and a unit, in any case.
+Tolerance ParseTolerance(const std::string& text);
+
+/// "b,y": letters of a, b, c, x, y, z in any case, each kept once.
+std::vector<Vorlan::Peak::EIonType> ParseIons(const std::string& text);
+
+/// "Oxidation (M)=15.994915": name and mass around the last "=".
+std::pair<std::string, double> ParseModification(const std::string& text);
+
+/// All modifications; a name may be given only once, however it is spelled.
+ModificationMasses ParseModifications(const std::vector<std::string>& texts);
+
+/// A mass that is not negative.
+double ParseMinShift(const std::string& text);
+
+/// The type of a table by its display name, in any case. Only types that the
+/// library reads are choices.
+Vorlan::PepIdentType::EPepIdentType ParseFormat(const std::string& text);
+
+/// The library has a reader for the type.
+bool HasReader(Vorlan::PepIdentType::EPepIdentType type);
+
+/// The display names that ParseFormat takes, in quotes, joined by ", ".
+std::string FormatChoices();
+
+/// Spells a terminus as the table reader does: " (N-term" becomes
+/// " (Any N-term", and likewise for the C-terminus.
+std::string WithAnyTerm(const std::string& name);
+
+/// 'b' for Peak::B_ION and so on.
+char LetterOf(Vorlan::Peak::EIonType ion);
+
+/// "20 ppm".
+std::string TextOf(const Tolerance& tolerance);
+
+} // namespace pelgrin
+
+#endif // PELGRIN_PARAMETERS_H

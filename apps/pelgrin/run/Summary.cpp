@@ -1,0 +1,178 @@
+#include "run/Summary.h"
+
+#include <nlohmann/json.hpp>
+
+namespace pelgrin {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json FdrOf(const FdrPlan& plan)
+{
+    const std::string method = Vorlan::FdrEstimateType::typeToName(plan.method);
+    const std::string formula = Vorlan::TdFdrType::typeToName(plan.formula);
+    return {{"method", method},
+            {"formula", formula},
+            {"threshold", plan.threshold},
+            {"decoy_tag", plan.decoyTag}};
+}
+
+/// What only a run from a parameter file has.
+void AddFileParameters(const Parameters& parameters, Json& json)
+{
+    json["parameter_file"] = parameters.parameterFile;
+    json["psms"] = parameters.psms;
+    json["modification_sources"] = parameters.modificationSources;
+    json["shifted_ions"] = parameters.shiftedIons;
+    json["fdr"] = parameters.fdr ? FdrOf(*parameters.fdr) : Json();
+}
+
+Json JsonOf(const Parameters& parameters)
+{
+    Json ions = Json::array();
+    for (const Vorlan::Peak::EIonType ion : parameters.ions) {
+        ions.push_back(std::string(1, LetterOf(ion)));
+    }
+    Json modifications = Json::object();
+    for (const auto& [name, mass] : parameters.modifications) {
+        modifications[name] = mass;
+    }
+    const std::string format = Vorlan::PepIdentType::typeToName(parameters.format);
+    Json json = {{"spectra", parameters.spectra},
+                 {"psms", parameters.psms.front()},
+                 {"format", format},
+                 {"tolerance", TextOf(parameters.tolerance)},
+                 {"ions", ions},
+                 {"modifications", modifications},
+                 {"min_shift", parameters.minShift},
+                 {"out", parameters.out}};
+    if (!parameters.parameterFile.empty()) {
+        AddFileParameters(parameters, json);
+    }
+    return json;
+}
+
+Json JsonOf(const FdrGroup& group)
+{
+    return {{"files", group.files},
+            {"targets", group.targets},
+            {"decoys", group.decoys},
+            {"passing", group.passing},
+            {"worst_score", group.worstScore ? Json(*group.worstScore) : Json()}};
+}
+
+Json FdrRecordsOf(const Counts& counts)
+{
+    return {{"total", counts.LeftByFdr()},
+            {"above_threshold", counts.aboveThreshold},
+            {"decoys", counts.decoys},
+            {"without_proteins", counts.withoutProteins},
+            {"score_not_a_number", counts.scoreNotANumber}};
+}
+
+Json JsonOf(const SpectraPool& spectra, const Counts& counts)
+{
+    Json files = Json::array();
+    std::uint64_t total = 0;
+    for (const SpectraFile& file : spectra.Files()) {
+        total += file.audit.spectra;
+        files.push_back({{"dataset", file.dataset},
+                         {"path", file.path},
+                         {"spectra", file.audit.spectra},
+                         {"without_peaks", file.audit.titlesWithoutPeaks.size()},
+                         {"with_foreign_title", file.audit.foreignTitles.size()},
+                         {"behind_long_line", file.audit.spectraBehindLongLine}});
+    }
+    return {{"total", total},
+            {"names_in_index", spectra.Names()},
+            {"joined", counts.spectraWritten},
+            {"files", files}};
+}
+
+/// The counts of the reasons for which select is true.
+template <typename Select>
+Json ReasonsOf(const Counts& counts, std::uint64_t total, Select select)
+{
+    Json json = {{"total", total}};
+    for (std::size_t i = 0; i < kReasons; ++i) {
+        const auto reason = static_cast<Reason>(i);
+        if (select(reason)) {
+            json[KeyOf(reason)] = counts.notUsed[i];
+        }
+    }
+    return json;
+}
+
+Json RecordsOf(const Counts& counts)
+{
+    Json details = Json::object();
+    for (std::size_t i = 0; i < kReasons; ++i) {
+        if (!counts.details[i].empty()) {
+            details[KeyOf(static_cast<Reason>(i))] = counts.details[i];
+        }
+    }
+    const auto isNotJoined = [](Reason reason) { return IsNotJoined(reason); };
+    const auto isSkipped = [](Reason reason) { return !IsNotJoined(reason); };
+    return {{"read", counts.read},
+            {"joined",
+             {{"total", counts.joinedByName + counts.joinedWithoutEnding},
+              {"by_file_name", counts.joinedByName},
+              {"by_file_name_without_ending", counts.joinedWithoutEnding}}},
+            {"not_joined", ReasonsOf(counts, counts.NotJoined(), isNotJoined)},
+            {"skipped", ReasonsOf(counts, counts.Skipped(), isSkipped)},
+            {"annotated", counts.annotated},
+            {"details", details}};
+}
+
+Json JsonOf(const Share& share, const char* asked, const char* matched)
+{
+    return {{asked, share.asked}, {matched, share.matched}, {"share", share.Value()}};
+}
+
+Json IonsOf(const Parameters& parameters, const Counts& counts)
+{
+    Json json = JsonOf(counts.AllIons(), "asked", "matched");
+    Json series = Json::object();
+    for (const Vorlan::Peak::EIonType ion : parameters.ions) {
+        const auto& shares = counts.ions.at(ion);
+        series[std::string(1, LetterOf(ion))] = {
+            {"unshift", JsonOf(shares[Vorlan::Peak::UNSHIFT], "asked", "matched")},
+            {"shift", JsonOf(shares[Vorlan::Peak::SHIFT], "asked", "matched")}};
+    }
+    json["series"] = series;
+    return json;
+}
+
+} // namespace
+
+std::string SummaryOf(const Parameters& parameters, const SpectraPool& spectra,
+                      const RunResults& results)
+{
+    const Counts& counts = results.counts;
+    Json json = {{"program", parameters.program},
+                 {"version", PELGRIN_VERSION},
+                 {"parameters", JsonOf(parameters)},
+                 {"spectra", JsonOf(spectra, counts)},
+                 {"rows_not_read",
+                  {{"behind_empty_line", counts.rowsBehindEmptyLine},
+                   {"behind_long_line", counts.rowsBehindLongLine}}},
+                 {"rows_cut", counts.rowsCut},
+                 {"records", RecordsOf(counts)},
+                 {"ions", IonsOf(parameters, counts)},
+                 {"bonds", JsonOf(counts.fragments, "asked", "matched")},
+                 {"peaks", JsonOf(counts.peaks, "in_annotated_spectra", "annotated")}};
+    if (!parameters.parameterFile.empty()) {
+        json["not_offered"] = parameters.notOffered;
+        json["records"]["fdr_control"] = FdrRecordsOf(counts);
+        Json groups = Json::array();
+        for (const FdrGroup& group : results.fdr) {
+            groups.push_back(JsonOf(group));
+        }
+        json["fdr"] = groups;
+    }
+    // Names may hold any bytes; what is no UTF-8 becomes U+FFFD.
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+} // namespace pelgrin

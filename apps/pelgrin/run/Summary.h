@@ -1,0 +1,27 @@
+// summary.json: every count of a run.
+#ifndef PELGRIN_SUMMARY_H
+#define PELGRIN_SUMMARY_H
+
+#include <string>
+#include <vector>
+
+#include "run/Counts.h"
+#include "run/FdrControl.h"
+#include "run/Parameters.h"
+#include "run/Spectra.h"
+
+namespace pelgrin {
+
+/// What became of the records of a run.
+struct RunResults {
+    Counts counts;
+    std::vector<FdrGroup> fdr; ///< empty without FDR control
+};
+
+/// The text of summary.json, with a line feed at its end.
+std::string SummaryOf(const Parameters& parameters, const SpectraPool& spectra,
+                      const RunResults& results);
+
+} // namespace pelgrin
+
+#endif // PELGRIN_SUMMARY_H
