@@ -192,7 +192,7 @@ private:
     struct Entries; // the attributes that were asked for
     struct Source;  // the text that was parsed
 
-    void SetText_(Source& source, const char* begin, std::size_t length);
+    void SetText_(Source* source, const char* begin, std::size_t length);
     Entries& OwnEntries_();
     void EnterText_();
 

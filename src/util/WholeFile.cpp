@@ -4,10 +4,14 @@
 #include <cstring>
 
 #include "platform/InputFile.h"
+#include "platform/Memory.h"
 
 namespace Vorlan {
 
 namespace {
+
+/// Memory is asked for in parts: a file may hold less than its size says.
+constexpr std::size_t kPart = 16 * 1024 * 1024;
 
 void Grow(WholeFile& file, std::size_t& room)
 {
@@ -64,11 +68,16 @@ bool WholeFile::Read(const std::string& path)
     text.reset(new char[room + 1]);
     size = 0;
     for (;;) {
-        size += file.ReadAt(size, text.get() + size, room - size);
-        if (size < room) {
+        const std::size_t part = std::min(room - size, kPart);
+        platform::ProvidePages(text.get() + size, part);
+        const std::size_t got = file.ReadAt(size, text.get() + size, part);
+        size += got;
+        if (got < part) {
             break;
         }
-        Grow(*this, room);
+        if (size == room) {
+            Grow(*this, room);
+        }
     }
     DropByteOrderMark(*this);
     DropCarriageReturns(*this);

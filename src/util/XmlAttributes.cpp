@@ -125,9 +125,10 @@ std::string CXmlAttributes::strToXml() const
     return xml;
 }
 
-void CXmlAttributes::SetText_(Source& source, const char* begin, std::size_t length)
+/// Takes a use of source over. For attributes without text.
+void CXmlAttributes::SetText_(Source* source, const char* begin, std::size_t length)
 {
-    pSource_ = UserCount<Source>::Join(&source);
+    pSource_ = source;
     pText_ = begin;
     nLength_ = length;
 }

@@ -1,34 +1,28 @@
 #include "util/XmlNames.h"
 
 #include <memory>
+#include <utility>
 
 namespace Vorlan {
 
-XmlNames::~XmlNames()
-{
-    for (const auto& [name, value] : values_) {
-        UserCount<Value>::Leave(value);
-    }
-}
-
-XmlNames::Value* XmlNames::Of(std::string_view name)
+XmlNames::Name* XmlNames::Of(std::string_view name)
 {
     if (name.empty()) {
         return nullptr;
     }
     const std::size_t hash = name.size() + 7U * static_cast<unsigned char>(name.back())
                              + 3U * static_cast<unsigned char>(name[name.size() / 2]);
-    Value*& recent = recent_[hash % recent_.size()];
-    if (recent != nullptr && recent->text == name) {
+    Name*& recent = recent_[hash % recent_.size()];
+    if (recent != nullptr && recent->Get().text == name) {
         return recent;
     }
-    const auto known = values_.find(name);
-    if (known != values_.end()) {
-        return recent = known->second;
+    auto known = names_.find(name);
+    if (known == names_.end()) {
+        auto value = std::make_unique<XmlBuilder::Value>(name);
+        const std::string_view key = value->text;
+        known = names_.try_emplace(key, std::move(value)).first;
     }
-    auto value = std::make_unique<Value>(name);
-    values_.emplace(value->text, value.get());
-    return recent = value.release();
+    return recent = &known->second;
 }
 
 } // namespace Vorlan

@@ -26,19 +26,14 @@ inline const char* EndOfXmlName(const char* begin, const char* end)
 /// One value for every tag name of a text, shared by its elements.
 class XmlNames {
 public:
-    using Value = XmlBuilder::Value;
+    using Name = Lender<XmlBuilder::Value>;
 
-    XmlNames() = default;
-    ~XmlNames();
-    XmlNames(const XmlNames&) = delete;
-    XmlNames& operator=(const XmlNames&) = delete;
-
-    /// Null for the empty name. The caller joins the value when it keeps it.
-    Value* Of(std::string_view name);
+    /// Null for the empty name. Good as long as this.
+    Name* Of(std::string_view name);
 
 private:
-    std::unordered_map<std::string_view, Value*> values_; ///< keys look into the values
-    std::array<Value*, 64> recent_{};                     ///< a name is often the one before
+    std::unordered_map<std::string_view, Name> names_; ///< keys look into the values
+    std::array<Name*, 64> recent_{};                   ///< a name is often the one before
 };
 
 } // namespace Vorlan

@@ -15,8 +15,7 @@ namespace Vorlan {
 namespace {
 
 using Nodes = CXmlElement::Nodes;
-using Value = XmlBuilder::Value;
-using Source = XmlBuilder::Source;
+using Source = Lender<XmlBuilder::Source>;
 
 std::string_view View(const char* begin, const char* end)
 {
@@ -113,16 +112,16 @@ struct LooseNodes {
 class QuickParser {
 public:
     QuickParser(CXmlElement& top, Source& source, std::size_t size)
-        : top_(top), source_(source), end_(source.text.get() + size), mayCompare_(16 * size)
+        : top_(top), source_(source), end_(source.Get().text.get() + size), mayCompare_(16 * size)
     {
     }
 
     /// False, and nothing has happened, when the careful way is needed.
     bool Parse()
     {
-        const char* p = source_.text.get();
+        const char* p = source_.Get().text.get();
         // Deliberate: B-27. What stands in front of a "<" makes no node.
-        while (const char* const lt = Find('<', p, end_)) {
+        for (const char* lt = LookFrom(p); lt < end_; lt = NextMark(p)) {
             const char next = lt + 1 < end_ ? lt[1] : '\0';
             if (next == '/') {
                 p = EndElement(lt);
@@ -200,14 +199,23 @@ private:
 
     CXmlElement* Parent() const { return open_.empty() ? &top_ : open_.back().element; }
 
-    /// A closing tag inside other markup.
-    static bool HasClosing(const char* begin, const char* end)
+    /// The first "<" at or behind p, or the end. p does not go back. Remembers
+    /// it: looking for closing tags in one markup finds where the next begins.
+    const char* NextMark(const char* p) { return mark_ < p ? LookFrom(p) : mark_; }
+
+    const char* LookFrom(const char* p)
     {
-        while (const char* const lt = Find('<', begin, end)) {
+        const char* const lt = Find('<', p, end_);
+        return mark_ = lt == nullptr ? end_ : lt;
+    }
+
+    /// A closing tag begins in [begin, end), inside of other markup.
+    bool HasClosing(const char* begin, const char* end)
+    {
+        for (const char* lt = NextMark(begin); lt < end; lt = NextMark(lt + 1)) {
             if (lt[1] == '/') {
                 return true;
             }
-            begin = lt + 1;
         }
         return false;
     }
@@ -234,7 +242,8 @@ private:
     CXmlElement& top_;
     Source& source_;
     const char* const end_;
-    std::size_t mayCompare_; ///< characters; deep documents take the careful way
+    const char* mark_ = nullptr; ///< the "<" that NextMark gave last
+    std::size_t mayCompare_;     ///< characters; deep documents take the careful way
     XmlNames names_;
     std::vector<Open> open_;
     std::size_t openLength_ = 0; ///< of the names of all open elements
@@ -246,7 +255,7 @@ private:
 class CarefulParser {
 public:
     CarefulParser(CXmlElement& top, Source& source, std::size_t size, const char& guard)
-        : source_(source), begin_(source.text.get()), end_(begin_ + size), guard_(guard),
+        : source_(source), begin_(source.Get().text.get()), end_(begin_ + size), guard_(guard),
           closingTags_(View(begin_, end_)), open_{{&top, end_, nullptr}}
     {
     }
@@ -351,18 +360,18 @@ private:
 
 } // namespace
 
-CXmlElement* XmlBuilder::NewElement(CXmlNode* parent, Value* name, Source& source,
+CXmlElement* XmlBuilder::NewElement(CXmlNode* parent, Lender<Value>* name, Lender<Source>& source,
                                     const char* attributes, const char* attributesEnd)
 {
     auto* const element = new CXmlElement(parent);
-    element->pValue_ = UserCount<Value>::Join(name);
+    element->pValue_ = name == nullptr ? nullptr : name->Lend();
     while (attributes < attributesEnd
            && (*attributes == ' ' || *attributes == '\t' || *attributes == '\n'
                || *attributes == '\r')) {
         ++attributes;
     }
     if (attributes < attributesEnd) {
-        element->cAttributes_.SetText_(source, attributes,
+        element->cAttributes_.SetText_(source.Lend(), attributes,
                                        static_cast<std::size_t>(attributesEnd - attributes));
     }
     return element;
@@ -379,13 +388,9 @@ void ParseXmlContent(CXmlElement& element, std::unique_ptr<char[]> text, std::si
                      const char& guard)
 {
     // The nodes that refer to the text keep it; without any it goes with this.
-    struct Holder {
-        Source* source;
-        ~Holder() { UserCount<Source>::Leave(source); }
-    };
-    const Holder holder{new Source(std::move(text))};
-    if (!QuickParser(element, *holder.source, size).Parse()) {
-        CarefulParser(element, *holder.source, size, guard).Parse();
+    Source source(std::make_unique<XmlBuilder::Source>(std::move(text)));
+    if (!QuickParser(element, source, size).Parse()) {
+        CarefulParser(element, source, size, guard).Parse();
     }
 }
 

@@ -27,12 +27,43 @@ public:
         return object;
     }
 
-    static void Leave(Object* object)
+    static void Leave(Object* object, std::size_t users = 1)
     {
-        if (object != nullptr && object->users.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+        if (object != nullptr
+            && object->users.fetch_sub(users, std::memory_order_acq_rel) == users) {
             delete object;
         }
     }
+};
+
+/// Hands an object out to many users without counting each of them atomically:
+/// counts a great many at first and takes back those that did not come.
+template <typename Object>
+class Lender {
+public:
+    /// Takes over object, which has no users yet.
+    explicit Lender(std::unique_ptr<Object> object) : object_(object.release())
+    {
+        object_->users.store(kMany, std::memory_order_relaxed);
+    }
+    ~Lender() { UserCount<Object>::Leave(object_, kMany - lent_); }
+    Lender(const Lender&) = delete;
+    Lender& operator=(const Lender&) = delete;
+
+    /// The object, for one more user that will leave it.
+    Object* Lend()
+    {
+        ++lent_;
+        return object_;
+    }
+
+    const Object& Get() const { return *object_; }
+
+private:
+    static constexpr std::size_t kMany = ~std::size_t{0} / 2;
+
+    Object* object_;
+    std::size_t lent_ = 0;
 };
 
 /// A node's value. Only the parser shares one, among elements of one name.
@@ -61,7 +92,8 @@ public:
     using Value = CXmlNode::Value;
     using Source = CXmlAttributes::Source;
 
-    static CXmlElement* NewElement(CXmlNode* parent, Value* name, Source& source,
+    /// name is null for an empty one.
+    static CXmlElement* NewElement(CXmlNode* parent, Lender<Value>* name, Lender<Source>& source,
                                    const char* attributes, const char* attributesEnd);
     static CXmlUnknown* NewUnknown(CXmlNode* parent, std::string_view markup);
     static CXmlElement::Nodes& NodesOf(CXmlElement& element) { return element.vNodes_; }

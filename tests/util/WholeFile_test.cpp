@@ -53,6 +53,21 @@ TEST(WholeFile, HasRoomForOneMoreCharacter)
     EXPECT_EQ(std::string(file.text.get(), 4), "abc\n");
 }
 
+// Memory is asked for in parts of 16 MiB.
+TEST(WholeFile, FilesOfWholePartsAreReadToTheirEnd)
+{
+    const TempFolder folder;
+    constexpr std::size_t kPart = 16 * 1024 * 1024;
+    for (const std::size_t size : {kPart - 1, kPart, kPart + 1, 2 * kPart}) {
+        std::string bytes(size, 'x');
+        bytes[size / 2] = 'y';
+        bytes.back() = 'z';
+        WholeFile file;
+        ASSERT_TRUE(file.Read(folder.Write("file", bytes)));
+        EXPECT_TRUE(TextOf(file) == bytes) << size;
+    }
+}
+
 TEST(WholeFile, LargeFileAgreesWithAPlainWalk)
 {
     test::Random random(1);
