@@ -8,12 +8,14 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "FuzzSupport.h"
 #include "PlainModifications.h"
 #include "moddb/ModificationTable.h"
+#include "util/LineReader.h"
 
 namespace {
 
@@ -144,6 +146,18 @@ std::string PlainDump(const Records& records)
     return text;
 }
 
+/// A line that would be cut when it is read.
+bool HasLongLine(const std::string& text)
+{
+    std::istringstream lines(text);
+    std::string line;
+    bool isLong = false;
+    while (!isLong && std::getline(lines, line)) {
+        isLong = line.size() > LineReader::kMaxLineLength;
+    }
+    return isLong;
+}
+
 std::string DumpOfFile(const fuzz::MemoryFile& file)
 {
     const CModificationsDBEngineCalvex database(file.Path());
@@ -170,8 +184,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const std::string dump = DumpOfFile(file);
     fuzz::CheckSame(dump, PlainDump(expected.records), "the dump");
-    // Inputs are too small for rows that are too long once their masses are
-    // written out.
+    if (HasLongLine(dump)) {
+        return 0; // written out, a row may become longer than a line may be
+    }
     file.Write(dump);
     fuzz::CheckSame(DumpOfFile(file), dump, "the dump of a dump that was read back");
     return 0;
