@@ -53,7 +53,7 @@ Places FindColumns(std::string_view headerRow)
     for (std::size_t i = 0; i < NumberOfColumns; ++i) {
         places[i] = header.Find(kColumns[i]);
         if (places[i] == TabHeader::kMissing) {
-            console::PrintAndExit(std::string(kCalls) + "Error:\tCannot find the column \""
+            console::PrintAndExit(console::Stream::Err, std::string(kCalls) + "Error:\tCannot find the column \""
                                   + kColumns[i] + "\" in the modification data base file\n");
         }
     }
@@ -118,7 +118,7 @@ std::vector<CResidueModification> ReadModificationTable(const std::string& path,
             continue;
         }
         if (!HasAllTerms(row, places)) {
-            console::PrintAndExit(std::string(kCalls)
+            console::PrintAndExit(console::Stream::Err, std::string(kCalls)
                                   + "Error:\tUnexpected number of terms in line "
                                   + std::to_string(number) + "\n");
         }

@@ -150,6 +150,7 @@ void CModificationsDB::writeToFile(std::string path) const
             file.write(text.data(), static_cast<std::streamsize>(text.size()));
             file.close();
             console::PrintAndExit(
+                console::Stream::Err,
                 "CModificationsDB::writeToFile calls\nError:\tUnexpected term specificity\n");
         }
         AppendRow(text, record);

@@ -12,9 +12,9 @@ void Print(Stream stream, std::string_view text)
     out.flush();
 }
 
-void PrintAndExit(std::string_view text)
+void PrintAndExit(Stream stream, std::string_view text)
 {
-    Print(Stream::Err, text);
+    Print(stream, text);
     std::exit(EXIT_FAILURE);
 }
 

@@ -11,9 +11,9 @@ enum class Stream { Out, Err };
 /// Writes text as it stands and flushes the stream.
 void Print(Stream stream, std::string_view text);
 
-/// Prints text on standard error and ends the process with exit status 1, as
-/// the C library's exit does.
-[[noreturn]] void PrintAndExit(std::string_view text);
+/// Prints text and ends the process with exit status 1, as the C library's exit
+/// does.
+[[noreturn]] void PrintAndExit(Stream stream, std::string_view text);
 
 } // namespace Vorlan::console
 

@@ -1,10 +1,10 @@
 #include "util/WholeFile.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "platform/InputFile.h"
 #include "platform/Memory.h"
+#include "util/TextMode.h"
 
 namespace Vorlan {
 
@@ -19,39 +19,6 @@ void Grow(WholeFile& file, std::size_t& room)
     std::unique_ptr<char[]> larger(new char[room + 1]);
     std::copy(file.text.get(), file.text.get() + file.size, larger.get());
     file.text = std::move(larger);
-}
-
-void DropByteOrderMark(WholeFile& file)
-{
-    constexpr char kMark[] = "\xEF\xBB\xBF";
-    if (file.size >= 3 && std::memcmp(file.text.get(), kMark, 3) == 0) {
-        file.size -= 3;
-        std::memmove(file.text.get(), file.text.get() + 3, file.size);
-    }
-}
-
-void DropCarriageReturns(WholeFile& file)
-{
-    char* const end = file.text.get() + file.size;
-    const char* from = file.text.get();
-    char* to = file.text.get();
-    while (from < end) {
-        const void* const found = std::memchr(from, '\r', static_cast<std::size_t>(end - from));
-        const char* const stop = found == nullptr ? end : static_cast<const char*>(found);
-        if (to != from) {
-            std::memmove(to, from, static_cast<std::size_t>(stop - from));
-        }
-        to += stop - from;
-        from = stop;
-        if (from < end) {
-            const bool beforeFeed = from + 1 < end && from[1] == '\n';
-            if (!beforeFeed) {
-                *to++ = '\r';
-            }
-            ++from;
-        }
-    }
-    file.size = static_cast<std::size_t>(to - file.text.get());
 }
 
 } // namespace
@@ -79,8 +46,8 @@ bool WholeFile::Read(const std::string& path)
             Grow(*this, room);
         }
     }
-    DropByteOrderMark(*this);
-    DropCarriageReturns(*this);
+    size = DropByteOrderMark(text.get(), size);
+    size = DropCarriageReturns(text.get(), size);
     return true;
 }
 

@@ -39,6 +39,10 @@ public:
         return values;
     }
 
+    /// The text that the attributes were parsed from; empty for attributes that
+    /// were entered one by one. Good until they change.
+    static std::string_view AttributeText(const CXmlElement& element);
+
     /// All attributes as they are written into a tag.
     static std::string AttributesXml(const CXmlElement& element);
 

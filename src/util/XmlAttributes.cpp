@@ -171,6 +171,11 @@ bool XmlAccess::FindAttribute(const CXmlElement& element, std::string_view name,
     return FindInText({attributes.pText_, attributes.nLength_}, name, value);
 }
 
+std::string_view XmlAccess::AttributeText(const CXmlElement& element)
+{
+    return {element.cAttributes_.pText_, element.cAttributes_.nLength_};
+}
+
 void XmlAccess::FindAttributes(const CXmlElement& element, const std::string_view* names,
                                std::size_t count, std::string_view* values)
 {

@@ -1,14 +1,14 @@
 #include "util/XmlParser.h"
 
-#include <algorithm>
-#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "util/XmlClosingTags.h"
+#include "util/XmlMarkup.h"
 #include "util/XmlNames.h"
 #include "util/XmlParts.h"
+#include "util/XmlScanner.h"
 
 namespace Vorlan {
 
@@ -16,25 +16,6 @@ namespace {
 
 using Nodes = CXmlElement::Nodes;
 using Source = Lender<XmlBuilder::Source>;
-
-std::string_view View(const char* begin, const char* end)
-{
-    return {begin, static_cast<std::size_t>(end - begin)};
-}
-
-const char* Find(char c, const char* begin, const char* end)
-{
-    return begin < end ? static_cast<const char*>(
-               std::memchr(begin, c, static_cast<std::size_t>(end - begin)))
-                       : nullptr;
-}
-
-/// Where text begins in [begin, end), or null.
-const char* Find(std::string_view text, const char* begin, const char* end)
-{
-    const std::size_t place = View(begin, end).find(text);
-    return place == std::string_view::npos ? nullptr : begin + place;
-}
 
 [[noreturn]] void NoTagEnd(const char* tag, const char* end, const char& guard)
 {
@@ -46,209 +27,81 @@ const char* Find(std::string_view text, const char* begin, const char* end)
     throw CXmlException(message);
 }
 
-/// The ">" that ends the markup which begins at lt, or null.
-const char* EndOfMarkup(const char* lt, const char* end)
-{
-    const char* const gt = Find('>', lt, end);
-    const bool dash = gt != nullptr && gt[-1] == '-' && lt[1] != '!';
-    return dash ? Find('>', gt + 1, end) : gt; // Deliberate: B-29
-}
-
-/// Where a CDATA section or DOCTYPE ends whose markup, up to its first ">", is
-/// [lt, gt]: the last character, gt for any other markup, null when the end is
-/// missing. isData tells which.
-const char* EndOfDeclaration(const char* lt, const char* gt, const char* end, bool& isData)
-{
-    isData = false;
-    const std::string_view markup = View(lt, gt + 1);
-    if (markup.substr(2, 2) == "--") {
-        return gt; // Deliberate: B-30
-    }
-    if (const char* const data = Find("CDAT", lt, gt + 1)) {
-        isData = true;
-        const char* const last = Find("]]>", data, end);
-        return last == nullptr ? nullptr : last + 2;
-    }
-    if (const char* const type = Find("DOCTYPE", lt, gt + 1)) {
-        const char* const last = Find("]>", type, end); // Deliberate: B-36
-        return last == nullptr ? nullptr : last + 1;
-    }
-    return gt;
-}
-
-/// A start tag, taken apart.
-struct StartTag {
-    StartTag(const char* lt, const char* gt)
-        : name(View(lt + 1, EndOfXmlName(lt + 1, gt))), isClosed(gt[-1] == '/'),
-          attributes(name.data() + name.size()), attributesEnd(isClosed ? gt - 1 : gt)
-    {
-    }
-
-    std::string_view name;
-    bool isClosed; ///< by a "/" of its own
-    const char* attributes;
-    const char* attributesEnd;
-};
-
 // ---- The quick way -------------------------------------------------------
 
-/// Nodes that nothing owns yet.
-struct LooseNodes {
-    Nodes nodes;
-
-    LooseNodes() = default;
-    LooseNodes(const LooseNodes&) = delete;
-    LooseNodes& operator=(const LooseNodes&) = delete;
-    ~LooseNodes()
+/// Makes the tree of what the scanner tells. Its nodes belong to nothing until
+/// they are handed over.
+class TreeBuilder {
+public:
+    TreeBuilder(CXmlElement& top, Source& source) : top_(top), source_(source) {}
+    TreeBuilder(const TreeBuilder&) = delete;
+    TreeBuilder& operator=(const TreeBuilder&) = delete;
+    ~TreeBuilder()
     {
-        for (CXmlNode* node : nodes) {
+        for (CXmlNode* node : loose_) {
             delete node;
         }
     }
-};
 
-/// Reads the text once. Every "</" that it passes is checked against the names
-/// of all open elements, so an element ends where the careful way ends it.
-class QuickParser {
-public:
-    QuickParser(CXmlElement& top, Source& source, std::size_t size)
-        : top_(top), source_(source), end_(source.Get().text.get() + size), mayCompare_(16 * size)
+    void Begin(XmlNames::Name* name, const char* attributes, const char* attributesEnd)
     {
+        CXmlNode*& place = loose_.emplace_back(nullptr);
+        CXmlElement* const element =
+            XmlBuilder::NewElement(Parent(), name, source_, attributes, attributesEnd);
+        place = element;
+        open_.push_back({element, loose_.size()});
     }
 
-    /// False, and nothing has happened, when the careful way is needed.
-    bool Parse()
+    void End()
     {
-        const char* p = source_.Get().text.get();
-        // Deliberate: B-27. What stands in front of a "<" makes no node.
-        for (const char* lt = LookFrom(p); lt < end_; lt = NextMark(p)) {
-            const char next = lt + 1 < end_ ? lt[1] : '\0';
-            if (next == '/') {
-                p = EndElement(lt);
-            } else if (next == '!' || next == '?') {
-                p = Keep(lt);
-            } else {
-                p = BeginElement(lt);
-            }
-            if (p == nullptr) {
-                return false;
-            }
+        const Open& open = open_.back();
+        if (open.firstChild < loose_.size()) {
+            const auto first = loose_.begin() + static_cast<std::ptrdiff_t>(open.firstChild);
+            XmlBuilder::NodesOf(*open.element).assign(first, loose_.end());
+            loose_.resize(open.firstChild);
         }
-        if (!open_.empty()) {
-            return false;
-        }
+        open_.pop_back();
+    }
+
+    void Unknown(std::string_view markup)
+    {
+        CXmlNode*& place = loose_.emplace_back(nullptr);
+        place = XmlBuilder::NewUnknown(Parent(), markup);
+    }
+
+    void HandOver()
+    {
         Nodes& children = XmlBuilder::NodesOf(top_);
-        children.insert(children.end(), loose_.nodes.begin(), loose_.nodes.end());
-        loose_.nodes.clear();
-        return true;
+        children.insert(children.end(), loose_.begin(), loose_.end());
+        loose_.clear();
     }
 
 private:
-    // Each gives the place behind what it read, or null when it gives up.
-
-    const char* BeginElement(const char* lt)
-    {
-        const char* const gt = EndOfMarkup(lt, end_);
-        if (gt == nullptr || HasClosing(lt + 1, gt)) {
-            return nullptr;
-        }
-        const StartTag tag(lt, gt);
-        if (tag.name.empty()) {
-            return nullptr;
-        }
-        CXmlNode*& place = loose_.nodes.emplace_back(nullptr);
-        CXmlElement* const element = XmlBuilder::NewElement(Parent(), names_.Of(tag.name), source_,
-                                                            tag.attributes, tag.attributesEnd);
-        place = element;
-        if (!tag.isClosed) {
-            open_.push_back({element, tag.name, loose_.nodes.size()});
-            openLength_ += tag.name.size();
-        }
-        return gt + 1;
-    }
-
-    const char* EndElement(const char* lt)
-    {
-        const char* const gt = Find('>', lt, end_);
-        if (gt == nullptr || HasClosing(lt + 2, gt) || !EndsInnermost(View(lt + 2, end_))) {
-            return nullptr;
-        }
-        const Open& open = open_.back();
-        const auto first = loose_.nodes.begin() + static_cast<std::ptrdiff_t>(open.firstChild);
-        XmlBuilder::NodesOf(*open.element).assign(first, loose_.nodes.end());
-        loose_.nodes.resize(open.firstChild);
-        openLength_ -= open.name.size();
-        open_.pop_back();
-        return gt + 1;
-    }
-
-    const char* Keep(const char* lt)
-    {
-        const char* last = EndOfMarkup(lt, end_);
-        if (last != nullptr && lt[1] == '!') {
-            bool isData = false;
-            last = EndOfDeclaration(lt, last, end_, isData);
-        }
-        if (last == nullptr || HasClosing(lt + 1, last)) {
-            return nullptr;
-        }
-        CXmlNode*& place = loose_.nodes.emplace_back(nullptr);
-        place = XmlBuilder::NewUnknown(Parent(), View(lt, last + 1));
-        return last + 1;
-    }
-
     CXmlElement* Parent() const { return open_.empty() ? &top_ : open_.back().element; }
-
-    /// The first "<" at or behind p, or the end. p does not go back. Remembers
-    /// it: looking for closing tags in one markup finds where the next begins.
-    const char* NextMark(const char* p) { return mark_ < p ? LookFrom(p) : mark_; }
-
-    const char* LookFrom(const char* p)
-    {
-        const char* const lt = Find('<', p, end_);
-        return mark_ = lt == nullptr ? end_ : lt;
-    }
-
-    /// A closing tag begins in [begin, end), inside of other markup.
-    bool HasClosing(const char* begin, const char* end)
-    {
-        for (const char* lt = NextMark(begin); lt < end; lt = NextMark(lt + 1)) {
-            if (lt[1] == '/') {
-                return true;
-            }
-        }
-        return false;
-    }
-
-    /// The name of the innermost open element begins text, and no other does.
-    bool EndsInnermost(std::string_view text)
-    {
-        const auto begins = [text](const Open& open) {
-            return text.compare(0, open.name.size(), open.name) == 0;
-        };
-        if (open_.empty() || openLength_ > mayCompare_ || !begins(open_.back())) {
-            return false;
-        }
-        mayCompare_ -= openLength_;
-        return std::none_of(open_.begin(), open_.end() - 1, begins);
-    }
 
     struct Open {
         CXmlElement* element;
-        std::string_view name;
         std::size_t firstChild; ///< where its children begin among the loose nodes
     };
 
     CXmlElement& top_;
     Source& source_;
-    const char* const end_;
-    const char* mark_ = nullptr; ///< the "<" that NextMark gave last
-    std::size_t mayCompare_;     ///< characters; deep documents take the careful way
-    XmlNames names_;
     std::vector<Open> open_;
-    std::size_t openLength_ = 0; ///< of the names of all open elements
-    LooseNodes loose_;           ///< children of open elements, in order
+    Nodes loose_; ///< children of open elements, in order
 };
+
+/// False, and nothing has happened, when the careful way is needed.
+bool ParseQuickly(CXmlElement& top, Source& source, std::size_t size)
+{
+    const char* const begin = source.Get().text.get();
+    TreeBuilder builder(top, source);
+    XmlScanner<TreeBuilder> scanner(builder);
+    if (scanner.Read(begin, begin + size, true) == nullptr) {
+        return false;
+    }
+    builder.HandOver();
+    return true;
+}
 
 // ---- The careful way -----------------------------------------------------
 
@@ -256,7 +109,7 @@ class CarefulParser {
 public:
     CarefulParser(CXmlElement& top, Source& source, std::size_t size, const char& guard)
         : source_(source), begin_(source.Get().text.get()), end_(begin_ + size), guard_(guard),
-          closingTags_(View(begin_, end_)), open_{{&top, end_, nullptr}}
+          closingTags_(xml::View(begin_, end_)), open_{{&top, end_, nullptr}}
     {
     }
 
@@ -264,7 +117,7 @@ public:
     {
         const char* p = begin_;
         for (;;) {
-            if (const char* const lt = Find('<', p, open_.back().end)) {
+            if (const char* const lt = xml::Find('<', p, open_.back().end)) {
                 p = TakeMarkup(lt);
             } else if (open_.size() > 1) {
                 p = EndElement();
@@ -289,13 +142,13 @@ private:
     const char* TakeMarkup(const char* lt)
     {
         const char* const end = open_.back().end;
-        const char* const gt = EndOfMarkup(lt, end);
+        const char* const gt = xml::EndOfMarkup(lt, end);
         if (gt == nullptr) {
             NoTagEnd(lt, end, CharacterAt(end));
         }
         if (lt[1] == '!') {
             bool isData = false;
-            const char* const last = EndOfDeclaration(lt, gt, end, isData);
+            const char* const last = xml::EndOfDeclaration(lt, gt, end, isData);
             if (last == nullptr) {
                 throw CXmlException(isData ? "Can not find \"]]>\""
                                            : "DOCTYPE can not find \"]>\"");
@@ -314,13 +167,13 @@ private:
     const char* Keep(const char* lt, const char* last)
     {
         Append(std::unique_ptr<CXmlNode>(
-            XmlBuilder::NewUnknown(open_.back().element, View(lt, last + 1))));
+            XmlBuilder::NewUnknown(open_.back().element, xml::View(lt, last + 1))));
         return last + 1;
     }
 
     const char* BeginElement(const char* lt, const char* gt)
     {
-        const StartTag tag(lt, gt);
+        const xml::StartTag tag(lt, gt);
         CXmlElement* const element = XmlBuilder::NewElement(
             open_.back().element, names_.Of(tag.name), source_, tag.attributes, tag.attributesEnd);
         Append(std::unique_ptr<CXmlNode>(element));
@@ -342,7 +195,7 @@ private:
         const Open done = open_.back();
         open_.pop_back();
         const char* const end = open_.back().end;
-        const char* const gt = Find('>', done.end, end);
+        const char* const gt = xml::Find('>', done.end, end);
         if (gt == nullptr) {
             NoTagEnd(done.lt, end, CharacterAt(end));
         }
@@ -389,7 +242,7 @@ void ParseXmlContent(CXmlElement& element, std::unique_ptr<char[]> text, std::si
 {
     // The nodes that refer to the text keep it; without any it goes with this.
     Source source(std::make_unique<XmlBuilder::Source>(std::move(text)));
-    if (!QuickParser(element, source, size).Parse()) {
+    if (!ParseQuickly(element, source, size)) {
         CarefulParser(element, source, size, guard).Parse();
     }
 }

@@ -5,10 +5,10 @@
 // stands between is parsed in the same manner. Done as it is told, that reads
 // every character once for each element around it.
 //
-// The quick way reads a usual document once, with a stack of open elements,
-// and gives up, leaving nothing behind, as soon as it sees something that the
-// careful way might understand differently. The careful way then makes the
-// tree, or the error; XmlClosingTags keeps it from reading too much.
+// The quick way, XmlScanner, reads a usual document once, with a stack of open
+// elements, and gives up, leaving nothing behind, as soon as it sees something
+// that the careful way might understand differently. The careful way then makes
+// the tree, or the error; XmlClosingTags keeps it from reading too much.
 //
 // Held by tests/util/XmlTwin_test.cpp, which compares trees and messages with a
 // plain recursive twin on random, malformed and hostile texts.

@@ -45,8 +45,8 @@ using ConsoleDeathTest = testing::Test;
 
 TEST(ConsoleDeathTest, PrintAndExitPrintsOnStandardErrorAndEndsWithOne)
 {
-    EXPECT_EXIT(console::PrintAndExit("Error: x\n"), testing::ExitedWithCode(1), "^Error: x\n$");
-    EXPECT_EXIT(console::PrintAndExit(""), testing::ExitedWithCode(1), "^$");
+    EXPECT_EXIT(console::PrintAndExit(console::Stream::Err, "Error: x\n"), testing::ExitedWithCode(1), "^Error: x\n$");
+    EXPECT_EXIT(console::PrintAndExit(console::Stream::Err, ""), testing::ExitedWithCode(1), "^$");
 }
 
 TEST(ConsoleDeathTest, PrintAndExitEndsAsTheCLibraryDoes)
@@ -55,7 +55,7 @@ TEST(ConsoleDeathTest, PrintAndExitEndsAsTheCLibraryDoes)
         std::atexit([] { console::Print(console::Stream::Err, "at the end"); });
         std::cout.rdbuf(std::cerr.rdbuf());
         std::cout << "out, "; // is flushed at the end
-        console::PrintAndExit("error, ");
+        console::PrintAndExit(console::Stream::Err, "error, ");
     };
     EXPECT_EXIT(end(), testing::ExitedWithCode(1), "error, at the end");
 }
