@@ -4,8 +4,16 @@
 // Contents
 //   1. PeptideIdentificationIO   the interface of every reader, in slot order
 //   2. TulkTXTPepIdentIO         the native result table, read and written
-//                                (docs/formats/native-table.md)
-//   3. PepIdentIOFactory         makes the reader for a PepIdentType
+//   3. MSFraggerPepXMLPepIdentIO pepXML of MSFragger
+//      CometPepXMLPepIdentIO     pepXML of Comet
+//   4. MSGFTSVPepIdentIO         the table of MS-GF+
+//   5. MaxQuantTXTPepIdentIO     msms.txt and peptides.txt of MaxQuant
+//   6. Pfind3PepIdentIO          pFind-Filtered.spectra of pFind 3
+//      PfindTXTPepIdentIO        the text result of pFind 2.8
+//   7. SequestTXTPepIdentIO      a table of Sequest, as Proteome Discoverer exports it
+//   8. PepIdentIOFactory         makes the reader for a PepIdentType
+//
+// docs/formats/ has a page for each format: what is read, ignored and lost.
 //
 // Calling order. Reading: InitLoad, Load, EndLoad. Writing: InitSave, Save,
 // EndSave. One reader belongs to one thread at a time.
@@ -18,6 +26,18 @@
 //     pReader->EndLoad();
 //     PepIdentIOFactory::DesctroyPepIdentIO(pReader);
 //
+// What every reader of sections 3 to 7 shares:
+// - Load appends a match for each row, query or section of the file that the
+//   page of the format names. Lines hold at most 81,919 characters; a longer one
+//   is cut there and ends the reading.
+// - dValue1 is the precursor m/z (Th), dValue2 the retention time (s), dValue3
+//   the mass error with its TolType in nValue4, nValue5 the scan number, as far
+//   as the format has them.
+// - Save writes nothing; only the native table is written. InitSave opens a file
+//   all the same, except for pepXML.
+// - A column that is missing in the table of MS-GF+, MaxQuant or pFind 3 is told
+//   on standard output and ends the process with exit status 1 (B-66).
+//
 // Exceptions are those of OpenMS, with the unit name "PeptideIdentificationIO";
 // docs/errors.md lists them all.
 #ifndef VORLAN_PEPTIDEIDENTIFICATIONIO_H
@@ -27,6 +47,7 @@
 #include <fstream>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <OpenMS/DATASTRUCTURES/String.h>
@@ -132,15 +153,271 @@ public:
     void GetResultNumberOfFile() override;
 };
 
-// ===== 3. PepIdentIOFactory ================================================
+// ===== 3. pepXML ===========================================================
+
+/// pepXML of MSFragger, display name "MSFragger (.pepXML)".
+///
+/// The masses of modified residues are explained anew, by the modifications
+/// that the parameters of the run specify (CTulkParam); what the engine calls
+/// them is not read.
+class VORLAN_API MSFraggerPepXMLPepIdentIO : public PeptideIdentificationIO {
+public:
+    /// A summed mass, Da, and the modifications that make it up.
+    using Combination = std::pair<double, std::vector<IdentModification>>;
+
+    MSFraggerPepXMLPepIdentIO();
+    ~MSFraggerPepXMLPepIdentIO() override;
+
+    /// Remembers the file; opens nothing.
+    void InitLoad(const PepIdentSource& source) override;
+
+    /// Appends one match for each "spectrum_query" of the first run that has a
+    /// "search_hit"; only its first hit and that hit's first protein are read
+    /// (B-52). The dataset name is the attribute base_name, a dot and the
+    /// display name of the dataset type of the parameters; the main score is
+    /// the third "search_score" (B-57), for Comet the one named "expect". What
+    /// sits on a terminus of the peptide goes into vAltMods.
+    ///
+    /// A file that cannot be opened or is not well-formed gives no matches: the
+    /// text of its CXmlException and a line end are printed on standard output.
+    ///
+    /// \throws OpenMS::Exception::ElementNotFound and InvalidValue as getMod,
+    ///         for the first residue that it throws for; the matches in front
+    ///         of it are appended (B-54).
+    void Load(std::vector<PeptideIdentification>& vMatches) override;
+
+    void EndLoad() override;
+    void InitSave(const std::string& path) override;
+    void Save(const std::vector<PeptideIdentification>& vMatches) override;
+    void EndSave() override;
+    void GetResultNumberOfFile() override;
+
+    /// Replaces vResult by the specified modifications that explain a mass.
+    ///
+    /// Those that may sit at the place, one to five of them and each as often as
+    /// one likes, are summed in every order; of the fewest whose sum differs by
+    /// less than 0.05 Da from dDelta (B-53) the nearest sum wins, of equal ones
+    /// the first in the order of getModComb.
+    ///
+    /// \param dDelta   mass of the modified residue less that of the residue, Da
+    /// \param nPos     place of the residue in the peptide, from 1
+    /// \param cBefore  residue before the peptide, "-" at the start of a protein
+    /// \param cAfter   residue after the peptide, "-" at the end of a protein
+    ///
+    /// \throws OpenMS::Exception::ElementNotFound "the mass shift is a
+    ///         combination of modifications", label
+    ///         "MSFraggerPepXMLPepIdentIO::getMod", when nothing explains it
+    ///         (B-54); vResult is empty then.
+    /// \throws OpenMS::Exception::InvalidValue as SatisfySpecificity.
+    void getMod(std::vector<IdentModification>& vResult, double dDelta, int nPos, char cResidue,
+                char cBefore, char cAfter);
+
+    /// Replaces vCombinations by all combinations of k candidates, ordered and
+    /// with repetition (B-58): as many as candidates to the power k. The last
+    /// one varies fastest. None for k below 1.
+    void getModComb(std::vector<Combination>& vCombinations,
+                    const std::vector<IdentModification>& vCandidates, int k);
+
+    /// The modification may sit at the place, parameters as in getMod.
+    /// - Its site is the residue, or names the terminus of its position type.
+    /// - N-terminal ones need nPos 1, C-terminal ones nPos above 5 (B-55).
+    /// - Protein termini need "-" on their side of the peptide.
+    /// - At nPos 1 with cBefore "-" a site "M" fits every residue (B-56), but
+    ///   for C-terminal types.
+    /// \throws OpenMS::Exception::InvalidValue "The specified modifications
+    ///         format was wrong" with the position type as value, label
+    ///         "MSFraggerPepXMLPepIdentIO::SatisfySpecificity", when that is none
+    ///         of the five of IdentModification.
+    bool SatisfySpecificity(IdentModification mod, int nPos, char cResidue, char cBefore,
+                            char cAfter);
+
+protected:
+    explicit MSFraggerPepXMLPepIdentIO(PepIdentType::EPepIdentType type);
+};
+
+/// pepXML of Comet, display name "Comet (.pep.xml)". As that of MSFragger, but
+/// for the main score.
+class VORLAN_API CometPepXMLPepIdentIO : public MSFraggerPepXMLPepIdentIO {
+public:
+    CometPepXMLPepIdentIO();
+    ~CometPepXMLPepIdentIO() override;
+
+    void Load(std::vector<PeptideIdentification>& vMatches) override;
+};
+
+// ===== 4. MSGFTSVPepIdentIO ================================================
+
+/// The tab-separated table of MS-GF+, display name "MSGF (.tsv)".
+class VORLAN_API MSGFTSVPepIdentIO : public PeptideIdentificationIO {
+public:
+    MSGFTSVPepIdentIO();
+    ~MSGFTSVPepIdentIO() override;
+
+    /// Counts the rows and opens the table. strThird and strFourth of the
+    /// source, unless strFourth is empty, are folder and name of the
+    /// modification list of the search.
+    /// \throws OpenMS::Exception::FileNotReadable as GetResultNumberOfFile.
+    void InitLoad(const PepIdentSource& source) override;
+
+    /// Appends one match per row; blank and short rows are passed over. Masses
+    /// written into the peptide are looked up in the modification list, or among
+    /// the specified modifications when the source names none; a mass in front
+    /// of the first residue gets position 0. The dataset name is the spectrum
+    /// file with the ending ".mgf" (B-59), the main score the spectral E-value.
+    /// Prints progress as TulkTXTPepIdentIO::Load, and "Unexpected Charactor in
+    /// modification composition" with a line end on standard output for each
+    /// character of a composition in the list that is none.
+    ///
+    /// \throws OpenMS::Exception::FileNotReadable with the path, label
+    ///         "MSGFTSVPepIdentIO::Load": table or list cannot be read.
+    /// \throws OpenMS::Exception::InvalidValue "Unexpected modification mass in
+    ///         "Peptide" in .tsv file" with the mass as written, line 534, same
+    ///         label; the rows before it are appended.
+    void Load(std::vector<PeptideIdentification>& vMatches) override;
+
+    void EndLoad() override;
+    void InitSave(const std::string& path) override;
+    void Save(const std::vector<PeptideIdentification>& vMatches) override;
+    void EndSave() override;
+
+    /// As TulkTXTPepIdentIO, label "MSGFTSVPepIdentIO::Load".
+    void GetResultNumberOfFile() override;
+};
+
+// ===== 5. MaxQuantTXTPepIdentIO ============================================
+
+/// msms.txt and peptides.txt of one search of MaxQuant, display name "MaxQuant".
+class VORLAN_API MaxQuantTXTPepIdentIO : public PeptideIdentificationIO {
+public:
+    MaxQuantTXTPepIdentIO();
+    ~MaxQuantTXTPepIdentIO() override;
+
+    /// Counts the rows of msms.txt, the file of the source, and opens both
+    /// files. strThird and strFourth are folder and name of peptides.txt; an
+    /// empty strFourth means "peptides.txt", an empty strThird the folder of
+    /// msms.txt.
+    /// \throws OpenMS::Exception::FileNotReadable as GetResultNumberOfFile.
+    void InitLoad(const PepIdentSource& source) override;
+
+    /// Appends one match for each row of msms.txt that a row of peptides.txt
+    /// lists in its "MS/MS IDs". These count the rows from 0, in order and
+    /// without a gap; else "Error:<tab>"MS/MS IDs" in the peptides.txt arranged
+    /// in unexpected way." is printed on standard output and the process ends
+    /// with exit status 1 (B-62). A row with a "Reverse" cell is a decoy and has
+    /// one protein, "DECOY" (B-61). Prints progress as TulkTXTPepIdentIO::Load.
+    ///
+    /// \throws OpenMS::Exception::FileNotReadable with the path, label
+    ///         "MaxQuantTXTPepIdentIO::Load": one of the files cannot be read.
+    /// \throws OpenMS::Exception::InvalidValue "Unexpected Modification
+    ///         Abbreviation in "Modified sequence" in msms.txt" with what stands
+    ///         in the parentheses, line 1011, same label; the rows before it are
+    ///         appended.
+    void Load(std::vector<PeptideIdentification>& vMatches) override;
+
+    void EndLoad() override;
+    void InitSave(const std::string& path) override;
+    void Save(const std::vector<PeptideIdentification>& vMatches) override;
+    void EndSave() override;
+
+    /// The rows of msms.txt, as TulkTXTPepIdentIO, label
+    /// "MaxQuantTXTPepIdentIO::Load".
+    void GetResultNumberOfFile() override;
+
+private:
+    std::unique_ptr<LineReader> pPeptides_; ///< lines of peptides.txt; never null
+};
+
+// ===== 6. pFind ============================================================
+
+/// pFind-Filtered.spectra of pFind 3, display name "pFind 3 (.spectra)".
+class VORLAN_API Pfind3PepIdentIO : public PeptideIdentificationIO {
+public:
+    Pfind3PepIdentIO();
+    ~Pfind3PepIdentIO() override;
+
+    void InitLoad(const PepIdentSource& source) override;
+
+    /// Appends one match per row; rows with too few cells and rows without a
+    /// protein are passed over. Of the lists in a cell, whose entries each end
+    /// with a separator, what stands behind the last one is not read (B-63).
+    /// Masses of modifications are looked up by name in the modification
+    /// database of the parameters, else in the default table; an unknown one has
+    /// mass 0. Prints nothing.
+    ///
+    /// \throws OpenMS::Exception::FileNotReadable with the path, label
+    ///         "Pfind3PepIdentIO::Load".
+    void Load(std::vector<PeptideIdentification>& vMatches) override;
+
+    void EndLoad() override;
+    void InitSave(const std::string& path) override;
+    void Save(const std::vector<PeptideIdentification>& vMatches) override;
+    void EndSave() override;
+    void GetResultNumberOfFile() override;
+};
+
+/// The text result of pFind 2.8, display name "pFind 2.8 (.txt)".
+class VORLAN_API PfindTXTPepIdentIO : public PeptideIdentificationIO {
+public:
+    PfindTXTPepIdentIO();
+    ~PfindTXTPepIdentIO() override;
+
+    void InitLoad(const PepIdentSource& source) override;
+
+    /// Appends one match, the first candidate, for each section "[Spectrum...]"
+    /// that has one. The lines of a section are known by their places, not by
+    /// their keys (B-64). Masses of modifications as Pfind3PepIdentIO::Load.
+    /// Prints nothing.
+    ///
+    /// \throws OpenMS::Exception::FileNotReadable with the path, label
+    ///         "PfindTXTPepIdentIO::Load".
+    void Load(std::vector<PeptideIdentification>& vMatches) override;
+
+    void EndLoad() override;
+    void InitSave(const std::string& path) override;
+    void Save(const std::vector<PeptideIdentification>& vMatches) override;
+    void EndSave() override;
+    void GetResultNumberOfFile() override;
+};
+
+// ===== 7. SequestTXTPepIdentIO =============================================
+
+/// A tab-separated export of a Sequest search, display name "Sequest (.txt)".
+class VORLAN_API SequestTXTPepIdentIO : public PeptideIdentificationIO {
+public:
+    SequestTXTPepIdentIO();
+    ~SequestTXTPepIdentIO() override;
+
+    void InitLoad(const PepIdentSource& source) override;
+
+    /// Appends one match for each row whose "Rank" is not above 1; empty lines
+    /// are passed over, double quotes dropped. Modifications keep the order of
+    /// the row, accessions the blanks around them (B-65). Prints nothing.
+    ///
+    /// \throws OpenMS::Exception::FileNotReadable with the path, label
+    ///         "SequestTXTPepIdentIO::Load".
+    /// \throws OpenMS::Exception::ElementNotFound with the column's name, same
+    ///         label: a column is missing; nothing is appended.
+    /// \throws OpenMS::Exception::ConversionError from OpenMS' toInt and
+    ///         toDouble: a cell is not a number; the rows before it are
+    ///         appended.
+    void Load(std::vector<PeptideIdentification>& vMatches) override;
+
+    void EndLoad() override;
+    void InitSave(const std::string& path) override;
+    void Save(const std::vector<PeptideIdentification>& vMatches) override;
+    void EndSave() override;
+    void GetResultNumberOfFile() override;
+};
+
+// ===== 8. PepIdentIOFactory ================================================
 
 class VORLAN_API PepIdentIOFactory {
 public:
     PepIdentIOFactory() = delete;
 
     /// A new reader that the caller owns and gives back to
-    /// DesctroyPepIdentIO: TulkTXTPepIdentIO for PepIdentType::CalvexTxt, null
-    /// for a type without a reader.
+    /// DesctroyPepIdentIO: that of sections 2 to 7 with the display name of the
+    /// type, null for a type without a reader.
     static PeptideIdentificationIO* pGetPepIdentIO(PepIdentType::EPepIdentType type);
 
     /// Deletes the reader, if there is one, and sets the pointer to null.

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "pepident/PeptideIdentificationErrors.h"
+#include "pepident/ReaderSteps.h"
 #include "util/Numbers.h"
 
 namespace Vorlan::native {
@@ -28,34 +29,6 @@ const char* const RowReader::kColumnNames[NumberOfColumns] = {"Dataset Name",
                                                               "Protein Start Position"};
 
 namespace {
-
-std::int32_t ToInt(std::string_view cell)
-{
-    return OpenMS::String(std::string(cell)).toInt();
-}
-
-double ToDouble(std::string_view cell)
-{
-    return OpenMS::String(std::string(cell)).toDouble();
-}
-
-/// Spells a peptide terminus as the modification databases do.
-std::string WithAnyTerm(std::string_view name)
-{
-    std::string result(name);
-    for (const char* const term : {" (N-term", " (C-term"}) {
-        const std::size_t hit = result.find(term);
-        if (hit != std::string::npos) {
-            result.insert(hit + 2, "Any ");
-        }
-    }
-    return result;
-}
-
-char FirstOr(std::string_view text, char otherwise)
-{
-    return text.empty() ? otherwise : text.front();
-}
 
 /// Appends the texts that append writes for each element, joined by ";".
 template <typename Elements, typename Append>
@@ -120,10 +93,10 @@ PeptideIdentification RowReader::Read(std::string_view line)
     match.strDatasetName = Cell(DatasetName);
     match.strSpectrumName = Cell(SpectrumName);
     match.strSequence = Cell(Sequence);
-    match.nCharge = static_cast<std::uint64_t>(ToInt(Cell(Charge)));
-    match.dObsMH = ToDouble(Cell(ObsMH));
-    match.dMassShift = ToDouble(Cell(MassShift));
-    match.dMainScore = ToDouble(Cell(MainScore));
+    match.nCharge = static_cast<std::uint64_t>(IntOf(Cell(Charge)));
+    match.dObsMH = DoubleOf(Cell(ObsMH));
+    match.dMassShift = DoubleOf(Cell(MassShift));
+    match.dMainScore = DoubleOf(Cell(MainScore));
     match.bHighScoreBetter = Cell(HighScoreBetter) == "1";
     ReadModifications(match);
     ReadEvidences(match);
@@ -146,7 +119,7 @@ void RowReader::ReadModifications(PeptideIdentification& match)
         IdentModification& mod = match.vMods.emplace_back();
         mod.strName = WithAnyTerm(first_.Cell(i));
         if (i < positions) {
-            mod.nPos = ToInt(second_.Cell(i));
+            mod.nPos = IntOf(second_.Cell(i));
         }
     }
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <vector>
 
+#include <OpenMS/CONCEPT/Constants.h>
+
 #include "datastructures/FieldNames.h"
 #include "pepident/PeptideIdentificationErrors.h"
 #include "platform/InputFile.h"
@@ -14,6 +16,11 @@ namespace Vorlan {
 OpenMS::String ResultPathOf(const PepIdentSource& source)
 {
     return WithOneBackslash(FolderOf(source)) + FileNameOf(source);
+}
+
+OpenMS::String SecondPathOf(const PepIdentSource& source)
+{
+    return WithOneBackslash(SecondFolderOf(source)) + SecondFileNameOf(source);
 }
 
 std::uint64_t CountResultRows(const std::string& path, const char* label)
@@ -40,6 +47,38 @@ void OpenOutput(std::ofstream& output, const std::string& path)
 void CloseOutput(std::ofstream& output)
 {
     output.close();
+}
+
+std::int32_t IntOf(std::string_view cell)
+{
+    return OpenMS::String(std::string(cell)).toInt();
+}
+
+double DoubleOf(std::string_view cell)
+{
+    return OpenMS::String(std::string(cell)).toDouble();
+}
+
+std::string WithAnyTerm(std::string_view name)
+{
+    std::string result(name);
+    for (const char* const term : {" (N-term", " (C-term"}) {
+        const std::size_t hit = result.find(term);
+        if (hit != std::string::npos) {
+            result.insert(hit + 2, "Any ");
+        }
+    }
+    return result;
+}
+
+double MzOf(double mh, std::int32_t charge)
+{
+    return charge > 0 ? (mh + (charge - 1) * OpenMS::Constants::PROTON_MASS_U) / charge : 0.0;
+}
+
+double MhOf(double mz, std::int32_t charge)
+{
+    return charge > 0 ? mz * charge - (charge - 1) * OpenMS::Constants::PROTON_MASS_U : 0.0;
 }
 
 } // namespace Vorlan

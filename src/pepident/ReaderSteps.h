@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <fstream>
 #include <string>
+#include <string_view>
 
 #include "DataStructures.h"
 
@@ -12,6 +13,9 @@ namespace Vorlan {
 
 /// Folder without its trailing backslashes, one backslash, file name.
 OpenMS::String ResultPathOf(const PepIdentSource& source);
+
+/// The same for the second file of a source.
+OpenMS::String SecondPathOf(const PepIdentSource& source);
 
 /// The line feeds of a file less one, modulo 2^64. Throws NotReadable with
 /// label and path when the file cannot be opened.
@@ -23,6 +27,28 @@ void OpenOutput(std::ofstream& output, const std::string& path);
 
 /// Closes output; it fails when that fails.
 void CloseOutput(std::ofstream& output);
+
+/// The first character of a cell, or otherwise for an empty one.
+inline char FirstOr(std::string_view text, char otherwise)
+{
+    return text.empty() ? otherwise : text.front();
+}
+
+/// Numbers as OpenMS' toInt and toDouble read them; they throw ConversionError.
+std::int32_t IntOf(std::string_view cell);
+double DoubleOf(std::string_view cell);
+
+/// name in the spelling of the modification databases: the first " (N-term"
+/// becomes " (Any N-term", the first " (C-term" becomes " (Any C-term".
+std::string WithAnyTerm(std::string_view name);
+
+/// The m/z, Th, of a precursor with this singly protonated mass, Da; 0 for a
+/// charge that is not positive.
+double MzOf(double mh, std::int32_t charge);
+
+/// The singly protonated mass, Da, of a precursor with this m/z, Th; 0 for a
+/// charge that is not positive.
+double MhOf(double mz, std::int32_t charge);
 
 } // namespace Vorlan
 

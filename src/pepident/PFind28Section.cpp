@@ -1,0 +1,126 @@
+#include "pepident/PFind28Section.h"
+
+#include "datastructures/FieldNames.h"
+#include "pepident/ReaderSteps.h"
+#include "util/Numbers.h"
+
+namespace Vorlan::pfind {
+
+namespace {
+
+/// The number behind key, or 0.
+double NumberOf(std::string_view line, std::string_view key)
+{
+    return numbers::ToDouble(ValueOf(line, key));
+}
+
+std::int32_t CountOf(std::string_view line, std::string_view key)
+{
+    return numbers::ToInt(ValueOf(line, key));
+}
+
+} // namespace
+
+std::string SpectrumFileOf(std::string_view inputPath)
+{
+    while (!inputPath.empty() && inputPath.back() == '\\') {
+        inputPath.remove_suffix(1);
+    }
+    return std::string(inputPath.substr(inputPath.rfind('\\') + 1));
+}
+
+std::string_view ValueOf(std::string_view line, std::string_view key)
+{
+    return line.substr(0, key.size()) == key ? line.substr(key.size()) : std::string_view();
+}
+
+// Deliberate: B-64. The lines of a section are known by their places; the keys
+// of those that are passed over are not looked at.
+bool SectionReader::Read(PeptideIdentification& match)
+{
+    const std::string_view input = ValueOf(Next(), "Input=");
+    match.strSpectrumName = input.substr(0, input.find(' '));
+    const std::int32_t charge = CountOf(Next(), "Charge=");
+    match.nCharge = static_cast<std::uint64_t>(charge);
+    match.dObsMH = NumberOf(Next(1), "MH=");
+    PrecursorMzOf(match) = MzOf(match.dObsMH, charge);
+    if (CountOf(Next(2), "ValidCandidate=") <= 0) {
+        return false;
+    }
+    match.dMainScore = NumberOf(Next(1), "NO1_EValue=");
+    match.dMassShift = match.dObsMH - NumberOf(Next(), "NO1_MH=");
+    constexpr std::string_view kSequence = "NO1_SQ=";
+    const std::string_view line = Next(2);
+    if (line.substr(0, kSequence.size()) != kSequence) {
+        return false;
+    }
+    match.strSequence = ValueOf(line, kSequence);
+    ReadProteins(match);
+    ReadModifications(match);
+    return true;
+}
+
+/// The next line behind so many others; empty at the end.
+std::string_view SectionReader::Next(std::size_t skipped)
+{
+    std::string_view line;
+    for (std::size_t i = 0; i <= skipped; ++i) {
+        line = {};
+        lines_.Next(line);
+    }
+    return line;
+}
+
+SectionReader::Counted SectionReader::NextCounted(std::size_t skipped, std::string_view key)
+{
+    const std::string_view value = ValueOf(Next(skipped), key);
+    const std::size_t comma = value.find(',');
+    return {numbers::ToInt(value),
+            comma == std::string_view::npos ? "" : std::string(value.substr(comma + 1))};
+}
+
+void SectionReader::ReadProteins(PeptideIdentification& match)
+{
+    const Counted proteins = NextCounted(1, "NO1_Proteins=");
+    if (proteins.count <= 0) {
+        return;
+    }
+    const Counted flanks = NextCounted(1, "NO1_PrevNextAA=");
+    const Counted starts = NextCounted(0, "NO1_ProStartPos=");
+    first_.Split(proteins.list, ',');
+    second_.Split(flanks.list, ',');
+    third_.Split(starts.list, ',');
+    for (std::size_t i = 0; i < first_.Size(); ++i) {
+        const auto place = static_cast<int>(i);
+        PeptideEvidence& evidence = match.vEvidences.emplace_back();
+        evidence.strProteinAccession = first_.Cell(place);
+        const std::string_view flank = second_.Cell(place);
+        if (!flank.empty()) {
+            evidence.cBefore = flank.front();
+            evidence.cAfter = flank.back();
+        }
+        if (i < third_.Size()) {
+            evidence.nStart = numbers::ToInt(third_.Cell(place));
+        }
+    }
+}
+
+void SectionReader::ReadModifications(PeptideIdentification& match)
+{
+    const Counted positions = NextCounted(0, "NO1_Modify_Pos=");
+    if (positions.count <= 0) {
+        return;
+    }
+    const Counted names = NextCounted(0, "NO1_Modify_Name=");
+    first_.Split(positions.list, ',');
+    second_.Split(names.list, ',');
+    for (std::size_t i = 0; i < second_.Size(); ++i) {
+        const auto place = static_cast<int>(i);
+        IdentModification mod =
+            ParsePFind28(second_.Cell(place), numbers::ToInt(first_.Cell(place)));
+        mod.dMass = masses_.Of(mod.strName, mod.strSite);
+        match.vMods.push_back(std::move(mod));
+    }
+}
+
+} // namespace Vorlan::pfind
