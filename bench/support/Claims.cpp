@@ -114,6 +114,12 @@ void PrintClaim(const Claim& claim, const Collector& results)
         return;
     }
     const Median other = results.Of(claim.other);
+    if (claim.kind == Claim::Milliseconds) {
+        PrintRow(claim, Times(ours), ": " + Times(other),
+                 Format("%.3g (%.3g) times faster", other.cpu / ours.cpu, other.wall / ours.wall),
+                 Format("<= %.3g ms", claim.bound), 1e3 * ours.cpu <= claim.bound);
+        return;
+    }
     const bool faster = claim.kind == Claim::TimesFaster;
     const double cpu = faster ? other.cpu / ours.cpu : ours.cpu / other.cpu;
     const double wall = faster ? other.wall / ours.wall : ours.wall / other.wall;

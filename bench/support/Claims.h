@@ -13,7 +13,8 @@ struct Claim {
     enum Kind {
         TimesFaster,  ///< time of other / time of ours, at least bound
         TimesTheTime, ///< time of ours / time of other, at most bound
-        Megabytes     ///< the counter "MB" of ours, at most bound
+        Megabytes,    ///< the counter "MB" of ours, at most bound
+        Milliseconds  ///< CPU time of ours, at most bound, beside that of other
     };
     /// A bound for rows that are there for information.
     static constexpr double kNothingWanted = 0.0;
