@@ -10,7 +10,7 @@ namespace Vorlan {
 namespace {
 
 /// Above this number of masses the sums of pairs are not worth their room.
-constexpr std::size_t kMostWithPairs = 2000;
+constexpr std::size_t kMostWithPairs = 500;
 
 } // namespace
 

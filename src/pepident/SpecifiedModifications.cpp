@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "TulkParam.h"
-#include "pepident/MassCombinations.h"
 #include "pepident/PeptideIdentificationErrors.h"
 
 namespace Vorlan {
@@ -31,36 +30,41 @@ MassExplainer::MassExplainer(std::vector<IdentModification> mods) : mods_(std::m
 const std::vector<IdentModification>& MassExplainer::Explain(double delta,
                                                              const ResiduePlace& place)
 {
+    const Kind kind(place.residue, place.position == 1, place.position > 5, place.before == '-',
+                    place.after == '-');
+    Candidates& candidates = CandidatesFor(kind, place);
     if (std::isnan(delta)) { // which a map cannot hold
         errors::MassUnexplained();
     }
-    const Question question(delta, place.residue, place.position == 1, place.position > 5,
-                            place.before == '-', place.after == '-');
-    auto answer = answers_.find(question);
-    if (answer == answers_.end()) {
-        answer = answers_.emplace(question, Find(delta, place)).first;
-    }
-    return answer->second;
-}
-
-std::vector<IdentModification> MassExplainer::Find(double delta, const ResiduePlace& place) const
-{
-    std::vector<const IdentModification*> candidates;
-    std::vector<double> masses;
-    for (const IdentModification& mod : mods_) {
-        if (FitsPlace(mod, place)) {
-            candidates.push_back(&mod);
-            masses.push_back(mod.dMass);
+    const auto [answer, isNew] = answers_.try_emplace({kind, delta});
+    std::vector<IdentModification>& found = answer->second;
+    if (isNew) {
+        for (const std::size_t i : candidates.masses.Find(delta)) {
+            found.push_back(*candidates.mods[i]);
         }
-    }
-    std::vector<IdentModification> found;
-    for (const std::size_t i : MassCombinations(masses).Find(delta)) {
-        found.push_back(*candidates[i]);
     }
     if (found.empty()) {
         errors::MassUnexplained();
     }
     return found;
+}
+
+MassExplainer::Candidates& MassExplainer::CandidatesFor(const Kind& kind, const ResiduePlace& place)
+{
+    const auto known = candidates_.find(kind);
+    if (known != candidates_.end()) {
+        return known->second;
+    }
+    std::vector<const IdentModification*> fitting;
+    std::vector<double> masses;
+    for (const IdentModification& mod : mods_) {
+        if (FitsPlace(mod, place)) {
+            fitting.push_back(&mod);
+            masses.push_back(mod.dMass);
+        }
+    }
+    return candidates_.emplace(kind, Candidates{std::move(fitting), MassCombinations(masses)})
+        .first->second;
 }
 
 const IdentModification* MassExplainer::OfTerminus(double mass, const char* terminus,

@@ -6,9 +6,11 @@
 #include <map>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "DataStructures.h"
+#include "pepident/MassCombinations.h"
 #include "pepident/SiteRules.h"
 
 namespace Vorlan {
@@ -24,6 +26,8 @@ std::string NameWithSite(const IdentModification& mod);
 class MassExplainer {
 public:
     explicit MassExplainer(std::vector<IdentModification> mods);
+    MassExplainer(const MassExplainer&) = delete; // what it holds points into it
+    MassExplainer& operator=(const MassExplainer&) = delete;
 
     /// The fewest modifications that fit the place and add up to delta (Da), as
     /// MassCombinations::Find tells. Good as long as this. Throws
@@ -37,14 +41,21 @@ public:
                                         const ResiduePlace& place) const;
 
 private:
-    /// What an answer depends on: delta, residue, and whether the place is the
-    /// first, is behind the fifth, follows and precedes the end of a protein.
-    using Question = std::tuple<double, char, bool, bool, bool, bool>;
+    /// What decides which modifications fit a place: the residue, and whether
+    /// the place is the first one, is behind the fifth, follows the start and
+    /// precedes the end of a protein.
+    using Kind = std::tuple<char, bool, bool, bool, bool>;
 
-    std::vector<IdentModification> Find(double delta, const ResiduePlace& place) const;
+    struct Candidates {
+        std::vector<const IdentModification*> mods;
+        MassCombinations masses;
+    };
 
-    std::vector<IdentModification> mods_;
-    std::map<Question, std::vector<IdentModification>> answers_;
+    Candidates& CandidatesFor(const Kind& kind, const ResiduePlace& place);
+
+    const std::vector<IdentModification> mods_;
+    std::map<Kind, Candidates> candidates_;
+    std::map<std::pair<Kind, double>, std::vector<IdentModification>> answers_;
 };
 
 } // namespace Vorlan
