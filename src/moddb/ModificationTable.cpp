@@ -53,8 +53,9 @@ Places FindColumns(std::string_view headerRow)
     for (std::size_t i = 0; i < NumberOfColumns; ++i) {
         places[i] = header.Find(kColumns[i]);
         if (places[i] == TabHeader::kMissing) {
-            console::PrintAndExit(console::Stream::Err, std::string(kCalls) + "Error:\tCannot find the column \""
-                                  + kColumns[i] + "\" in the modification data base file\n");
+            console::PrintAndExit(console::Stream::Err,
+                                  std::string(kCalls) + "Error:\tCannot find the column \""
+                                      + kColumns[i] + "\" in the modification data base file\n");
         }
     }
     return places;
@@ -118,9 +119,10 @@ std::vector<CResidueModification> ReadModificationTable(const std::string& path,
             continue;
         }
         if (!HasAllTerms(row, places)) {
-            console::PrintAndExit(console::Stream::Err, std::string(kCalls)
-                                  + "Error:\tUnexpected number of terms in line "
-                                  + std::to_string(number) + "\n");
+            console::PrintAndExit(console::Stream::Err,
+                                  std::string(kCalls)
+                                      + "Error:\tUnexpected number of terms in line "
+                                      + std::to_string(number) + "\n");
         }
         records.push_back(RecordOf(row, places));
     }

@@ -45,7 +45,8 @@ using ConsoleDeathTest = testing::Test;
 
 TEST(ConsoleDeathTest, PrintAndExitPrintsOnStandardErrorAndEndsWithOne)
 {
-    EXPECT_EXIT(console::PrintAndExit(console::Stream::Err, "Error: x\n"), testing::ExitedWithCode(1), "^Error: x\n$");
+    EXPECT_EXIT(console::PrintAndExit(console::Stream::Err, "Error: x\n"),
+                testing::ExitedWithCode(1), "^Error: x\n$");
     EXPECT_EXIT(console::PrintAndExit(console::Stream::Err, ""), testing::ExitedWithCode(1), "^$");
 }
 
