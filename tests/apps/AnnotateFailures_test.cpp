@@ -52,7 +52,7 @@ TEST(Pelgrin, WrongUsageEndsWithStatusTwoAndNamesTheChoices)
         ExpectRefusal(workplace.Annotate({Row()}, c.more), 2, c.text);
     }
     ExpectRefusal(RunPelgrin({}), 2,
-                  "no command was given; there is: run, params, annotate, mods "
+                  "no command was given; there is: run, params, annotate, convert, mods "
                   "(see pelgrin --help)");
     ExpectRefusal(RunPelgrin({"anotate"}), 2, "\"anotate\" is not a command; there is: run");
     ExpectRefusal(RunPelgrin({"params"}), 2,
@@ -64,7 +64,10 @@ TEST(Pelgrin, WrongUsageEndsWithStatusTwoAndNamesTheChoices)
                   2, "--tolerance: \"20\" is not a positive number followed by ppm or Da");
     ExpectRefusal(RunPelgrin({"annotate", "--spectra", "a", "--psms", "b", "--out", "c",
                               "--tolerance", "20ppm", "--format", "Excel"}),
-                  2, "choose from \"Calvex (.txt)\"");
+                  2,
+                  "choose from \"pFind 2.8 (.txt)\", \"MSFragger (.pepXML)\", \"Sequest (.txt)\", "
+                  "\"MaxQuant\", \"Calvex (.txt)\", \"pFind 3 (.spectra)\", \"MSGF (.tsv)\", "
+                  "\"Comet (.pep.xml)\" (see");
     ExpectRefusal(RunPelgrin({"annotate", "--spectra", "a", "--psms", "b", "--out", "",
                               "--tolerance", "20ppm"}),
                   2, "--out");

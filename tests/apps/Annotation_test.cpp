@@ -132,7 +132,7 @@ TEST(Counts, ThatDoNotAddUpAreAnError)
 {
     Counts counts;
     counts.read = 2;
-    counts.joinedByName = 1;
+    counts.joined[0] = 1;
     counts.annotated = 1;
     EXPECT_THROW(counts.Check(), std::logic_error);
     counts.Add({Reason::SpectrumUnknown, {}});
@@ -153,6 +153,74 @@ TEST(Counts, EveryReasonHasItsOwnKeyAndText)
     }
     EXPECT_EQ(keys.size(), kReasons);
     EXPECT_EQ(texts.size(), kReasons);
+}
+
+TEST(Counts, LostRowsAreThoseThatShouldHaveGivenARecord)
+{
+    Counts counts;
+    ResultAudit audit;
+    audit.Add(Unread::LowerRank, 2);
+    audit.Add(Unread::QueryWithoutHit, 3);
+    counts.Add(audit);
+    EXPECT_FALSE(counts.HasLosses());
+    audit.Add(Unread::ShortRow, 4);
+    audit.cutsRow = true;
+    counts.Add(audit);
+    EXPECT_EQ(counts.LostRows(), 2U);
+    EXPECT_EQ(counts.unread[static_cast<std::size_t>(Unread::LowerRank)], 2U);
+}
+
+// ---- Names and masses of modifications ---------------------------------------
+
+Vorlan::PeptideIdentification RecordOf(const std::string& sequence, const std::string& mod,
+                                       std::int32_t position, double mass = 0.0)
+{
+    Vorlan::PeptideIdentification record;
+    record.strSequence = sequence;
+    record.vMods.emplace_back(mod, mass, "", "Anywhere", position);
+    return record;
+}
+
+TEST(NamesOf, ANameWithoutASiteIsLookedUpWithItsSite)
+{
+    const auto namesOf = [](const Vorlan::PeptideIdentification& record) {
+        return NamesOf(record.vMods.front(), record);
+    };
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(namesOf(RecordOf("GAMK", "Oxidation", 3)), (Names{"Oxidation", "Oxidation (M)"}));
+    EXPECT_EQ(namesOf(RecordOf("GAMK", "Oxidation (M)", 3)), (Names{"Oxidation (M)"}));
+    EXPECT_EQ(namesOf(RecordOf("GAMK", "Acetyl (N-term)", 0)), (Names{"Acetyl (Any N-term)"}));
+    EXPECT_EQ(namesOf(RecordOf("GAMK", "TMT", 0)), (Names{"TMT", "TMT (Any N-term)"}));
+    EXPECT_EQ(namesOf(RecordOf("GAMK", "TMT", 5)), (Names{"TMT", "TMT (Any C-term)"}));
+    Vorlan::PeptideIdentification record = RecordOf("GAMK", "Acetyl", 0);
+    record.vEvidences.emplace_back("P1", 1, -1, '-', 'R');
+    EXPECT_EQ(namesOf(record), (Names{"Acetyl", "Acetyl (Any N-term)", "Acetyl (Protein N-term)"}));
+}
+
+TEST(MassesOf, WhatTheUserSaysCountsBeforeWhatTheReaderSays)
+{
+    const auto massAt = [](const Vorlan::PeptideIdentification& record, std::size_t residue,
+                           const ModificationMasses& masses) {
+        const auto result = MassesOf(record, masses);
+        const auto* const peptide = std::get_if<PeptideMasses>(&result);
+        return peptide == nullptr ? -1.0 : peptide->residues.at(residue) - *ResidueMass('M');
+    };
+    EXPECT_NEAR(massAt(RecordOf("GAMK", "Oxidation", 3, 16.0), 2, {}), 16.0, 1e-9);
+    EXPECT_NEAR(massAt(RecordOf("GAMK", "Oxidation", 3, 16.0), 2, {{"Oxidation (M)", 17.0}}), 17.0,
+                1e-9);
+    EXPECT_EQ(massAt(RecordOf("GAMK", "Oxidation", 3), 2, {{"Oxidation (W)", 17.0}}), -1.0);
+    EXPECT_EQ(massAt(RecordOf("GAMK", "Oxidation", 3, std::nan("")), 2, {}), -1.0);
+}
+
+TEST(MassesOf, AMassOnATerminusWithoutANameCounts)
+{
+    Vorlan::PeptideIdentification record = RecordOf("GAMK", "Oxidation", 3, 16.0);
+    record.vAltMods.emplace_back("", 229.0, "N-term", "", 0);
+    record.vAltMods.emplace_back("", 1.0, "C-term", "", 5);
+    const auto result = MassesOf(record, {});
+    ASSERT_TRUE(std::holds_alternative<PeptideMasses>(result));
+    EXPECT_EQ(std::get<PeptideMasses>(result).nTerm, 229.0);
+    EXPECT_EQ(std::get<PeptideMasses>(result).cTerm, 1.0);
 }
 
 } // namespace

@@ -349,10 +349,8 @@ TEST(PelgrinRun, RefusesWhatItCannotReadBeforeAnyWork)
     for (const Case& c :
          {Case{"spectra", Ini().With("Search", "dataset_format", "mzML"), "dataset_format",
                " = \"mzML\": this format is not read yet; expected \"mgf\"\n"},
-          Case{
-              "matches", Ini().With("Search", "pep_ident_format", "Comet (.pep.xml)"),
-              "pep_ident_format",
-              " = \"Comet (.pep.xml)\": this format is not read yet; expected \"Calvex (.txt)\"\n"},
+          Case{"matches", Ini().With("Search", "pep_ident_format", "X!Tandem"), "pep_ident_format",
+               " = \"X!Tandem\": this format is not read yet; expected \"pFind 2.8 (.txt)\", "},
           Case{"transferred", Ini().WithFdr("0.01", "3"), "fdr_method",
                " = \"3\": \"transferred\" is not offered yet; expected 1 (global) or 2 "
                "(separate)\n"}}) {

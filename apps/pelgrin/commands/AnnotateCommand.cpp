@@ -7,6 +7,8 @@
 
 #include <fmt/format.h>
 
+#include "commands/DatasetOption.h"
+#include "commands/ResultOptions.h"
 #include "common/Failure.h"
 #include "files/FileLines.h"
 #include "run/Parameters.h"
@@ -21,22 +23,24 @@ namespace {
 struct Texts {
     std::vector<std::string> spectra;
     std::string psms;
-    std::string format = "Calvex (.txt)";
+    ResultOptions result;
+    std::vector<std::string> datasets;
     std::string tolerance;
     std::string ions = "b,y";
-    std::vector<std::string> modifications;
     std::string minShift = "0.5";
     std::string out;
 };
 
-constexpr const char kAnnotateFooter[] = R"(Example:
+constexpr const char kAnnotateFooter[] = R"(
+Example:
   pelgrin annotate --spectra demo.mgf --psms demo_psms.txt \
     --tolerance 20ppm --ions b,y \
     --mod "Oxidation (M)=15.994915" --mod "Carbamidomethyl (C)=57.021464" \
     --out results
 
-A record of the table and a spectrum meet by dataset and spectrum name; the
-dataset is the name of the MGF file, with or without ".mgf".
+A record and a spectrum meet by dataset and spectrum name. The dataset is the
+name of the MGF file; engines that write a path, another ending or the name up
+to its first dot are understood, too. --dataset says what is meant otherwise.
 
 Writes annotations.tsv, results.txt, matched.mgf and summary.json into the
 folder, and a short report to standard output.
@@ -47,16 +51,15 @@ could not be used (summary.json says which and why).
 
 void AddOptions(CLI::App* annotate, Texts& texts)
 {
-    annotate->footer(kAnnotateFooter);
+    annotate->footer(kFormatNeeds + std::string(kAnnotateFooter));
     annotate->add_option("--spectra", texts.spectra, "MGF files with the spectra")
         ->type_name("FILE")
         ->required();
-    annotate->add_option("--psms", texts.psms, "table of peptide-spectrum matches")
-        ->type_name("TABLE")
+    annotate->add_option("--psms", texts.psms, "result with peptide-spectrum matches")
+        ->type_name("FILE")
         ->required();
-    annotate->add_option("--format", texts.format, "format of the table: " + FormatChoices())
-        ->type_name("NAME")
-        ->capture_default_str();
+    AddResultOptions(*annotate, texts.result, false);
+    AddDatasetOption(*annotate, texts.datasets);
     annotate
         ->add_option("--tolerance", texts.tolerance,
                      "how far a peak may lie from the ion, such as 20ppm or 0.02Da")
@@ -65,10 +68,6 @@ void AddOptions(CLI::App* annotate, Texts& texts)
     annotate->add_option("--ions", texts.ions, "ion series, of a, b, c, x, y, z")
         ->type_name("LETTERS")
         ->capture_default_str();
-    annotate
-        ->add_option("--mod", texts.modifications,
-                     "mass of a modification that the table names, in Da; once for each name")
-        ->type_name("NAME=MASS");
     annotate
         ->add_option("--min-shift", texts.minShift,
                      "smallest mass shift of a record, in Da, for which shifted ions are asked")
@@ -84,22 +83,21 @@ Parameters ParametersOf(const Texts& texts)
     Parameters parameters;
     parameters.spectra = texts.spectra;
     parameters.psms = {texts.psms};
-    parameters.format = ParseFormat(texts.format);
     parameters.tolerance = ParseTolerance(texts.tolerance);
     parameters.ions = ParseIons(texts.ions);
-    parameters.modifications = ParseModifications(texts.modifications);
     parameters.minShift = ParseMinShift(texts.minShift);
     parameters.out = texts.out;
     if (parameters.out.empty()) {
         throw UsageError("--out: the name of the folder is empty");
     }
+    parameters.datasets = ParseDatasets(texts.datasets, texts.spectra);
+    TakeResultOptions(texts.result, parameters);
     return parameters;
 }
 
 /// Refuses what cannot work before any work is done.
-void CheckInputs(const Parameters& parameters)
+void CheckSpectra(const Parameters& parameters)
 {
-    CheckReadable(parameters.psms.front());
     std::set<std::string> names;
     for (const std::string& path : parameters.spectra) {
         CheckReadable(path);
@@ -114,7 +112,7 @@ void CheckInputs(const Parameters& parameters)
 ExitStatus RunAnnotate(const Texts& texts)
 {
     const Parameters parameters = ParametersOf(texts);
-    CheckInputs(parameters);
+    CheckSpectra(parameters);
     return Run(parameters);
 }
 

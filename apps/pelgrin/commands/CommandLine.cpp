@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include "commands/AnnotateCommand.h"
+#include "commands/ConvertCommand.h"
 #include "commands/ModsCommand.h"
 #include "commands/ParamsCommand.h"
 #include "commands/RunCommand.h"
@@ -83,6 +84,7 @@ void ReadCommandLine(int argc, const char* const* argv, Command& command)
     AddRunCommand(app, command);
     AddParamsCommand(app, command);
     AddAnnotateCommand(app, command);
+    AddConvertCommand(app, command);
     AddModsCommand(app, command);
     try {
         app.parse(argc, argv);

@@ -1,9 +1,12 @@
 #include "commands/RunCommand.h"
 
+#include <memory>
 #include <string>
+#include <vector>
 
 #include <fmt/format.h>
 
+#include "commands/DatasetOption.h"
 #include "commands/ParameterFileOptions.h"
 #include "common/Failure.h"
 #include "parameters/RunParameters.h"
@@ -12,6 +15,12 @@
 namespace pelgrin {
 
 namespace {
+
+/// The command line beside the parameter file.
+struct RunOptions {
+    std::shared_ptr<ParameterFileOptions> file;
+    std::vector<std::string> datasets;
+};
 
 constexpr const char kRunFooter[] = R"(Example:
   pelgrin params template > run.ini
@@ -22,6 +31,9 @@ Reads spectra and matches, leaves out the matches above the false discovery
 rate when the file asks for that, and looks for the ions of the others in their
 spectra. Relative paths in the file begin in the working folder.
 
+A record and its spectrum meet by dataset and spectrum name, as pelgrin annotate
+--help tells.
+
 Writes annotations.tsv, results.txt, matched.mgf and summary.json into the
 folder that the file names as output, and a short report to standard output.
 
@@ -30,9 +42,10 @@ could not be used, or the file asks for something that is not offered yet
 (summary.json says which and why).
 )";
 
-ExitStatus RunFile(const std::string& path, bool makeTable)
+ExitStatus RunFile(const RunOptions& options)
 {
-    RunPlan plan = ReadRunPlan(path, makeTable);
+    RunPlan plan = ReadRunPlan(options.file->file, options.file->makeTable);
+    plan.parameters.datasets = ParseDatasets(options.datasets, plan.parameters.spectra);
     const std::size_t problems = plan.fileProblems.size();
     if (problems > 0) {
         throw Failure(problems == 1 ? plan.fileProblems.front()
@@ -48,10 +61,10 @@ void AddRunCommand(CLI::App& app, Command& chosen)
 {
     CLI::App* const run = app.add_subcommand("run", "Do a whole run from one parameter file");
     run->footer(kRunFooter);
-    const auto options = AddParameterFileOptions(*run);
-    run->callback([&chosen, options] {
-        chosen.run = [options] { return RunFile(options->file, options->makeTable); };
-    });
+    const auto options = std::make_shared<RunOptions>();
+    options->file = AddParameterFileOptions(*run);
+    AddDatasetOption(*run, options->datasets);
+    run->callback([&chosen, options] { chosen.run = [options] { return RunFile(*options); }; });
 }
 
 } // namespace pelgrin

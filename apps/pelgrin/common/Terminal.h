@@ -5,6 +5,8 @@
 
 #include <cstdint>
 #include <memory>
+#include <ostream>
+#include <sstream>
 #include <streambuf>
 #include <string>
 
@@ -30,6 +32,22 @@ public:
 
 private:
     std::unique_ptr<std::streambuf> filter_;
+    std::streambuf* former_;
+};
+
+/// While it lives, what is printed on a stream is kept from it.
+class Captured {
+public:
+    explicit Captured(std::ostream& stream) : stream_(stream), former_(stream.rdbuf(&text_)) {}
+    ~Captured() { stream_.rdbuf(former_); }
+    Captured(const Captured&) = delete;
+    Captured& operator=(const Captured&) = delete;
+
+    std::string Text() const { return text_.str(); }
+
+private:
+    std::stringbuf text_;
+    std::ostream& stream_;
     std::streambuf* former_;
 };
 

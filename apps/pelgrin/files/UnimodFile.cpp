@@ -2,18 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <iostream>
 #include <iterator>
 #include <map>
-#include <sstream>
 #include <vector>
-
-#include <unistd.h>
 
 #include <OpenMS/CONCEPT/Exception.h>
 #include <fmt/format.h>
@@ -22,6 +16,7 @@
 #include "common/Failure.h"
 #include "common/Terminal.h"
 #include "files/FileLines.h"
+#include "files/NewFile.h"
 
 namespace pelgrin {
 
@@ -42,22 +37,6 @@ constexpr std::array<const char*, 11> kColumns = {"id",
                                                   "diff_average_mass",
                                                   "neutral_loss_mono_mass",
                                                   "neutral_loss_average_mass"};
-
-/// While it lives, what is printed on a stream is kept from it.
-class Captured {
-public:
-    explicit Captured(std::ostream& stream) : stream_(stream), former_(stream.rdbuf(&text_)) {}
-    ~Captured() { stream_.rdbuf(former_); }
-    Captured(const Captured&) = delete;
-    Captured& operator=(const Captured&) = delete;
-
-    std::string Text() const { return text_.str(); }
-
-private:
-    std::stringbuf text_;
-    std::ostream& stream_;
-    std::streambuf* former_;
-};
 
 std::vector<std::string> PossiblePlaces()
 {
@@ -132,48 +111,6 @@ std::optional<Fault> FindFault(const std::string& path, std::uint64_t& rows)
     return std::nullopt;
 }
 
-/// Removes the file unless it was moved away.
-class TemporaryFile {
-public:
-    explicit TemporaryFile(const std::string& target)
-        : target_(target), path_(fmt::format("{}.part{}", target, ::getpid()))
-    {
-        std::FILE* const file = std::fopen(path_.c_str(), "wbx");
-        if (file == nullptr) {
-            throw Failure(fmt::format("{}: cannot be written: {}", target_, std::strerror(errno)));
-        }
-        std::fclose(file);
-    }
-    ~TemporaryFile() { std::remove(path_.c_str()); }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-    const std::string& Path() const { return path_; }
-
-    void MoveToTarget()
-    {
-        if (std::rename(path_.c_str(), target_.c_str()) != 0) {
-            throw Failure(fmt::format("{}: cannot be written: {}", target_, std::strerror(errno)));
-        }
-    }
-
-private:
-    std::string target_;
-    std::string path_;
-};
-
-void CheckTarget(const std::string& outPath)
-{
-    if (outPath.find('\\') != std::string::npos) {
-        throw Failure(fmt::format("{}: a path with a backslash cannot be written", outPath));
-    }
-    std::error_code error;
-    const fs::file_status status = fs::status(outPath, error);
-    if (fs::exists(status) && !fs::is_regular_file(status)) {
-        throw Failure(fmt::format("{}: cannot be written: it is not an ordinary file", outPath));
-    }
-}
-
 } // namespace
 
 std::optional<std::string> FindUnimodXml()
@@ -223,7 +160,7 @@ std::uint64_t WriteModificationTable(const std::string& xmlPath, const std::stri
 {
     const Vorlan::CModificationsDB& database = LoadUnimod(xmlPath);
     CheckTarget(outPath);
-    TemporaryFile temporary(outPath);
+    NewFile temporary(outPath);
     try {
         database.writeToFile(temporary.Path());
     } catch (const OpenMS::Exception::BaseException&) { // B-39

@@ -64,7 +64,7 @@ const std::vector<ParameterKey> kKeys = {
      "\"pFind 2.8 (.txt)\", \"pBuild_CSV\", \"MSFragger (.pepXML)\", \"Sequest (.txt)\", "
      "\"Mascot_dat\", \"Mascot_PepXML\", \"MaxQuant\", \"X!Tandem\", \"Calvex (.txt)\", "
      "\"pFind 3 (.spectra)\", \"MSGF (.tsv)\" or \"Comet (.pep.xml)\"",
-     kAlways, "The format of the matches; pelgrin reads Calvex (.txt) so far.", "Calvex (.txt)"},
+     kAlways, "The format of the matches; pelgrin does not read pBuild_CSV, Mascot and X!Tandem.", "Calvex (.txt)"},
     {"Search", "pep_ident_number", nullptr, ValueKind::Count, "a number of 1 or more", kAlways,
      "How many files of matches.", "1"},
     {"Search", "pep_ident_filename_N", "pep_ident_number", ValueKind::Text, kPath,

@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "common/Terminal.h"
+#include "run/Identifications.h"
 #include "run/Modifications.h"
 
 namespace pelgrin {
@@ -58,6 +59,21 @@ void AddFiles(std::string& text, const char* title, const std::string& format,
     }
 }
 
+/// The second files that a format has by default.
+void AddSecondFiles(std::string& text, const Parameters& parameters)
+{
+    std::vector<std::string> paths;
+    for (const std::string& path : parameters.psms) {
+        const ResultFiles files = FilesOf(parameters.format, path);
+        if (!files.second.empty()) {
+            paths.push_back(files.second);
+        }
+    }
+    if (!paths.empty()) {
+        AddFiles(text, "Peptides", "peptides.txt", paths);
+    }
+}
+
 void AddFdr(std::string& text, const Parameters& parameters)
 {
     if (!parameters.fdr) {
@@ -90,6 +106,7 @@ std::string TextOf(const RunPlan& plan)
              parameters.spectra);
     AddFiles(text, "Matches", Vorlan::PepIdentType::typeToName(search.ePepIdentFormat),
              parameters.psms);
+    AddSecondFiles(text, parameters);
     AddFdr(text, parameters);
     for (const auto& [name, isAsked] :
          {std::pair<const char*, bool>{"Localization", plan.groups->getLocalizeParam()->bLocalize},

@@ -14,6 +14,7 @@
 #include "files/UnimodFile.h"
 #include "parameters/ParameterKeys.h"
 #include "parameters/ParameterMessages.h"
+#include "run/Identifications.h"
 #include "run/Modifications.h"
 #include "run/Output.h"
 #include "run/Spectra.h"
@@ -257,6 +258,25 @@ private:
     std::vector<std::string> paths_;
 };
 
+/// The second files that a format has by default.
+void AddSecondFiles(const ParameterText& text, Vorlan::PepIdentType::EPepIdentType format,
+                    RunPlan& plan)
+{
+    for (std::size_t i = 0; i < plan.parameters.psms.size(); ++i) {
+        const ResultFiles files = FilesOf(format, plan.parameters.psms[i]);
+        if (files.second.empty()) {
+            continue;
+        }
+        plan.parameters.fileInputs.push_back(files.second);
+        try {
+            CheckReadable(files.second);
+        } catch (const Failure& failure) {
+            const std::string key = fmt::format("pep_ident_filename_{}", i + 1);
+            plan.fileProblems.push_back(text.PlaceOf("Search", key) + ": " + failure.what());
+        }
+    }
+}
+
 void AddFiles(const ParameterText& text, const Vorlan::CSearchParam& search, RunPlan& plan)
 {
     FileList spectra(text, "dataset_filename", plan.fileProblems);
@@ -271,6 +291,7 @@ void AddFiles(const ParameterText& text, const Vorlan::CSearchParam& search, Run
     }
     results.RefuseEqualFiles();
     plan.parameters.psms = results.Paths();
+    AddSecondFiles(text, search.ePepIdentFormat, plan);
 }
 
 void AddOutput(const ParameterText& text, RunPlan& plan)
@@ -278,7 +299,7 @@ void AddOutput(const ParameterText& text, RunPlan& plan)
     Parameters& parameters = plan.parameters;
     parameters.out = ResolvedPath(plan.groups->getOutputPath());
     parameters.outName = fmt::format("\"output\" in {}", text.Path());
-    parameters.fileInputs = {text.Path(), plan.database};
+    parameters.fileInputs.insert(parameters.fileInputs.end(), {text.Path(), plan.database});
     const std::string place = text.PlaceOf("Output", "output");
     std::error_code ignored;
     if (std::filesystem::exists(parameters.out, ignored)
@@ -313,8 +334,7 @@ void AddSearch(const Vorlan::CSearchParam& search, RunPlan& plan)
                           ? std::vector<Peak::EIonType>{Peak::C_ION, Peak::Z_ION}
                           : std::vector<Peak::EIonType>{Peak::B_ION, Peak::Y_ION};
     parameters.shiftedIons = search.bOpenSearch;
-    parameters.lookup = std::make_shared<const ModificationLookup>(
-        search.getSpecifiedMod(), DatabaseOf(search), plan.database);
+    parameters.lookup = LookupOf({plan.groups, plan.database});
 }
 
 } // namespace
@@ -324,6 +344,13 @@ LoadedParameters LoadParameters(const ParameterText& text, bool makeTable)
     const std::string database =
         StopsBeforeDatabase(text) ? std::string() : CheckDatabase(text, makeTable);
     return {ReadGroups(text, database), database};
+}
+
+std::shared_ptr<const ModificationLookup> LookupOf(const LoadedParameters& loaded)
+{
+    const Vorlan::CSearchParam& search = *loaded.groups->getSearchParam();
+    return std::make_shared<const ModificationLookup>(search.getSpecifiedMod(), DatabaseOf(search),
+                                                      loaded.database);
 }
 
 RunPlan ReadRunPlan(const std::string& path, bool makeTable)
@@ -338,6 +365,7 @@ RunPlan ReadRunPlan(const std::string& path, bool makeTable)
     plan.database = loaded.database;
     CheckOffered(text, *plan.groups);
     plan.parameters.program = "pelgrin run";
+    plan.parameters.isRun = true;
     plan.parameters.parameterFile = path;
     AddSearch(*plan.groups->getSearchParam(), plan);
     plan.parameters.fdr = FdrPlanOf(*plan.groups->getFdrControlParam());

@@ -2,11 +2,13 @@
 #ifndef PELGRIN_RUNPARAMETERS_H
 #define PELGRIN_RUNPARAMETERS_H
 
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "TulkParam.h"
 #include "parameters/ParameterText.h"
+#include "run/Modifications.h"
 #include "run/Parameters.h"
 
 namespace pelgrin {
@@ -25,6 +27,10 @@ struct LoadedParameters {
     const Vorlan::CTulkParam* groups = nullptr;
     std::string database;
 };
+
+/// The masses that a parameter file names: of its modifications, and of those
+/// in its database. Good until another file is read.
+std::shared_ptr<const ModificationLookup> LookupOf(const LoadedParameters& loaded);
 
 /// Lets the library read the file; the files of modifications are looked
 /// through before, so that it cannot end the process. Throws Failure with

@@ -21,6 +21,75 @@ double IonMatch::ErrorPpm() const
     return (peakMz - fragment.mz) / fragment.mz * 1000000.0;
 }
 
+namespace {
+
+/// "Any N-term", "Protein N-term" or "M": where a modification of a record sits.
+std::vector<std::string> SitesOf(const Vorlan::IdentModification& mod,
+                                 const Vorlan::PeptideIdentification& record)
+{
+    const auto length = static_cast<std::int64_t>(record.strSequence.size());
+    if (mod.nPos >= 1 && mod.nPos <= length) {
+        return {record.strSequence.substr(static_cast<std::size_t>(mod.nPos) - 1, 1)};
+    }
+    const std::string terminus = mod.nPos <= 0 ? "N-term" : "C-term";
+    std::vector<std::string> sites = {"Any " + terminus};
+    for (const Vorlan::PeptideEvidence& protein : record.vEvidences) {
+        if ((mod.nPos <= 0 ? protein.cBefore : protein.cAfter) == '-') {
+            sites.push_back("Protein " + terminus);
+            break;
+        }
+    }
+    return sites;
+}
+
+std::optional<double> MassOf(const Vorlan::IdentModification& mod,
+                             const Vorlan::PeptideIdentification& record,
+                             const ModificationMasses& modifications)
+{
+    for (const std::string& name : NamesOf(mod, record)) {
+        const auto hit = modifications.find(name);
+        if (hit != modifications.end()) {
+            return hit->second;
+        }
+    }
+    return mod.dMass != 0.0 && std::isfinite(mod.dMass) ? std::optional(mod.dMass) : std::nullopt;
+}
+
+/// Adds the mass of one modification, or says why not.
+std::optional<Problem> AddMass(const Vorlan::IdentModification& mod, std::optional<double> mass,
+                               PeptideMasses& peptide)
+{
+    const auto length = static_cast<std::int64_t>(peptide.residues.size());
+    if (!mass) {
+        return Problem{Reason::ModificationWithoutMass, mod.strName};
+    }
+    if (mod.nPos < 0 || mod.nPos > length + 1) {
+        return Problem{Reason::PositionOutsideSequence, {}};
+    }
+    if (mod.nPos == 0) {
+        peptide.nTerm += *mass;
+    } else if (mod.nPos > length) {
+        peptide.cTerm += *mass;
+    } else {
+        peptide.residues[static_cast<std::size_t>(mod.nPos) - 1] += *mass;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::vector<std::string> NamesOf(const Vorlan::IdentModification& mod,
+                                 const Vorlan::PeptideIdentification& record)
+{
+    std::vector<std::string> names = {WithAnyTerm(mod.strName)};
+    if (!mod.strName.empty() && mod.strName.back() != ')') {
+        for (const std::string& site : SitesOf(mod, record)) {
+            names.push_back(mod.strName + " (" + site + ")");
+        }
+    }
+    return names;
+}
+
 std::variant<PeptideMasses, Problem> MassesOf(const Vorlan::PeptideIdentification& record,
                                               const ModificationMasses& modifications)
 {
@@ -33,21 +102,14 @@ std::variant<PeptideMasses, Problem> MassesOf(const Vorlan::PeptideIdentificatio
         }
         peptide.residues.push_back(*mass);
     }
-    const auto length = static_cast<std::int64_t>(peptide.residues.size());
     for (const Vorlan::IdentModification& mod : record.vMods) {
-        const auto hit = modifications.find(WithAnyTerm(mod.strName));
-        if (hit == modifications.end()) {
-            return Problem{Reason::ModificationWithoutMass, mod.strName};
+        if (const auto problem = AddMass(mod, MassOf(mod, record, modifications), peptide)) {
+            return *problem;
         }
-        if (mod.nPos < 0 || mod.nPos > length + 1) {
-            return Problem{Reason::PositionOutsideSequence, {}};
-        }
-        if (mod.nPos == 0) {
-            peptide.nTerm += hit->second;
-        } else if (mod.nPos > length) {
-            peptide.cTerm += hit->second;
-        } else {
-            peptide.residues[static_cast<std::size_t>(mod.nPos) - 1] += hit->second;
+    }
+    for (const Vorlan::IdentModification& mod : record.vAltMods) { // termini without a name
+        if (const auto problem = AddMass(mod, mod.dMass, peptide)) {
+            return *problem;
         }
     }
     return peptide;

@@ -3,6 +3,7 @@
 #define PELGRIN_ANNOTATION_H
 
 #include <optional>
+#include <string>
 #include <variant>
 #include <vector>
 
@@ -28,8 +29,17 @@ struct Annotation {
     Share bonds;                   ///< see Counts::fragments
 };
 
+/// The names under which the mass of a modification of a record is looked up,
+/// in this order: as it is called, then with its site where the name has none:
+/// "Oxidation" at an M is "Oxidation (M)", at the N-terminus "Oxidation (Any
+/// N-term)" and, when the peptide begins its protein, "Oxidation (Protein
+/// N-term)". All as WithAnyTerm spells them.
+std::vector<std::string> NamesOf(const Vorlan::IdentModification& mod,
+                                 const Vorlan::PeptideIdentification& record);
+
 /// The masses of a record's peptide, or why there are none. A modification
-/// sits at 0 (N-terminus), 1 to length, or length + 1 (C-terminus).
+/// sits at 0 (N-terminus), 1 to length, or length + 1 (C-terminus). Its mass is
+/// that of modifications, else the one that the reader gave.
 std::variant<PeptideMasses, Problem> MassesOf(const Vorlan::PeptideIdentification& record,
                                               const ModificationMasses& modifications);
 

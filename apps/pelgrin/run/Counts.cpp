@@ -84,6 +84,19 @@ Share Counts::AllIons() const
     return all;
 }
 
+void Counts::Add(const ResultAudit& audit)
+{
+    for (std::size_t i = 0; i < kUnread; ++i) {
+        unread[i] += audit.unread[i].units;
+    }
+    rowsCut += audit.cutsRow ? 1 : 0;
+}
+
+std::uint64_t Counts::Joined() const
+{
+    return std::accumulate(joined.begin(), joined.end(), std::uint64_t{0});
+}
+
 std::uint64_t Counts::LeftByFdr() const
 {
     return aboveThreshold + decoys + withoutProteins + scoreNotANumber;
@@ -96,17 +109,20 @@ std::uint64_t Counts::NotUsed() const
 
 std::uint64_t Counts::LostRows() const
 {
-    return rowsBehindEmptyLine + rowsBehindLongLine + rowsCut;
+    std::uint64_t lost = rowsCut;
+    for (std::size_t i = 0; i < kUnread; ++i) {
+        lost += IsLoss(static_cast<Unread>(i)) ? unread[i] : 0;
+    }
+    return lost;
 }
 
 void Counts::Check() const
 {
-    const std::uint64_t joined = joinedByName + joinedWithoutEnding;
-    if (read != LeftByFdr() + joined + NotJoined() || joined != annotated + Skipped()) {
+    if (read != LeftByFdr() + Joined() + NotJoined() || Joined() != annotated + Skipped()) {
         throw std::logic_error(fmt::format(
             "counts do not add up: {} records read, {} left by FDR control, {} joined, {} not "
             "joined, {} annotated, {} skipped",
-            read, LeftByFdr(), joined, NotJoined(), annotated, Skipped()));
+            read, LeftByFdr(), Joined(), NotJoined(), annotated, Skipped()));
     }
 }
 

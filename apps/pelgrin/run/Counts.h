@@ -9,6 +9,8 @@
 #include <string>
 
 #include "DataStructures.h"
+#include "files/ResultAudit.h"
+#include "run/DatasetResolver.h"
 
 namespace pelgrin {
 
@@ -48,10 +50,10 @@ struct Share {
 };
 
 struct Counts {
-    // Rows of the table that the reader did not give, or gave cut.
-    std::uint64_t rowsBehindEmptyLine = 0;
-    std::uint64_t rowsBehindLongLine = 0;
-    std::uint64_t rowsCut = 0;
+    /// Units of the result files that gave no record, or a part of one that
+    /// was not read.
+    std::array<std::uint64_t, kUnread> unread{};
+    std::uint64_t rowsCut = 0; ///< records of a line that is too long
 
     std::uint64_t read = 0;
     // Records that left by FDR control.
@@ -60,8 +62,8 @@ struct Counts {
     std::uint64_t withoutProteins = 0;
     std::uint64_t scoreNotANumber = 0;
 
-    std::uint64_t joinedByName = 0;        ///< dataset is the file's name
-    std::uint64_t joinedWithoutEnding = 0; ///< dataset is the name without ".mgf"
+    std::array<std::uint64_t, kNameRules> joined{}; ///< how the dataset met its file
+    std::uint64_t joinedByScan = 0; ///< of these, found by the scan number in a title
     std::uint64_t annotated = 0;
     std::array<std::uint64_t, kReasons> notUsed{};
     std::array<std::map<std::string, std::uint64_t>, kReasons> details; ///< detail -> records
@@ -73,14 +75,16 @@ struct Counts {
     std::array<std::array<Share, 3>, 7> ions;
 
     void Add(const Problem& problem);
+    void Add(const ResultAudit& audit);
     std::uint64_t LeftByFdr() const;
+    std::uint64_t Joined() const;
     std::uint64_t NotJoined() const;
     std::uint64_t Skipped() const;
     Share AllIons() const;
     /// Records that could not be used. Decoys and targets above the threshold
     /// were used, to estimate the false discovery rate.
     std::uint64_t NotUsed() const;
-    /// Rows of the tables that were not read, or cut.
+    /// Units of the result files that were lost, and rows that were cut.
     std::uint64_t LostRows() const;
     bool HasLosses() const { return NotUsed() + LostRows() > 0; }
     /// Throws std::logic_error unless records read = left by FDR control +

@@ -36,23 +36,25 @@ std::vector<Together> GroupsOf(const FdrPlan& plan, const std::vector<ResultFile
 }
 
 /// "psms.txt:12" of a record.
-std::string PlaceOf(const Together& group, std::size_t record)
+std::string PlaceOf(Vorlan::PepIdentType::EPepIdentType format, const Together& group,
+                    std::size_t record)
 {
     const auto file = std::find_if(group.first, group.last, [record](const ResultFile& candidate) {
         return record < candidate.end;
     });
-    return fmt::format("{}:{}", file->path, record - file->begin + 2);
+    return PlaceOfRecord(format, file->files, record - file->begin);
 }
 
-void CheckDirections(const Together& group,
-                     const std::vector<Vorlan::PeptideIdentification>& records)
+void CheckDirections(const Together& group, const Identifications& identifications)
 {
+    const auto& records = identifications.records;
     const RecordRange range = group.Records();
     if (const auto other = FirstOtherDirection(records, range)) {
         throw Failure(fmt::format(
             "{}: expected \"High Score Better\" as in {}, {}: FDR control cannot compare their "
             "scores",
-            PlaceOf(group, *other), PlaceOf(group, range.begin),
+            PlaceOf(identifications.format, group, *other),
+            PlaceOf(identifications.format, group, range.begin),
             records[range.begin].bHighScoreBetter ? "1" : "0"));
     }
 }
@@ -61,7 +63,7 @@ FdrGroup SummaryOf(const Together& group, const FdrOutcome& outcome)
 {
     FdrGroup summary;
     for (auto file = group.first; file != group.last; ++file) {
-        summary.files.push_back(file->path);
+        summary.files.push_back(file->files.path);
     }
     summary.targets = outcome.Targets();
     summary.decoys = outcome.CountOf(Verdict::Decoy);
@@ -102,7 +104,7 @@ std::vector<FdrGroup> ControlFdr(const FdrPlan& plan, Identifications& identific
     std::vector<FdrGroup> groups;
     std::vector<Verdict> verdicts;
     for (const Together& group : GroupsOf(plan, identifications.files)) {
-        CheckDirections(group, identifications.records);
+        CheckDirections(group, identifications);
         const FdrOutcome outcome = ControlFdr(identifications.records, group.Records(), plan);
         verdicts.insert(verdicts.end(), outcome.verdicts.begin(), outcome.verdicts.end());
         groups.push_back(SummaryOf(group, outcome));

@@ -7,6 +7,7 @@
 
 #include "common/SimilarNames.h"
 #include "common/Words.h"
+#include "run/Annotation.h"
 
 namespace pelgrin {
 
@@ -83,6 +84,23 @@ std::vector<std::string> AllFullIds(const CModificationsDB& database)
     database.searchModificationsByDiffMonoMass(ids, 0.0, kEveryMass, "",
                                                CResidueModification::NUMBER_OF_TERM_SPECIFICITY);
     return ids;
+}
+
+/// Looks up the names of a modification until one has a mass. The mass that a
+/// reader knows counts before that of the database.
+void AddMass(const std::vector<std::string>& names, bool hasMass, Parameters& parameters)
+{
+    for (const std::string& name : names) {
+        if (parameters.modifications.count(name) > 0) {
+            return;
+        }
+        const auto hit = parameters.lookup->Find(name);
+        if (hit && !(hasMass && hit->isOfDatabase)) {
+            parameters.modifications[name] = hit->mass;
+            parameters.modificationSources[name] = hit->source;
+            return;
+        }
+    }
 }
 
 /// "Phospho (STY)" of the parameter file stands for "Phospho (S)" in a table.
@@ -163,12 +181,12 @@ std::optional<ModificationLookup::Hit> ModificationLookup::Find(const std::strin
     const std::string full = WithAnyTerm(name);
     for (const IdentModification& specified : specified_) {
         if (Covers(specified, full)) {
-            return Hit{specified.dMass, "parameter file"};
+            return Hit{specified.dMass, "parameter file", false};
         }
     }
     if (const auto parsed = ParseModificationName(full)) {
         if (const CResidueModification* const record = FindRecord(database_, *parsed)) {
-            return Hit{record->getDiffMonoMass(), databasePath_};
+            return Hit{record->getDiffMonoMass(), databasePath_, true};
         }
     }
     return std::nullopt;
@@ -176,19 +194,12 @@ std::optional<ModificationLookup::Hit> ModificationLookup::Find(const std::strin
 
 void AddMasses(const std::vector<Vorlan::PeptideIdentification>& records, Parameters& parameters)
 {
-    std::set<std::string> seen;
+    std::set<std::pair<std::vector<std::string>, bool>> seen;
     for (const Vorlan::PeptideIdentification& record : records) {
         for (const IdentModification& mod : record.vMods) {
-            if (!seen.insert(mod.strName).second) {
-                continue;
-            }
-            const std::string name = WithAnyTerm(mod.strName);
-            if (parameters.modifications.count(name) > 0) {
-                continue;
-            }
-            if (const auto hit = parameters.lookup->Find(name)) {
-                parameters.modifications[name] = hit->mass;
-                parameters.modificationSources[name] = hit->source;
+            const auto [question, isNew] = seen.emplace(NamesOf(mod, record), mod.dMass != 0.0);
+            if (isNew) {
+                AddMass(question->first, question->second, parameters);
             }
         }
     }

@@ -42,6 +42,7 @@ public:
     struct Hit {
         double mass = 0.0;
         std::string source; ///< "parameter file", or the path of the database
+        bool isOfDatabase = false;
     };
 
     /// database must live as long as the lookup.
@@ -63,7 +64,8 @@ private:
 };
 
 /// Looks up every name that the records bear and parameters do not know yet,
-/// and adds those that are found to its modifications and their sources.
+/// and adds those that are found to its modifications and their sources. Where a
+/// record has the mass, too, only the parameter file is asked.
 void AddMasses(const std::vector<Vorlan::PeptideIdentification>& records, Parameters& parameters);
 
 } // namespace pelgrin

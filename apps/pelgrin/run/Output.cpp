@@ -6,6 +6,8 @@
 #include <iterator>
 #include <utility>
 
+#include <unistd.h>
+
 #include <OpenMS/CONCEPT/Exception.h>
 #include <fmt/format.h>
 
@@ -26,21 +28,32 @@ constexpr const char* kFileNames[] = {"annotations.tsv", "results.txt", "matched
                               reason != 0 ? std::strerror(reason) : ""));
 }
 
-/// The path of a file in the output folder, which is created first.
+/// The path of a file in the output folder.
 std::string PathIn(const Parameters& parameters, const char* name)
 {
-    RefuseToOverwriteInputs(parameters);
-    std::error_code error;
-    std::filesystem::create_directories(parameters.out, error);
-    if (!std::filesystem::is_directory(parameters.out)) {
-        throw Failure(fmt::format("{}: is not a folder and cannot be made one: {}", parameters.out,
-                                  error ? error.message() : "a file of that name exists"));
+    return (std::filesystem::path(parameters.out) / name).string();
+}
+
+/// Makes the file, or empties it, and gives its path. The library finds a file
+/// that exists, even below a folder whose name holds a backslash.
+std::string MadeIn(const Parameters& parameters, const char* name)
+{
+    TextFile(PathIn(parameters, name)).Close();
+    return PathIn(parameters, name);
+}
+
+/// What can be known of a file without changing it.
+void CheckWritable(const std::string& path)
+{
+    std::error_code ignored;
+    if (std::filesystem::exists(path, ignored)) {
+        errno = 0;
+        if (!std::ofstream(path, std::ios::binary | std::ios::app)) {
+            NotWritable(path, errno);
+        }
+    } else if (::access(std::filesystem::path(path).parent_path().c_str(), W_OK) != 0) {
+        NotWritable(path, errno);
     }
-    // The library finds a file that exists, even below a folder whose name
-    // holds a backslash.
-    const std::filesystem::path path = std::filesystem::path(parameters.out) / name;
-    TextFile(path.string()).Close();
-    return path.string();
 }
 
 } // namespace
@@ -61,6 +74,20 @@ void RefuseToOverwriteInputs(const Parameters& parameters)
                                 output.string(), parameters.outName));
             }
         }
+    }
+}
+
+void CheckOutput(const Parameters& parameters)
+{
+    RefuseToOverwriteInputs(parameters);
+    std::error_code error;
+    std::filesystem::create_directories(parameters.out, error);
+    if (!std::filesystem::is_directory(parameters.out)) {
+        throw Failure(fmt::format("{}: is not a folder and cannot be made one: {}", parameters.out,
+                                  error ? error.message() : "a file of that name exists"));
+    }
+    for (const char* const name : kFileNames) {
+        CheckWritable(PathIn(parameters, name));
     }
 }
 
@@ -135,8 +162,8 @@ private:
 // ---- OutputFolder -----------------------------------------------------------
 
 OutputFolder::OutputFolder(const Parameters& parameters)
-    : matchedPath_(PathIn(parameters, "matched.mgf")),
-      resultsPath_(PathIn(parameters, "results.txt")),
+    : matchedPath_((CheckOutput(parameters), MadeIn(parameters, "matched.mgf"))),
+      resultsPath_(MadeIn(parameters, "results.txt")),
       annotations_(PathIn(parameters, "annotations.tsv")),
       summary_(PathIn(parameters, "summary.json"))
 {

@@ -35,17 +35,18 @@ class MatchedSpectra;
 /// Throws Failure when a file of the output folder would overwrite an input.
 void RefuseToOverwriteInputs(const Parameters& parameters);
 
+/// Throws Failure when the output folder or a file in it cannot be written, as
+/// far as that is known before. Makes the folder and changes no file.
+void CheckOutput(const Parameters& parameters);
+
 /// The four files of a run. Every member throws Failure with the path of the
 /// file that cannot be written.
 class OutputFolder {
 public:
     /// Creates the folder and all files in it, emptying what exists. Throws
-    /// before touching anything when a file would overwrite an input.
+    /// before touching anything when CheckOutput throws.
     explicit OutputFolder(const Parameters& parameters);
     ~OutputFolder();
-
-    /// A file that is empty until the first WriteSpectrum.
-    const std::string& ScratchPath() const { return matchedPath_; }
 
     /// Adds a spectrum to matched.mgf unless its file and name are there.
     void WriteSpectrum(const std::string& dataset, Vorlan::Spectrum& spectrum);

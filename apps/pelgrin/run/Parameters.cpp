@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <filesystem>
 #include <limits>
 
 #include <fmt/format.h>
@@ -110,6 +111,36 @@ ModificationMasses ParseModifications(const std::vector<std::string>& texts)
         }
     }
     return masses;
+}
+
+std::map<std::string, std::string> ParseDatasets(const std::vector<std::string>& texts,
+                                                 const std::vector<std::string>& spectra)
+{
+    std::map<std::string, std::string> datasets;
+    for (const std::string& text : texts) {
+        const std::size_t equals = text.rfind('=');
+        if (equals == std::string::npos || equals == 0) {
+            throw UsageError(
+                fmt::format("--dataset: \"{}\" is not the name of a dataset, \"=\" and "
+                            "a file of spectra, such as \"/data/run.raw=run.mgf\"",
+                            text));
+        }
+        const std::string name = text.substr(0, equals);
+        const std::string file = text.substr(equals + 1);
+        const auto hit = std::find_if(spectra.begin(), spectra.end(), [&](const std::string& path) {
+            std::error_code ignored;
+            return path == file || std::filesystem::path(path).filename() == file
+                   || std::filesystem::equivalent(path, file, ignored);
+        });
+        if (hit == spectra.end()) {
+            throw UsageError(
+                fmt::format("--dataset: \"{}\" is no file of spectra of this run", file));
+        }
+        if (!datasets.emplace(name, *hit).second) {
+            throw UsageError(fmt::format("--dataset: \"{}\" is given twice", name));
+        }
+    }
+    return datasets;
 }
 
 double ParseMinShift(const std::string& text)

@@ -30,8 +30,10 @@ class ModificationLookup;
 struct Parameters {
     std::string program = "pelgrin annotate";
     std::vector<std::string> spectra; ///< paths of MGF files
-    std::vector<std::string> psms;    ///< paths of the tables
-    Vorlan::PepIdentType::EPepIdentType format = Vorlan::PepIdentType::CalvexTxt;
+    std::vector<std::string> psms;    ///< paths of the results
+    std::string second;               ///< second file of the one result; empty: the default
+    std::map<std::string, std::string> datasets; ///< what --dataset says: name -> file of spectra
+    Vorlan::PepIdentType::EPepIdentType format = Vorlan::PepIdentType::CalvexTxt; ///< of psms
     Tolerance tolerance;
     std::vector<Vorlan::Peak::EIonType> ions;
     ModificationMasses modifications;
@@ -40,11 +42,13 @@ struct Parameters {
     std::string out;               ///< folder of the output files
     std::string outName = "--out"; ///< what the user knows that folder as
 
-    // Of "run" only.
-    std::string parameterFile;                        ///< empty for "annotate"
+    std::string parameterFile;                        ///< may be empty for "annotate"
     std::vector<std::string> fileInputs;              ///< what else was read: never overwritten
     std::shared_ptr<const ModificationLookup> lookup; ///< for names not in modifications
     std::map<std::string, std::string> modificationSources; ///< name -> where its mass stands
+
+    // Of "run" only.
+    bool isRun = false;
     std::optional<FdrPlan> fdr;
     std::vector<std::string> notOffered; ///< what the file asks for in vain: "localization"
 };
@@ -64,10 +68,16 @@ std::pair<std::string, double> ParseModification(const std::string& text);
 /// All modifications; a name may be given only once, however it is spelled.
 ModificationMasses ParseModifications(const std::vector<std::string>& texts);
 
+/// "/data/run01.raw=run01.mgf": dataset name and file around the last "=", once
+/// for each name. Each file must be one of spectra, as a path or by its name.
+/// Gives dataset name -> path in spectra.
+std::map<std::string, std::string> ParseDatasets(const std::vector<std::string>& texts,
+                                                 const std::vector<std::string>& spectra);
+
 /// A mass that is not negative.
 double ParseMinShift(const std::string& text);
 
-/// The type of a table by its display name, in any case. Only types that the
+/// The type of a result by its display name, in any case. Only types that the
 /// library reads are choices.
 Vorlan::PepIdentType::EPepIdentType ParseFormat(const std::string& text);
 

@@ -82,8 +82,7 @@ void AddRecords(std::string& text, const Parameters& parameters, const SpectraPo
         parameters.psms.size() == 1 ? std::string()
                                     : fmt::format("   in {} files", parameters.psms.size()));
     AddFdr(text, parameters, counts);
-    Add(text, "  joined     {:>9}   with their spectra, by name\n",
-        counts.joinedByName + counts.joinedWithoutEnding);
+    Add(text, "  joined     {:>9}   with their spectra, by name\n", counts.Joined());
     Add(text, "  annotated  {:>9}\n", counts.annotated);
     Add(text, "  not used   {:>9}\n", counts.NotJoined() + counts.Skipped());
     for (std::size_t i = 0; i < kReasons; ++i) {
@@ -92,10 +91,6 @@ void AddRecords(std::string& text, const Parameters& parameters, const SpectraPo
             Add(text, "             {:>9}   {}{}{}\n", counts.notUsed[i], TextOf(reason),
                 PlaceOfMasses(reason, parameters), DetailsText(counts.details[i]));
         }
-    }
-    const std::uint64_t lost = counts.rowsBehindEmptyLine + counts.rowsBehindLongLine;
-    if (lost > 0) {
-        Add(text, "Rows not read{:>9}   behind an empty or too long line of the table\n", lost);
     }
 }
 
@@ -182,11 +177,31 @@ std::string IonsText(const Annotation& annotation)
     return text;
 }
 
+std::string UnreadText(const Counts& counts)
+{
+    std::string text;
+    for (const bool isLoss : {true, false}) {
+        const char* title = isLoss ? "Not read" : "Passed over";
+        for (std::size_t i = 0; i < kUnread; ++i) {
+            const auto reason = static_cast<Unread>(i);
+            if (counts.unread[i] > 0 && IsLoss(reason) == isLoss) {
+                Add(text, "{:<13}{:>9}   {}\n", title, counts.unread[i], TextOf(reason));
+                title = "";
+            }
+        }
+    }
+    if (counts.rowsCut > 0) {
+        Add(text, "Cut          {:>9}   rows of more than 81919 characters\n", counts.rowsCut);
+    }
+    return text;
+}
+
 std::string ReportOf(const Parameters& parameters, const SpectraPool& spectra, const Counts& counts,
                      const BestRecords& best)
 {
     std::string text;
     AddRecords(text, parameters, spectra, counts);
+    text += UnreadText(counts);
     AddIons(text, parameters, counts);
     AddBest(text, best);
     Add(text,

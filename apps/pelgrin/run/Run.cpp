@@ -1,11 +1,13 @@
 #include "run/Run.h"
 
+#include <algorithm>
 #include <utility>
 #include <variant>
 
 #include <spdlog/spdlog.h>
 
 #include "common/Terminal.h"
+#include "files/ScratchFolder.h"
 #include "run/Annotation.h"
 #include "run/FdrControl.h"
 #include "run/Identifications.h"
@@ -19,32 +21,73 @@ namespace pelgrin {
 
 namespace {
 
+DatasetResolver ResolverOf(const Parameters& parameters, const SpectraPool& spectra)
+{
+    DatasetResolver::Given given;
+    for (const auto& [name, path] : parameters.datasets) {
+        const auto hit = std::find(parameters.spectra.begin(), parameters.spectra.end(), path);
+        given[name] = static_cast<std::size_t>(hit - parameters.spectra.begin());
+    }
+    return {spectra.DatasetNames(), std::move(given)};
+}
+
+/// The file of every dataset name that the records bear. Says what was met only
+/// by a weak rule, and what of --dataset nothing met.
+Datasets Resolve(const Parameters& parameters, const SpectraPool& spectra,
+                 const std::vector<Vorlan::PeptideIdentification>& records)
+{
+    const DatasetResolver resolver = ResolverOf(parameters, spectra);
+    Datasets datasets;
+    for (const Vorlan::PeptideIdentification& record : records) {
+        const auto [dataset, isNew] = datasets.try_emplace(record.strDatasetName);
+        if (!isNew) {
+            continue;
+        }
+        dataset->second = resolver.Find(record.strDatasetName);
+        if (dataset->second && dataset->second->rule > NameRule::Exact) {
+            spdlog::info("the dataset \"{}\" is taken for \"{}\": {}",
+                         OneLine(record.strDatasetName),
+                         OneLine(spectra.Files()[dataset->second->file].dataset),
+                         TextOf(dataset->second->rule));
+        }
+    }
+    for (const auto& [name, path] : parameters.datasets) {
+        if (datasets.count(name) == 0) {
+            spdlog::warn("--dataset: no record has the dataset \"{}\"", OneLine(name));
+        }
+    }
+    return datasets;
+}
+
 /// Annotates the records of a run one by one.
 class Annotator {
 public:
-    Annotator(const Parameters& parameters, SpectraPool& spectra, OutputFolder& output,
-              Counts& counts)
-        : parameters_(parameters), spectra_(spectra), output_(output), counts_(counts)
+    Annotator(const Parameters& parameters, const Datasets& datasets, SpectraPool& spectra,
+              OutputFolder& output, Counts& counts)
+        : parameters_(parameters), datasets_(datasets), spectra_(spectra), output_(output),
+          counts_(counts)
     {
     }
 
     /// Annotates record, or says why not.
     std::optional<Problem> Take(const Vorlan::PeptideIdentification& record)
     {
-        const auto dataset = spectra_.Find(record.strDatasetName);
+        const auto& dataset = datasets_.at(record.strDatasetName);
         if (!dataset) {
             return Problem{Reason::DatasetNotGiven, record.strDatasetName};
         }
-        if (!spectra_.Has(*dataset->file, record.strSpectrumName)) {
+        const SpectraFile& file = spectra_.Files()[dataset->file];
+        const std::string name = spectra_.NameOf(file, record);
+        if (name.empty() && !spectra_.Has(file, name)) {
             return Problem{Reason::SpectrumUnknown, {}};
         }
-        ++(dataset->isExact ? counts_.joinedByName : counts_.joinedWithoutEnding);
-        const auto unusable = dataset->file->unusable.find(record.strSpectrumName);
-        if (unusable != dataset->file->unusable.end()) {
+        ++counts_.joined.at(static_cast<std::size_t>(dataset->rule));
+        counts_.joinedByScan += name != record.strSpectrumName ? 1 : 0;
+        const auto unusable = file.unusable.find(name);
+        if (unusable != file.unusable.end()) {
             return Problem{unusable->second, {}};
         }
-        return TakeJoined(record, spectra_.Load(*dataset->file, record.strSpectrumName),
-                          dataset->file->dataset);
+        return TakeJoined(record, spectra_.Load(file, name), file.dataset);
     }
 
     const BestRecords& Best() const { return best_; }
@@ -70,6 +113,7 @@ private:
     }
 
     const Parameters& parameters_;
+    const Datasets& datasets_;
     SpectraPool& spectra_;
     OutputFolder& output_;
     Counts& counts_;
@@ -101,14 +145,19 @@ void AnnotateAll(const std::vector<Vorlan::PeptideIdentification>& records, Anno
         bar.Step();
     }
     counts.Check();
+    if (counts.joinedByScan > 0) {
+        spdlog::info("{} records name a scan; their spectra were found by the scan number in the "
+                     "title",
+                     counts.joinedByScan);
+    }
 }
 
 /// Says what was lost, and gives the status that tells it.
 ExitStatus Conclude(const Parameters& parameters, const Counts& counts)
 {
     if (counts.HasLosses()) {
-        spdlog::warn("{} of {} records were not annotated and {} rows not read or cut; all reasons "
-                     "are in {}",
+        spdlog::warn("{} of {} records were not annotated, and {} rows, sections or queries not "
+                     "read or cut; all reasons are in {}",
                      counts.NotUsed(), counts.read, counts.LostRows(),
                      OneLine(parameters.out + "/summary.json"));
     }
@@ -122,13 +171,16 @@ ExitStatus Run(Parameters parameters)
     const LibraryOutput libraryOutput;
     RunResults results;
     // Parameters
-    OutputFolder output(parameters);
+    CheckOutput(parameters);
     // Spectra
-    SpectraPool spectra(parameters.spectra, output.ScratchPath());
+    ScratchFolder scratch;
+    SpectraPool spectra(parameters.spectra, scratch);
     // Identifications
     const std::vector<Vorlan::PeptideIdentification> records = Identify(parameters, results);
+    results.datasets = Resolve(parameters, spectra, records);
     // Annotation
-    Annotator annotator(parameters, spectra, output, results.counts);
+    OutputFolder output(parameters);
+    Annotator annotator(parameters, results.datasets, spectra, output, results.counts);
     AnnotateAll(records, annotator, results.counts);
     // Output
     output.Finish(records);

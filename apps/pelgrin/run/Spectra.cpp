@@ -1,7 +1,6 @@
 #include "run/Spectra.h"
 
 #include <filesystem>
-#include <fstream>
 
 #include <fmt/format.h>
 #include <spdlog/spdlog.h>
@@ -9,6 +8,7 @@
 #include "common/Failure.h"
 #include "common/Terminal.h"
 #include "files/FileLines.h"
+#include "run/DatasetResolver.h"
 
 namespace pelgrin {
 
@@ -17,29 +17,24 @@ namespace {
 /// Enters every name under which the library would index a spectrum of one of
 /// these title lines. The library is asked, so that the host needs no rules of
 /// its own: each title is written with one peak and read back.
-void AddNamesOf(const std::vector<std::string>& titleLines, Reason reason,
-                const std::string& scratchPath, SpectraFile& file)
+void AddNamesOf(const std::vector<std::string>& titleLines, Reason reason, ScratchFolder& scratch,
+                SpectraFile& file)
 {
     if (titleLines.empty()) {
         return;
     }
-    std::ofstream scratch(scratchPath, std::ios::binary | std::ios::trunc);
+    std::string text;
     for (const std::string& line : titleLines) {
-        scratch << "BEGIN IONS\n" << line << "\n1 1\nEND IONS\n";
-    }
-    scratch.close();
-    if (!scratch) {
-        throw Failure(fmt::format("{}: cannot be written", scratchPath));
+        text += "BEGIN IONS\n" + line + "\n1 1\nEND IONS\n";
     }
     Vorlan::MgfIO reader;
-    reader.InitLoad(scratchPath);
+    reader.InitLoad(scratch.Write("titles.mgf", text));
     std::vector<Vorlan::Spectrum> spectra;
     while (reader.bLoadNextSpectrum(spectra)) {
         file.unusable.emplace(spectra.back().strTitle, reason);
         spectra.clear();
     }
     reader.EndLoad();
-    std::ofstream(scratchPath, std::ios::binary | std::ios::trunc).close();
 }
 
 void Warn(const SpectraFile& file)
@@ -65,45 +60,62 @@ void Warn(const SpectraFile& file)
     }
 }
 
-SpectraFile OpenFile(const std::string& path, const std::string& scratchPath)
+SpectraFile OpenFile(const std::string& path, ScratchFolder& scratch)
 {
     SpectraFile file{path, FileNameOf(path), AuditMgf(path), {}};
-    AddNamesOf(file.audit.titlesWithoutPeaks, Reason::SpectrumWithoutPeaks, scratchPath, file);
-    AddNamesOf(file.audit.foreignTitles, Reason::SpectrumWithForeignTitle, scratchPath, file);
+    AddNamesOf(file.audit.titlesWithoutPeaks, Reason::SpectrumWithoutPeaks, scratch, file);
+    AddNamesOf(file.audit.foreignTitles, Reason::SpectrumWithForeignTitle, scratch, file);
     Warn(file);
     return file;
 }
 
 } // namespace
 
-SpectraPool::SpectraPool(const std::vector<std::string>& paths, const std::string& scratchPath)
+SpectraPool::SpectraPool(const std::vector<std::string>& paths, ScratchFolder& scratch)
 {
     std::vector<Vorlan::DatasetSource> sources;
     for (const std::string& path : paths) {
-        files_.push_back(OpenFile(path, scratchPath));
+        files_.push_back(OpenFile(path, scratch));
         const std::filesystem::path folder = std::filesystem::absolute(path).parent_path();
         sources.emplace_back(folder.string(), files_.back().dataset, Vorlan::DatasetType::Mgf);
-    }
-    for (const SpectraFile& file : files_) {
-        datasets_[file.dataset] = {&file, true};
-    }
-    for (const SpectraFile& file : files_) {
-        if (const auto name = WithoutMgfEnding(file.dataset)) {
-            datasets_.emplace(*name, Dataset{&file, false});
-        }
     }
     pool_.InitLoad(sources);
 }
 
-std::optional<SpectraPool::Dataset> SpectraPool::Find(const std::string& datasetName) const
+std::vector<std::string> SpectraPool::DatasetNames() const
 {
-    const auto hit = datasets_.find(datasetName);
-    return hit == datasets_.end() ? std::nullopt : std::optional<Dataset>(hit->second);
+    std::vector<std::string> names;
+    for (const SpectraFile& file : files_) {
+        names.push_back(file.dataset);
+    }
+    return names;
 }
 
 bool SpectraPool::Has(const SpectraFile& file, const std::string& spectrumName) const
 {
     return pool_.bHasSpectrum(file.dataset, spectrumName);
+}
+
+std::string SpectraPool::NameOf(const SpectraFile& file,
+                                const Vorlan::PeptideIdentification& record) const
+{
+    const std::string& name = record.strSpectrumName;
+    if (Has(file, name)) {
+        return name;
+    }
+    if (name.empty() || name.find_first_not_of("0123456789") != std::string::npos) {
+        return {};
+    }
+    const std::string stem = WithoutKnownEndings(file.dataset);
+    for (const std::string& charge : {"." + std::to_string(record.nCharge), std::string()}) {
+        for (const std::string& scan : {name, fmt::format("{:0>5}", name)}) {
+            std::string title = stem + "." + scan + "." + scan + charge;
+            if (Has(file, title)) {
+                return title;
+            }
+        }
+    }
+    return {};
 }
 
 Vorlan::Spectrum& SpectraPool::Load(const SpectraFile& file, const std::string& spectrumName)
@@ -119,19 +131,6 @@ Vorlan::Spectrum& SpectraPool::Load(const SpectraFile& file, const std::string& 
 std::string FileNameOf(const std::string& path)
 {
     return std::filesystem::path(path).filename().string();
-}
-
-std::optional<std::string> WithoutMgfEnding(const std::string& fileName)
-{
-    const std::size_t dot = fileName.size() < 5 ? std::string::npos : fileName.size() - 4;
-    if (dot == std::string::npos) {
-        return std::nullopt;
-    }
-    std::string ending = fileName.substr(dot);
-    for (char& c : ending) {
-        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    return ending == ".mgf" ? std::optional<std::string>(fileName.substr(0, dot)) : std::nullopt;
 }
 
 } // namespace pelgrin

@@ -21,9 +21,7 @@ Json FdrOf(const FdrPlan& plan)
 /// What only a run from a parameter file has.
 void AddFileParameters(const Parameters& parameters, Json& json)
 {
-    json["parameter_file"] = parameters.parameterFile;
     json["psms"] = parameters.psms;
-    json["modification_sources"] = parameters.modificationSources;
     json["shifted_ions"] = parameters.shiftedIons;
     json["fdr"] = parameters.fdr ? FdrOf(*parameters.fdr) : Json();
 }
@@ -47,7 +45,17 @@ Json JsonOf(const Parameters& parameters)
                  {"modifications", modifications},
                  {"min_shift", parameters.minShift},
                  {"out", parameters.out}};
+    if (!parameters.second.empty()) {
+        json["second"] = parameters.second;
+    }
+    if (!parameters.datasets.empty()) {
+        json["datasets"] = parameters.datasets;
+    }
     if (!parameters.parameterFile.empty()) {
+        json["parameter_file"] = parameters.parameterFile;
+        json["modification_sources"] = parameters.modificationSources;
+    }
+    if (parameters.isRun) {
         AddFileParameters(parameters, json);
     }
     return json;
@@ -104,6 +112,38 @@ Json ReasonsOf(const Counts& counts, std::uint64_t total, Select select)
     return json;
 }
 
+Json UnreadOf(const Counts& counts, bool isLoss)
+{
+    Json json = Json::object();
+    for (std::size_t i = 0; i < kUnread; ++i) {
+        if (IsLoss(static_cast<Unread>(i)) == isLoss) {
+            json[KeyOf(static_cast<Unread>(i))] = counts.unread[i];
+        }
+    }
+    return json;
+}
+
+Json JoinedOf(const Counts& counts)
+{
+    Json json = {{"total", counts.Joined()}};
+    for (std::size_t i = 0; i < kNameRules; ++i) {
+        json[KeyOf(static_cast<NameRule>(i))] = counts.joined[i];
+    }
+    return json;
+}
+
+/// Which file every dataset name was taken for.
+Json JsonOf(const Datasets& datasets, const SpectraPool& spectra)
+{
+    Json json = Json::object();
+    for (const auto& [name, hit] : datasets) {
+        if (hit) {
+            json[name] = {{"file", spectra.Files()[hit->file].dataset}, {"rule", KeyOf(hit->rule)}};
+        }
+    }
+    return json;
+}
+
 Json RecordsOf(const Counts& counts)
 {
     Json details = Json::object();
@@ -115,10 +155,8 @@ Json RecordsOf(const Counts& counts)
     const auto isNotJoined = [](Reason reason) { return IsNotJoined(reason); };
     const auto isSkipped = [](Reason reason) { return !IsNotJoined(reason); };
     return {{"read", counts.read},
-            {"joined",
-             {{"total", counts.joinedByName + counts.joinedWithoutEnding},
-              {"by_file_name", counts.joinedByName},
-              {"by_file_name_without_ending", counts.joinedWithoutEnding}}},
+            {"joined", JoinedOf(counts)},
+            {"joined_by_scan_in_title", counts.joinedByScan},
             {"not_joined", ReasonsOf(counts, counts.NotJoined(), isNotJoined)},
             {"skipped", ReasonsOf(counts, counts.Skipped(), isSkipped)},
             {"annotated", counts.annotated},
@@ -154,15 +192,15 @@ std::string SummaryOf(const Parameters& parameters, const SpectraPool& spectra,
                  {"version", PELGRIN_VERSION},
                  {"parameters", JsonOf(parameters)},
                  {"spectra", JsonOf(spectra, counts)},
-                 {"rows_not_read",
-                  {{"behind_empty_line", counts.rowsBehindEmptyLine},
-                   {"behind_long_line", counts.rowsBehindLongLine}}},
+                 {"datasets", JsonOf(results.datasets, spectra)},
+                 {"rows_not_read", UnreadOf(counts, true)},
                  {"rows_cut", counts.rowsCut},
+                 {"passed_over", UnreadOf(counts, false)},
                  {"records", RecordsOf(counts)},
                  {"ions", IonsOf(parameters, counts)},
                  {"bonds", JsonOf(counts.fragments, "asked", "matched")},
                  {"peaks", JsonOf(counts.peaks, "in_annotated_spectra", "annotated")}};
-    if (!parameters.parameterFile.empty()) {
+    if (parameters.isRun) {
         json["not_offered"] = parameters.notOffered;
         json["records"]["fdr_control"] = FdrRecordsOf(counts);
         Json groups = Json::array();

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "run/Counts.h"
+#include "run/DatasetResolver.h"
 #include "run/FdrControl.h"
 #include "run/Parameters.h"
 #include "run/Spectra.h"
@@ -15,6 +16,7 @@ namespace pelgrin {
 /// What became of the records of a run.
 struct RunResults {
     Counts counts;
+    Datasets datasets;
     std::vector<FdrGroup> fdr; ///< empty without FDR control
 };
 

@@ -1,0 +1,116 @@
+#include "files/MaxQuantAudit.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "CStringProcess.h"
+#include "common/Failure.h"
+#include "files/TableRows.h"
+
+namespace pelgrin {
+
+namespace {
+
+/// Follows the reader through both files: every number of a peptide takes the
+/// next row of msms.txt.
+class Walk {
+public:
+    Walk(const ResultFiles& files, const OnRecord& onRecord)
+        : files_(files), onRecord_(onRecord), matches_(files.path), peptides_(files.second)
+    {
+        highest_ = std::max({matches_.Highest({"Raw file", "Sequence", "Scan number", "Charge",
+                                               "Reverse", "Score"}),
+                             matches_.Column("Mass Error [ppm]", "Mass error [ppm]"),
+                             matches_.Highest({"m/z", "Proteins", "Retention time", "Modifications",
+                                               "Modified sequence"})});
+        peptidesHighest_ =
+            peptides_.Highest({"Amino acid before", "Amino acid after", "Proteins", "MS/MS IDs"});
+    }
+
+    ResultAudit Take()
+    {
+        const std::size_t ids = peptides_.Column("MS/MS IDs");
+        while (peptides_.Next(peptideAudit_)) {
+            if (!peptides_.Has(peptidesHighest_)) {
+                continue;
+            }
+            for (const std::string& id :
+                 Vorlan::CStringProcess::split(std::string(peptides_.Cell(ids)), ";")) {
+                TakeId(id);
+            }
+        }
+        while (NextMatch()) {
+            audit_.Add(Unread::RowNotNamed, matches_.Number());
+        }
+        return audit_;
+    }
+
+private:
+    /// Empty rows have no number.
+    bool NextMatch()
+    {
+        while (matches_.Next(audit_)) {
+            if (!matches_.Row().empty()) {
+                return true;
+            }
+            audit_.Add(Unread::BlankRow, matches_.Number());
+        }
+        return false;
+    }
+
+    void RefuseCutRow() const
+    {
+        if (peptideAudit_.cutsRow) {
+            throw Failure(fmt::format("{}:{}: a line of more than {} characters is cut: its "
+                                      "\"MS/MS IDs\" cannot be read",
+                                      files_.second, peptides_.Number(), kLongestLine));
+        }
+    }
+
+    void TakeId(const std::string& id)
+    {
+        if (!NextMatch()) {
+            audit_.Add(Unread::RowMissing, peptides_.Number());
+            return;
+        }
+        if (std::strtol(id.c_str(), nullptr, 10) != number_) {
+            RefuseCutRow();
+            throw Failure(fmt::format(
+                "{}:{}: \"MS/MS IDs\": expected {}, found \"{}\": the peptides must name the rows "
+                "of {} in their order, each once, from 0",
+                files_.second, peptides_.Number(), number_, id, files_.path));
+        }
+        ++number_;
+        if (!matches_.Has(highest_)) {
+            audit_.Add(Unread::ShortRow, matches_.Number());
+            return;
+        }
+        ++audit_.records;
+        if (onRecord_) {
+            onRecord_(matches_.Number());
+        }
+    }
+
+    const ResultFiles& files_;
+    const OnRecord& onRecord_;
+    TableRows matches_;
+    TableRows peptides_;
+    std::size_t highest_ = 0;
+    std::size_t peptidesHighest_ = 0;
+    long number_ = 0; ///< of the next row of msms.txt that is not empty
+    ResultAudit audit_;
+    ResultAudit peptideAudit_;
+};
+
+} // namespace
+
+ResultAudit AuditMaxQuant(const ResultFiles& files, const OnRecord& onRecord)
+{
+    return Walk(files, onRecord).Take();
+}
+
+} // namespace pelgrin

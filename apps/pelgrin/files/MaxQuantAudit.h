@@ -1,0 +1,15 @@
+// The host's own look at msms.txt and peptides.txt of MaxQuant.
+#ifndef PELGRIN_MAXQUANTAUDIT_H
+#define PELGRIN_MAXQUANTAUDIT_H
+
+#include "files/ResultAudit.h"
+
+namespace pelgrin {
+
+/// The second file is peptides.txt. Throws Failure, too, when the peptides do
+/// not name the rows of msms.txt as 0, 1, 2 and so on.
+ResultAudit AuditMaxQuant(const ResultFiles& files, const OnRecord& onRecord);
+
+} // namespace pelgrin
+
+#endif // PELGRIN_MAXQUANTAUDIT_H

@@ -1,0 +1,84 @@
+// The host's own look at a result file, before the library reads it.
+//
+// A reader passes over what gives no record without a word, and some end the
+// process for a file that is not as they want it. This look finds both before:
+// it counts the records that the reader will give and everything else in the
+// file under a reason, and it throws Failure, with file and line, where the
+// process would end.
+#ifndef PELGRIN_RESULTAUDIT_H
+#define PELGRIN_RESULTAUDIT_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "DataStructures.h"
+
+namespace pelgrin {
+
+/// Why a unit of a result file gives no record, or a part of one is not read.
+enum class Unread : std::size_t {
+    // Lost: matches may be missing.
+    BehindEmptyLine,
+    BehindLongLine,
+    ShortRow,
+    RowWithoutProtein,
+    RowNotNamed,
+    RowMissing,
+    OtherLayout,
+    FurtherRun,
+    // Passed over: not wanted, or nothing was there.
+    BlankRow,
+    LowerRank,
+    WithoutCandidate,
+    QueryWithoutHit,
+    FurtherHit,
+    FurtherProtein,
+};
+constexpr std::size_t kUnread = 14;
+
+/// The key in summary.json, such as "short_row".
+const char* KeyOf(Unread reason);
+/// The words of the report, such as "rows with too few cells".
+const char* TextOf(Unread reason);
+/// Matches may be missing, else all is as it should be.
+bool IsLoss(Unread reason);
+
+struct ResultAudit {
+    struct Count {
+        std::uint64_t units = 0;
+        std::uint64_t firstLine = 0; ///< where the first one is, or what ends the reading
+    };
+
+    std::uint64_t records = 0; ///< that the reader gives
+    std::array<Count, kUnread> unread;
+    std::uint64_t longLine = 0; ///< number of the line that ends the reading; 0 none
+    bool cutsRow = false;       ///< that line gives a record, of its beginning
+
+    void Add(Unread reason, std::uint64_t line);
+    const Count& Of(Unread reason) const { return unread[static_cast<std::size_t>(reason)]; }
+};
+
+/// A result file, and the second file that some formats need.
+struct ResultFiles {
+    std::string path;
+    std::string second; ///< peptides.txt of MaxQuant, list of modifications of MS-GF+; or empty
+};
+
+/// Told for every record, in order: the line in the file at which it begins.
+using OnRecord = std::function<void(std::uint64_t line)>;
+
+/// Throws Failure when a file cannot be read, or a table lacks a column.
+ResultAudit AuditResult(Vorlan::PepIdentType::EPepIdentType format, const ResultFiles& files,
+                        const OnRecord& onRecord = {});
+
+/// "psms.txt:12" of a record, counted from 0; the path alone when the file has
+/// no such record.
+std::string PlaceOfRecord(Vorlan::PepIdentType::EPepIdentType format, const ResultFiles& files,
+                          std::uint64_t record);
+
+} // namespace pelgrin
+
+#endif // PELGRIN_RESULTAUDIT_H

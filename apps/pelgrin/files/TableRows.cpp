@@ -1,0 +1,104 @@
+#include "files/TableRows.h"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+#include "CStringProcess.h"
+#include "common/Failure.h"
+
+namespace pelgrin {
+
+TableRows::TableRows(const std::string& path, Cells cells)
+    : path_(path), cells_(cells),
+      lines_(path, cells == Cells::Quoted ? FileLines::Mode::Binary : FileLines::Mode::Text)
+{
+    lines_.Next(line_);
+    Clean();
+    Vorlan::CStringProcess::GetAttributesFromFirstRow(line_.begin, columns_, "\t");
+}
+
+std::size_t TableRows::Column(const std::string& name) const
+{
+    const auto column = columns_.find(name);
+    if (column == columns_.end()) {
+        MissingColumn(fmt::format("\"{}\"", name));
+    }
+    return static_cast<std::size_t>(column->second);
+}
+
+std::size_t TableRows::Column(const std::string& name, const std::string& otherName) const
+{
+    if (columns_.count(name) == 0 && columns_.count(otherName) == 0) {
+        MissingColumn(fmt::format("\"{}\" or \"{}\"", name, otherName));
+    }
+    return Column(columns_.count(name) > 0 ? name : otherName);
+}
+
+std::size_t TableRows::Highest(std::initializer_list<const char*> names) const
+{
+    std::size_t highest = 0;
+    for (const char* const name : names) {
+        highest = std::max(highest, Column(name));
+    }
+    return highest;
+}
+
+bool TableRows::Next(ResultAudit& audit)
+{
+    if (line_.length > kLongestLine) {
+        audit.longLine = line_.number;
+        const std::uint64_t end = line_.number;
+        while (lines_.Next(line_)) {
+            if (!line_.begin.empty()) {
+                audit.Add(Unread::BehindLongLine, end);
+            }
+        }
+        line_ = {};
+        return false;
+    }
+    if (!lines_.Next(line_)) {
+        return false;
+    }
+    audit.cutsRow = line_.length > kLongestLine;
+    Clean();
+    return true;
+}
+
+std::string_view TableRows::Cell(std::size_t column) const
+{
+    std::size_t begin = 0;
+    for (; column > 0; --column) {
+        begin = line_.begin.find('\t', begin);
+        if (begin == std::string::npos) {
+            return {};
+        }
+        ++begin;
+    }
+    return std::string_view(line_.begin).substr(begin, line_.begin.find('\t', begin) - begin);
+}
+
+bool TableRows::Has(std::size_t column) const
+{
+    const auto tabs = std::count(line_.begin.begin(), line_.begin.end(), '\t');
+    return !line_.begin.empty() && static_cast<std::size_t>(tabs) >= column;
+}
+
+void TableRows::Clean()
+{
+    if (cells_ == Cells::Plain) {
+        return;
+    }
+    std::string& text = line_.begin;
+    if (!text.empty() && text.back() == '\r') {
+        text.pop_back();
+    }
+    text.erase(std::remove(text.begin(), text.end(), '"'), text.end());
+}
+
+void TableRows::MissingColumn(const std::string& names) const
+{
+    throw Failure(fmt::format("{}:1: expected a column named {} in the header line", path_, names));
+}
+
+} // namespace pelgrin

@@ -1,0 +1,124 @@
+// docs/pelgrin.md against the program: options, formats, reasons, messages.
+#include <regex>
+#include <set>
+
+#include "HostProgram.h"
+#include "files/ResultAudit.h"
+#include "run/Counts.h"
+#include "run/DatasetResolver.h"
+
+namespace pelgrin::test {
+namespace {
+
+using testing::HasSubstr;
+using Vorlan::test::ReadFile;
+
+/// The part of the page below a heading, up to the next one.
+std::string Chapter(const std::string& heading)
+{
+    const std::string page = ReadFile(PELGRIN_DOCS "/pelgrin.md");
+    const std::size_t begin = page.find("\n## " + heading + "\n");
+    if (begin == std::string::npos) {
+        ADD_FAILURE() << "no chapter " << heading;
+        return {};
+    }
+    return page.substr(begin, page.find("\n## ", begin + 1) - begin);
+}
+
+/// The long options in a text that stand behind front.
+std::set<std::string> OptionsIn(const std::string& text, const std::string& front)
+{
+    std::set<std::string> options;
+    const std::regex option(front + "(--[a-z-]+)");
+    for (std::sregex_iterator hit(text.begin(), text.end(), option), end; hit != end; ++hit) {
+        options.insert((*hit)[1]);
+    }
+    return options;
+}
+
+/// The first column of the tables in a chapter.
+std::string FirstColumn(const std::string& chapter)
+{
+    std::string column;
+    const std::regex row("\n\\| (`--[^|]*)\\|");
+    for (std::sregex_iterator hit(chapter.begin(), chapter.end(), row), end; hit != end; ++hit) {
+        column += (*hit)[1];
+    }
+    return column;
+}
+
+TEST(PelgrinDocs, ListEveryOptionOfTheHelp)
+{
+    for (const auto& [command, heading] : std::map<std::string, std::string>{
+             {"annotate", "Which ions of my peptides are in the spectra?"},
+             {"convert", "How do I turn a result into the native table?"}}) {
+        SCOPED_TRACE(command);
+        std::set<std::string> helped = OptionsIn(RunPelgrin({command, "--help"}).out, "\n  ");
+        helped.erase("--help");
+        EXPECT_GE(helped.size(), 6U);
+        EXPECT_EQ(OptionsIn(FirstColumn(Chapter(heading)), "`"), helped);
+    }
+    EXPECT_THAT(RunPelgrin({"run", "--help"}).out, HasSubstr("\n  --dataset NAME=FILE"));
+    EXPECT_THAT(Chapter("How do I do a whole run?"), HasSubstr("--dataset NAME=FILE"));
+}
+
+TEST(PelgrinDocs, ListEveryFormatThatCanBeRead)
+{
+    const std::string chapter = Chapter("What does the result of my search engine need?");
+    const std::string help = RunPelgrin({"convert", "--help"}).out;
+    const std::size_t line = help.find("its format: ");
+    const std::string choices = help.substr(line, help.find('\n', line) - line);
+    const std::regex quoted("\"([^\"]+)\"");
+    int formats = 0;
+    for (std::sregex_iterator hit(choices.begin(), choices.end(), quoted), end; hit != end; ++hit) {
+        EXPECT_THAT(chapter, HasSubstr("`" + (*hit)[1].str() + "`"));
+        ++formats;
+    }
+    EXPECT_EQ(formats, 8);
+}
+
+TEST(PelgrinDocs, ListEveryReasonUnderItsKind)
+{
+    const std::string chapter = Chapter("What of a result gives no record?");
+    const std::size_t second = chapter.find("in `passed_over`");
+    for (std::size_t i = 0; i < kUnread; ++i) {
+        const auto reason = static_cast<Unread>(i);
+        const std::size_t place = chapter.find("\n| `" + std::string(KeyOf(reason)) + "` |");
+        ASSERT_NE(place, std::string::npos) << KeyOf(reason);
+        EXPECT_EQ(place < second, IsLoss(reason)) << KeyOf(reason);
+    }
+}
+
+TEST(PelgrinDocs, ListTheRulesForDatasetNamesInTheirOrder)
+{
+    const std::string chapter = Chapter("How do a record and a spectrum meet?");
+    std::size_t place = 0;
+    for (std::size_t i = 0; i < kNameRules; ++i) {
+        const std::string key = std::string("| `") + KeyOf(static_cast<NameRule>(i)) + "` |";
+        const std::size_t next = chapter.find(key);
+        ASSERT_NE(next, std::string::npos) << key;
+        EXPECT_GT(next, place) << key;
+        place = next;
+    }
+}
+
+TEST(PelgrinDocs, ShowWhatConvertPrints)
+{
+    PELGRIN_NEEDS_REAL_DATA();
+    const Vorlan::test::TempFolder folder;
+    const Outcome outcome =
+        RunPelgrin({"convert", "--format", "Comet (.pep.xml)", "--in",
+                    Vorlan::test::RealDataFolder() + "/comet/F13_set/closed/F13.pep.xml", "--mod",
+                    "Oxidation (M)=15.9949", "--mod", "Carbamidomethyl (C)=57.021464", "--mod",
+                    "Acetyl (Protein N-term)=42.010565", "--out", folder.PathOf("run01.txt")});
+    std::string expected;
+    for (std::size_t begin = 0, end = 0; begin < outcome.out.size(); begin = end + 1) {
+        end = outcome.out.find('\n', begin);
+        expected += "    " + outcome.out.substr(begin, end - begin) + "\n";
+    }
+    expected.replace(expected.find(folder.Path() + "/"), folder.Path().size() + 1, "");
+    EXPECT_THAT(Chapter("How do I turn a result into the native table?"), HasSubstr(expected));
+}
+
+} // namespace
+} // namespace pelgrin::test
