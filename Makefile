@@ -10,17 +10,18 @@ FUZZ_SECONDS ?= 60
 export JOBS FUZZ_SECONDS
 
 .DEFAULT_GOAL := help
-.PHONY: help demo test bench fuzz format check clean
+.PHONY: help demo demo-search test bench fuzz format check clean
 
 help:
 	@echo "PelgrinDLL"
-	@echo "  make demo    annotate the example data with pelgrin and show what was found"
-	@echo "  make test    build everything with warnings as errors and run every test"
-	@echo "  make bench   build and run the benchmarks"
-	@echo "  make fuzz    run each fuzz target for FUZZ_SECONDS ($(FUZZ_SECONDS)) seconds"
-	@echo "  make format  lay out all sources with clang-format"
-	@echo "  make check   all checks, as they run before a change is taken"
-	@echo "  make clean   remove build/"
+	@echo "  make demo         annotate the example data with pelgrin and show what was found"
+	@echo "  make demo-search  let Comet search invented spectra, and pelgrin read what it finds"
+	@echo "  make test         build everything with warnings as errors and run every test"
+	@echo "  make bench        build and run the benchmarks"
+	@echo "  make fuzz         run each fuzz target for FUZZ_SECONDS ($(FUZZ_SECONDS)) seconds"
+	@echo "  make format       lay out all sources with clang-format"
+	@echo "  make check        all checks, as they run before a change is taken"
+	@echo "  make clean        remove build/"
 	@echo "Missing Debian packages are installed first, with sudo where needed."
 
 demo:
@@ -28,8 +29,13 @@ demo:
 	@scripts/build release
 	@examples/demo.sh build/release build/demo
 
+demo-search:
+	@scripts/install-packages library search
+	@scripts/build release pelgrin make_search_data check_search
+	@examples/search.sh build/release build/demo-search
+
 test:
-	@scripts/install-packages library tests
+	@scripts/install-packages library tests search
 	@scripts/build dev
 	@scripts/run-tests dev
 
