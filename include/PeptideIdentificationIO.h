@@ -346,6 +346,8 @@ public:
     ///
     /// \throws OpenMS::Exception::FileNotReadable with the path, label
     ///         "Pfind3PepIdentIO::Load".
+    /// Lets pass what CModificationsDBEngine::getInstance throws for a database
+    /// that the parameters name and that was not read with them.
     void Load(std::vector<PeptideIdentification>& vMatches) override;
 
     void EndLoad() override;

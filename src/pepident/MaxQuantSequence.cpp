@@ -2,6 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
+#include <tuple>
+#include <utility>
 
 #include "CStringProcess.h"
 #include "pepident/PeptideIdentificationErrors.h"
@@ -30,11 +33,20 @@ std::size_t LengthOfCount(std::string_view name)
     return end != std::string_view::npos && end > 0 && name[end] == ' ' ? end + 1 : 0;
 }
 
+/// The first two letters in lower case.
+using Letters = std::pair<char, char>;
+
+Letters FirstLetters(std::string_view text)
+{
+    const auto letter = [text](std::size_t i) {
+        return i < text.size() ? ToLowerAscii(text[i]) : '\0';
+    };
+    return {letter(0), letter(1)};
+}
+
 bool StandsFor(std::string_view tag, std::string_view name)
 {
-    return tag == name
-           || (tag.size() == 2
-               && LowerAscii(std::string(tag)) == LowerAscii(std::string(name.substr(0, 2))));
+    return tag == name || (tag.size() == 2 && FirstLetters(tag) == FirstLetters(name));
 }
 
 /// A name taken apart: "Phospho (STY)", "Acetyl (Protein N-term)".
@@ -74,8 +86,8 @@ bool Fits(const Name& name, const TagPlace& place)
     return place.before > 0 && name.site.find(place.residue) != std::string_view::npos;
 }
 
-/// The name that a tag stands for; empty when there is none.
-std::string_view NameOf(std::string_view tag, const std::vector<std::string>& names,
+/// The name of a list that a tag stands for; empty when there is none.
+std::string_view NameIn(const std::vector<std::string>& names, std::string_view tag,
                         const TagPlace& place)
 {
     std::string_view first;
@@ -104,25 +116,59 @@ std::string PositionOf(const Name& name)
            + (name.IsNTerm() ? "N-term" : "C-term");
 }
 
-double MassOf(const Name& name, const TagPlace& place,
-              const std::vector<IdentModification>& specified)
-{
-    for (const IdentModification& mod : specified) {
-        const std::string spelled = NameWithSite(mod);
-        if (spelled == name.whole || (mod.strName == name.bare && Fits(Name(spelled), place))) {
-            return mod.dMass;
+/// What a sequence is read with: its names and the specified modifications.
+class Meanings {
+public:
+    Meanings(const std::vector<std::string>& names, const std::vector<IdentModification>& specified)
+        : names_(names), specified_(specified)
+    {
+        for (const IdentModification& mod : specified) {
+            specifiedNames_.push_back(NameWithSite(mod));
         }
     }
-    return 0.0;
-}
 
-IdentModification Modification(const Name& name, const TagPlace& place,
-                               const std::vector<IdentModification>& specified)
+    /// The name that a tag stands for; empty when there is none. A row may repeat
+    /// a tag thousands of times.
+    std::string_view NameOf(std::string_view tag, const TagPlace& place)
+    {
+        const auto [answer, isNew] = answers_.try_emplace(
+            std::make_tuple(tag, place.residue, place.before == 0, place.isLast));
+        std::string_view& name = answer->second;
+        if (isNew) {
+            name = NameIn(names_, tag, place);
+            if (name.empty()) {
+                name = NameIn(specifiedNames_, tag, place);
+            }
+        }
+        return name;
+    }
+
+    /// Da; 0 for a name that is not specified for this place.
+    double MassOf(const Name& name, const TagPlace& place) const
+    {
+        for (std::size_t i = 0; i < specified_.size(); ++i) {
+            const std::string& spelled = specifiedNames_[i];
+            if (spelled == name.whole
+                || (specified_[i].strName == name.bare && Fits(Name(spelled), place))) {
+                return specified_[i].dMass;
+            }
+        }
+        return 0.0;
+    }
+
+private:
+    const std::vector<std::string>& names_;
+    const std::vector<IdentModification>& specified_;
+    std::vector<std::string> specifiedNames_;
+    std::map<std::tuple<std::string_view, char, bool, bool>, std::string_view> answers_;
+};
+
+IdentModification Modification(const Name& name, const TagPlace& place, double mass)
 {
     IdentModification mod;
     mod.strName = name.whole;
     mod.strPosition = PositionOf(name);
-    mod.dMass = MassOf(name, place, specified);
+    mod.dMass = mass;
     mod.nPos = static_cast<std::int32_t>(place.before);
     if (name.IsNTerm()) {
         mod.strSite = "N-term";
@@ -183,10 +229,7 @@ std::vector<IdentModification> ModificationsIn(std::string_view modifiedSequence
                                                const std::vector<std::string>& names,
                                                const std::vector<IdentModification>& specified)
 {
-    std::vector<std::string> specifiedNames;
-    for (const IdentModification& mod : specified) {
-        specifiedNames.push_back(NameWithSite(mod));
-    }
+    Meanings meanings(names, specified);
     const std::size_t length = CountResidues(modifiedSequence);
     std::vector<IdentModification> mods;
     TagPlace place;
@@ -199,14 +242,11 @@ std::vector<IdentModification> ModificationsIn(std::string_view modifiedSequence
             const std::size_t end = ClosingOf(modifiedSequence, i);
             const std::string_view tag = modifiedSequence.substr(i + 1, end - i - 1);
             place.isLast = place.before == length;
-            std::string_view name = NameOf(tag, names, place);
-            if (name.empty()) {
-                name = NameOf(tag, specifiedNames, place);
-            }
-            if (name.empty()) {
+            const Name name(meanings.NameOf(tag, place));
+            if (name.whole.empty()) {
                 errors::AbbreviationUnknown(std::string(tag));
             }
-            mods.push_back(Modification(Name(name), place, specified));
+            mods.push_back(Modification(name, place, meanings.MassOf(name, place)));
             i = end;
         }
     }

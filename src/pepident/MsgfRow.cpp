@@ -127,8 +127,11 @@ void ReadModifications(const MsgfModifications& modifications, PeptideIdentifica
         if (known == nullptr) {
             errors::MassTextUnknown(std::string(mass));
         }
-        match.vMods.push_back(*known);
-        match.vMods.back().nPos = static_cast<std::int32_t>(sequence.size());
+        IdentModification& mod = match.vMods.emplace_back(*known);
+        mod.nPos = static_cast<std::int32_t>(sequence.size());
+        if (mod.strSite == "*" && !sequence.empty()) {
+            mod.strSite = sequence.back();
+        }
     }
     sequence.append(view, read, std::string_view::npos);
 }

@@ -31,7 +31,18 @@ std::string SpectrumFileOf(std::string_view inputPath)
 
 std::string_view ValueOf(std::string_view line, std::string_view key)
 {
-    return line.substr(0, key.size()) == key ? line.substr(key.size()) : std::string_view();
+    if (line.substr(0, key.size()) != key) {
+        return {};
+    }
+    line.remove_prefix(key.size());
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+    while (!line.empty() && isBlank(line.front())) {
+        line.remove_prefix(1);
+    }
+    while (!line.empty() && isBlank(line.back())) {
+        line.remove_suffix(1);
+    }
+    return line;
 }
 
 // Deliberate: B-64. The lines of a section are known by their places; the keys
@@ -39,7 +50,7 @@ std::string_view ValueOf(std::string_view line, std::string_view key)
 bool SectionReader::Read(PeptideIdentification& match)
 {
     const std::string_view input = ValueOf(Next(), "Input=");
-    match.strSpectrumName = input.substr(0, input.find(' '));
+    match.strSpectrumName = input.substr(0, input.find_first_of(" \t"));
     const std::int32_t charge = CountOf(Next(), "Charge=");
     match.nCharge = static_cast<std::uint64_t>(charge);
     match.dObsMH = NumberOf(Next(1), "MH=");

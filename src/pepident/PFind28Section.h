@@ -17,7 +17,8 @@ namespace Vorlan::pfind {
 /// trailing ones not counted.
 std::string SpectrumFileOf(std::string_view inputPath);
 
-/// The value of a line "<key><value>"; empty when it begins otherwise.
+/// The value of a line "<key><value>", without blanks around it; empty when the
+/// line begins otherwise.
 std::string_view ValueOf(std::string_view line, std::string_view key);
 
 /// Reads the sections of one file.
