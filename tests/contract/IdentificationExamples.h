@@ -17,8 +17,14 @@ struct IdentificationExample {
     std::string fileName;
     std::string text;                       ///< line feeds alone, the last line ends with one
     std::vector<std::string> spectrumNames; ///< of its matches, in order
-    std::string loadLabel;                  ///< the label of FileNotReadable
-    bool writes;                            ///< Save writes what Load reads
+    std::string loadLabel;                  ///< the label of FileNotReadable; empty: see B-68
+    bool writes = false;                    ///< Save writes what Load reads
+    std::string secondName = {};            ///< of a second file that is needed
+    std::string secondText = {};
+
+    /// A file that cannot be opened is told and no exception (B-68). Nothing stays
+    /// open, for writing neither.
+    bool IsPepXml() const { return loadLabel.empty(); }
 };
 
 const std::vector<IdentificationExample>& IdentificationExamples();

@@ -6,9 +6,11 @@
 #include "CStringProcess.h"
 #include "InitFile.h"
 #include "ModificationDB.h"
+#include "PeptideIdentificationIO.h"
 #include "SpectraIO.h"
 #include "XmlDocument.h"
 #include "docs/Page.h"
+#include "support/ProcessEnd.h"
 #include "support/Support.h"
 
 namespace Vorlan {
@@ -92,6 +94,25 @@ Printed PrintedBy(const std::function<void()>& call)
     return {testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
 }
 
+/// Loads the file a.txt of folder; second: a second file beside it, or nothing.
+template <typename Reader>
+void LoadFrom(const std::string& folder, const std::string& second = "")
+{
+    PepIdentSource source(folder, "a.txt", PepIdentType::Unknown);
+    source.strThird = folder;
+    source.strFourth = second;
+    Reader reader;
+    reader.InitLoad(source);
+    std::vector<PeptideIdentification> matches;
+    reader.Load(matches);
+}
+
+const char kMsgfHeader[] = "#SpecFile\tScanNum\tPeptide\tCharge\tPrecursor\tPrecursorError(ppm)\t"
+                           "SpecEValue\tProtein\n";
+const char kMatchHeader[] =
+    "Raw file\tSequence\tScan number\tCharge\tReverse\tScore\tMass Error [ppm]\tm/z\tProteins\t"
+    "Retention time\tModifications\tModified sequence\n";
+
 TEST(ErrorMessages, EveryMessageIsListedWithItsStream)
 {
     std::vector<Row> provoked;
@@ -111,6 +132,12 @@ TEST(ErrorMessages, EveryMessageIsListedWithItsStream)
     add([] { EXPECT_ANY_THROW(InitFile().Load("/no/file.ini")); }, "/no/file.ini", "<path>");
     add([] { CModificationsDBUnimod::getInstance("/no/file.xml"); }, "Can not open file!",
         "<text of the CXmlException>");
+    add([] { LoadFrom<CometPepXMLPepIdentIO>("/no/folder"); }, "Can not open file!",
+        "<text of the CXmlException>");
+    const test::TempFolder folder;
+    folder.Write("a.txt", kMsgfHeader);
+    folder.Write("mods.txt", "C1?,K,opt,any,a\n");
+    add([&] { LoadFrom<MSGFTSVPepIdentIO>(folder.Path(), "mods.txt"); }, "", "");
 
     std::vector<Row> listed;
     for (const Row& row : test::RowsUnder("errors.md", "Messages")) {
@@ -151,12 +178,22 @@ protected:
     void ExpectEnd(std::size_t number, const std::string& value, const std::string& placeholder,
                    const std::function<void()>& call) const
     {
-        const Row row = test::RowsUnder("errors.md", "Ends of the process").at(number);
+        const Row row = Ends().at(number);
         std::string text =
             test::WithoutTicks(row.at(3)) + "\n" + test::WithoutTicks(row.at(4)) + "\n";
         text = Replaced(Replaced(text, "<tab>", "\t"), placeholder, value);
         EXPECT_EXIT(call(), testing::ExitedWithCode(1), testing::StrEq(text));
     }
+
+    /// The same for a row of one text, which is told on standard output.
+    static void ExpectEndOnOutput(std::size_t number, const std::string& value,
+                                  const std::function<void()>& call)
+    {
+        const std::string text = test::WithoutTicks(Ends().at(number).at(3)) + "\n";
+        test::ExpectEndOnOutput(call, Replaced(Replaced(text, "<tab>", "\t"), "<column>", value));
+    }
+
+    static std::vector<Row> Ends() { return test::RowsUnder("errors.md", "Ends of the process"); }
 
     const test::TempFolder folder_;
 };
@@ -164,9 +201,12 @@ protected:
 TEST_F(ErrorMessagesDeathTest, EveryEndIsTestedHere)
 {
     EXPECT_THAT(Column("Ends of the process", 1),
-                testing::ElementsAre("readers of modification tables (B-44)",
-                                     "readers of modification tables (B-44)",
-                                     "CModificationsDB::writeToFile"));
+                testing::ElementsAre(
+                    "readers of modification tables (B-44)",
+                    "readers of modification tables (B-44)", "CModificationsDB::writeToFile",
+                    "MSGFTSVPepIdentIO::Load (B-66)", "MaxQuantTXTPepIdentIO::Load (B-66)",
+                    "MaxQuantTXTPepIdentIO::Load (B-66)", "MaxQuantTXTPepIdentIO::Load (B-62)",
+                    "Pfind3PepIdentIO::Load (B-66)"));
 }
 
 TEST_F(ErrorMessagesDeathTest, B44_AMissingColumn)
@@ -197,6 +237,34 @@ TEST_F(ErrorMessagesDeathTest, B44_ALineThatLacksANamedColumn)
 TEST_F(ErrorMessagesDeathTest, B40_ARecordWithoutTermSpecificityIsWritten)
 {
     ExpectEnd(2, "", "<>", [&] { BrokenDatabase().writeToFile(folder_.PathOf("dump.txt")); });
+}
+
+TEST_F(ErrorMessagesDeathTest, B66_AColumnOfAnEngineIsMissing)
+{
+    folder_.Write("a.txt", "#SpecFile\tScanNum\n");
+    ExpectEndOnOutput(3, "Peptide", [&] { LoadFrom<MSGFTSVPepIdentIO>(folder_.Path()); });
+    folder_.Write("a.txt", "Raw file\n");
+    folder_.Write("peptides.txt", "Amino acid before\n");
+    ExpectEndOnOutput(4, "Sequence", [&] { LoadFrom<MaxQuantTXTPepIdentIO>(folder_.Path()); });
+    folder_.Write("a.txt", kMatchHeader);
+    ExpectEndOnOutput(5, "Amino acid after",
+                      [&] { LoadFrom<MaxQuantTXTPepIdentIO>(folder_.Path()); });
+    folder_.Write("a.txt", "File_Name\tScan_No\n");
+    ExpectEndOnOutput(7, "Sequence", [&] { LoadFrom<Pfind3PepIdentIO>(folder_.Path()); });
+}
+
+TEST_F(ErrorMessagesDeathTest, B66_APrecursorErrorHasNoUnit)
+{
+    folder_.Write("a.txt", "#SpecFile\tScanNum\tPeptide\tCharge\tPrecursor\tSpecEValue\tProtein\n");
+    ExpectEndOnOutput(3, "PrecursorError", [&] { LoadFrom<MSGFTSVPepIdentIO>(folder_.Path()); });
+}
+
+TEST_F(ErrorMessagesDeathTest, B62_PeptidesListTheRowsInAnotherOrder)
+{
+    folder_.Write("a.txt", std::string(kMatchHeader) + test::Repeat("a\t", 11) + "a\n");
+    folder_.Write("peptides.txt",
+                  "Amino acid before\tAmino acid after\tProteins\tMS/MS IDs\nK\tR\tP\t1\n");
+    ExpectEndOnOutput(6, "", [&] { LoadFrom<MaxQuantTXTPepIdentIO>(folder_.Path()); });
 }
 
 } // namespace

@@ -145,19 +145,39 @@ TEST(ErrorTable, ListsEveryExceptionOfSpectraIO)
     EXPECT_EQ(RowsOf("SpectraIO"), provoked.rows);
 }
 
-TEST(ErrorTable, ListsEveryExceptionOfPeptideIdentificationIO)
+/// Loads a file of no folder.
+template <typename Reader>
+void LoadNothing()
+{
+    Reader reader;
+    reader.InitLoad(PepIdentSource("/no/folder", "psms.txt", reader.eGetType()));
+    std::vector<PeptideIdentification> matches;
+    reader.Load(matches);
+}
+
+/// Loads files of these texts, the second one when it has a text.
+template <typename Reader>
+void LoadText(const std::string& text, const std::string& second = "")
 {
     const test::TempFolder folder;
-    folder.Write("table.txt", "Spectrum Name\n");
-    const auto load = [](const std::string& place, const std::string& name) {
-        TulkTXTPepIdentIO reader;
-        reader.InitLoad(PepIdentSource(place, name, PepIdentType::CalvexTxt));
-        std::vector<PeptideIdentification> matches;
-        reader.Load(matches);
-    };
-    Provoked provoked;
-    provoked.Add([&] { load("/no/folder", "psms.txt"); }, {{"/no/folder\\psms.txt", "<path>"}});
-    provoked.Add([&] { load(folder.Path(), "table.txt"); }, {{"Dataset Name", "<column>"}});
+    folder.Write("table.txt", text);
+    PepIdentSource source(folder.Path(), "table.txt", PepIdentType::Unknown);
+    if (!second.empty()) {
+        folder.Write("second.txt", second);
+        source.strThird = folder.Path();
+        source.strFourth = "second.txt";
+    }
+    Reader reader;
+    reader.InitLoad(source);
+    std::vector<PeptideIdentification> matches;
+    reader.Load(matches);
+}
+
+void ProvokeNativeTable(Provoked& provoked)
+{
+    provoked.Add([] { LoadNothing<TulkTXTPepIdentIO>(); }, {{"/no/folder\\psms.txt", "<path>"}});
+    provoked.Add([] { LoadText<TulkTXTPepIdentIO>("Spectrum Name\n"); },
+                 {{"Dataset Name", "<column>"}});
     provoked.Add(
         [] {
             TulkTXTPepIdentIO writer;
@@ -165,6 +185,57 @@ TEST(ErrorTable, ListsEveryExceptionOfPeptideIdentificationIO)
             writer.Save({});
         },
         {{"/no/folder/out.txt", "<path>"}});
+}
+
+void ProvokePepXml(Provoked& provoked)
+{
+    provoked.Add([] {
+        std::vector<IdentModification> mods;
+        MSFraggerPepXMLPepIdentIO().getMod(mods, 1000.0, 1, 'K', 'R', 'A');
+    });
+    provoked.Add(
+        [] {
+            const IdentModification mod("a", 1.0, "K", "Somewhere", 0);
+            MSFraggerPepXMLPepIdentIO().SatisfySpecificity(mod, 1, 'K', 'R', 'A');
+        },
+        {{"'Somewhere'", "'<position type>'"}});
+}
+
+void ProvokeEngineTables(Provoked& provoked)
+{
+    const Placeholders path = {{"/no/folder\\psms.txt", "<path>"}};
+    provoked.Add([] { LoadNothing<MSGFTSVPepIdentIO>(); }, path);
+    provoked.Add(534,
+                 [] {
+                     LoadText<MSGFTSVPepIdentIO>(
+                         "#SpecFile\tScanNum\tPeptide\tCharge\tPrecursor\t"
+                         "PrecursorError(ppm)\tSpecEValue\tProtein\n"
+                         "a.mgf\t1\tPEP+1.5K\t2\t1\t1\t1\tP(pre=K,post=R)\n");
+                 },
+                 {{"'+1.5'", "'<mass>'"}});
+    provoked.Add([] { LoadNothing<MaxQuantTXTPepIdentIO>(); }, path);
+    provoked.Add(
+        1011,
+        [] {
+            LoadText<MaxQuantTXTPepIdentIO>(
+                "Raw file\tSequence\tScan number\tCharge\tReverse\tScore\tMass Error [ppm]\t"
+                "m/z\tProteins\tRetention time\tModifications\tModified sequence\n"
+                "a\tPEPK\t1\t2\t\t1\t1\t1\tP\t1\tOxidation (M)\t_PEP(no)K_\n",
+                "Amino acid before\tAmino acid after\tProteins\tMS/MS IDs\nK\tR\tP\t0\n");
+        },
+        {{"'no'", "'<abbreviation>'"}});
+    provoked.Add([] { LoadNothing<Pfind3PepIdentIO>(); }, path);
+    provoked.Add([] { LoadNothing<PfindTXTPepIdentIO>(); }, path);
+    provoked.Add([] { LoadNothing<SequestTXTPepIdentIO>(); }, path);
+    provoked.Add([] { LoadText<SequestTXTPepIdentIO>("Sequence\n"); }, {{"Rank", "<column>"}});
+}
+
+TEST(ErrorTable, ListsEveryExceptionOfPeptideIdentificationIO)
+{
+    Provoked provoked;
+    ProvokeNativeTable(provoked);
+    ProvokePepXml(provoked);
+    test::OutputOf([&] { ProvokeEngineTables(provoked); }); // the progress of some
     EXPECT_EQ(RowsOf("PeptideIdentificationIO"), provoked.rows);
 }
 

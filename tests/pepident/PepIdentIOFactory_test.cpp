@@ -1,17 +1,32 @@
+#include <typeinfo>
+
 #include "PeptideIdentificationIO.h"
 #include "support/Support.h"
 
 namespace Vorlan::test {
 namespace {
 
-TEST(PepIdentIOFactory, MakesTheReaderOfTheNativeTable)
+template <typename Reader>
+void ExpectReader(PepIdentType::EPepIdentType type)
 {
-    PeptideIdentificationIO* pReader = PepIdentIOFactory::pGetPepIdentIO(PepIdentType::CalvexTxt);
-    ASSERT_NE(pReader, nullptr);
-    EXPECT_NE(dynamic_cast<TulkTXTPepIdentIO*>(pReader), nullptr);
-    EXPECT_EQ(pReader->eGetType(), PepIdentType::CalvexTxt);
+    PeptideIdentificationIO* pReader = PepIdentIOFactory::pGetPepIdentIO(type);
+    ASSERT_NE(pReader, nullptr) << type;
+    EXPECT_TRUE(typeid(*pReader) == typeid(Reader)) << type;
+    EXPECT_EQ(pReader->eGetType(), type);
     PepIdentIOFactory::DesctroyPepIdentIO(pReader);
     EXPECT_EQ(pReader, nullptr);
+}
+
+TEST(PepIdentIOFactory, MakesTheReaderOfEachType)
+{
+    ExpectReader<PfindTXTPepIdentIO>(PepIdentType::Pfind28Txt);
+    ExpectReader<MSFraggerPepXMLPepIdentIO>(PepIdentType::MsFraggerPepXml);
+    ExpectReader<SequestTXTPepIdentIO>(PepIdentType::SequestTxt);
+    ExpectReader<MaxQuantTXTPepIdentIO>(PepIdentType::MaxQuant);
+    ExpectReader<TulkTXTPepIdentIO>(PepIdentType::CalvexTxt);
+    ExpectReader<Pfind3PepIdentIO>(PepIdentType::Pfind3Spectra);
+    ExpectReader<MSGFTSVPepIdentIO>(PepIdentType::MsgfTsv);
+    ExpectReader<CometPepXMLPepIdentIO>(PepIdentType::CometPepXml);
 }
 
 TEST(PepIdentIOFactory, MakesNothingForTypesThatHaveNoReader)

@@ -1,0 +1,106 @@
+#include "pepident/ReaderSteps.h"
+
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/Exceptions.h"
+#include "support/Support.h"
+
+namespace Vorlan::test {
+namespace {
+
+TEST(ReaderSteps, FolderAndNameAreJoinedByOneBackslash)
+{
+    const std::vector<std::pair<std::string, std::string>> folders = {
+        {"results", "results\\a.txt"}, {"results\\", "results\\a.txt"},
+        {"r\\s\\\\\\", "r\\s\\a.txt"}, {"", "\\a.txt"},
+        {"\\\\", "\\a.txt"},           {"/data/", "/data/\\a.txt"},
+    };
+    for (const auto& [folder, path] : folders) {
+        PepIdentSource source(folder, "a.txt", PepIdentType::MsgfTsv);
+        EXPECT_EQ(ResultPathOf(source), path) << folder;
+        source.strThird = folder;
+        source.strFourth = "b.txt";
+        EXPECT_EQ(SecondPathOf(source), path.substr(0, path.size() - 5) + "b.txt") << folder;
+    }
+}
+
+TEST(ReaderSteps, RowsAreLineFeedsLessOne)
+{
+    const TempFolder folder;
+    const std::vector<std::pair<std::string, std::uint64_t>> texts = {
+        {"header\n", 0},
+        {"header\nrow\n", 1},
+        {"header\nrow", 0},
+        {"header\n\n\n", 2},
+        {"header\r\nrow\r\n", 1},
+        {"\r\r", std::numeric_limits<std::uint64_t>::max()},
+        {"", std::numeric_limits<std::uint64_t>::max()},
+        {std::string("\0\n\0\n", 4), 1},
+        {Repeat("0123456789\n", 100000), 99999}, // several blocks
+    };
+    for (const auto& [text, rows] : texts) {
+        EXPECT_EQ(CountResultRows(folder.Write("a", text), "label"), rows) << text.substr(0, 20);
+    }
+    EXPECT_EQ(ThrownBy([] { CountResultRows("/no/file", "label"); }),
+              (Thrown{"FileNotReadable", "PeptideIdentificationIO", "label",
+                      "the file '/no/file' is not readable for the current user"}));
+}
+
+TEST(ReaderSteps, TheFirstCharacterOrAnother)
+{
+    EXPECT_EQ(FirstOr("KR", 'X'), 'K');
+    EXPECT_EQ(FirstOr("", 'X'), 'X');
+}
+
+TEST(ReaderSteps, NumbersOfOpenMSThrow)
+{
+    EXPECT_EQ(IntOf(" 7 "), 7);
+    EXPECT_EQ(DoubleOf("-1.5e2"), -150.0);
+    for (const char* const text : {"", "x", "7x", "1.5"}) {
+        EXPECT_EQ(ThrownBy([text] { IntOf(text); }).name, "ConversionError") << text;
+    }
+    for (const char* const text : {"", "x", "1,5"}) {
+        EXPECT_EQ(ThrownBy([text] { DoubleOf(text); }).name, "ConversionError") << text;
+    }
+}
+
+TEST(ReaderSteps, TerminiAreSpelledWithAny)
+{
+    const std::vector<std::pair<std::string, std::string>> names = {
+        {"Acetyl (N-term)", "Acetyl (Any N-term)"},
+        {"Amidated (C-term)", "Amidated (Any C-term)"},
+        {"Gln->pyro-Glu (N-term Q)", "Gln->pyro-Glu (Any N-term Q)"},
+        {"Acetyl (Any N-term)", "Acetyl (Any N-term)"},
+        {"Acetyl (Protein N-term)", "Acetyl (Protein N-term)"},
+        {"Acetyl(N-term)", "Acetyl(N-term)"},
+        {"a (N-term (N-term", "a (Any N-term (N-term"},
+        {"a (C-term (N-term", "a (Any C-term (Any N-term"},
+        {"Oxidation (M)", "Oxidation (M)"},
+        {"", ""},
+    };
+    for (const auto& [name, spelled] : names) {
+        EXPECT_EQ(WithAnyTerm(name), spelled);
+    }
+}
+
+TEST(ReaderSteps, MassesAndCharges)
+{
+    const double proton = 1.007276466;
+    EXPECT_NEAR(MhOf(500.0, 1), 500.0, 1e-9);
+    EXPECT_NEAR(MhOf(500.0, 2), 1000.0 - proton, 1e-6);
+    EXPECT_NEAR(MhOf(500.0, 3), 1500.0 - 2 * proton, 1e-6);
+    EXPECT_NEAR(MzOf(1000.0, 1), 1000.0, 1e-9);
+    EXPECT_NEAR(MzOf(1000.0 - proton, 2), 500.0, 1e-6);
+    for (const std::int32_t charge : {0, -1, std::numeric_limits<std::int32_t>::min()}) {
+        EXPECT_EQ(MhOf(500.0, charge), 0.0) << charge;
+        EXPECT_EQ(MzOf(500.0, charge), 0.0) << charge;
+    }
+    const std::int32_t most = std::numeric_limits<std::int32_t>::max();
+    EXPECT_NEAR(MzOf(MhOf(500.0, most), most), 500.0, 1e-6);
+}
+
+} // namespace
+} // namespace Vorlan::test
