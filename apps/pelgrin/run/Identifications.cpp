@@ -18,6 +18,7 @@
 #include "files/PepXmlAudit.h"
 #include "files/UnimodFile.h"
 #include "run/Spectra.h"
+#include "run/WholeRecords.h"
 
 namespace pelgrin {
 
@@ -156,22 +157,6 @@ void Warn(const std::string& path, const ResultAudit& audit)
     }
 }
 
-/// The host's tables hold one list of modifications: what a reader knows of a
-/// terminus goes there as soon as it has a name.
-void TakeNamedTermini(Vorlan::PeptideIdentification& record)
-{
-    bool isTaken = false;
-    std::vector<Vorlan::IdentModification> rest;
-    for (Vorlan::IdentModification& mod : record.vAltMods) {
-        isTaken = isTaken || !mod.strName.empty();
-        (mod.strName.empty() ? rest : record.vMods).push_back(std::move(mod));
-    }
-    if (isTaken) {
-        record.SortMod();
-    }
-    record.vAltMods = std::move(rest);
-}
-
 /// pFind's readers look masses up in the default table, when it is there. The
 /// library ends the process for one that is malformed.
 void CheckDefaultTable(Format format)
@@ -198,8 +183,9 @@ Records ReadFile(Format format, const ResultFiles& files, Counts& counts)
                         "was changed, or cannot be read to its end",
                         files.path, audit.records, records.size()));
     }
+    const auto fixed = FixedModifications();
     for (Vorlan::PeptideIdentification& record : records) {
-        TakeNamedTermini(record);
+        MakeWhole(format, fixed, record);
     }
     counts.Add(audit);
     return records;
