@@ -89,10 +89,7 @@ private:
             audit_.Add(Unread::ShortRow, matches_.Number());
             return;
         }
-        ++audit_.records;
-        if (onRecord_) {
-            onRecord_(matches_.Number());
-        }
+        audit_.AddRecord(matches_.Number(), onRecord_);
     }
 
     const ResultFiles& files_;

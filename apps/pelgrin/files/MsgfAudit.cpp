@@ -21,10 +21,7 @@ ResultAudit AuditMsgf(const std::string& path, const OnRecord& onRecord)
         } else if (!rows.Has(highest)) {
             audit.Add(Unread::ShortRow, rows.Number());
         } else {
-            ++audit.records;
-            if (onRecord) {
-                onRecord(rows.Number());
-            }
+            audit.AddRecord(rows.Number(), onRecord);
         }
     }
     return audit;

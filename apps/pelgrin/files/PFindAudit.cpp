@@ -31,10 +31,7 @@ ResultAudit AuditPFind3(const std::string& path, const OnRecord& onRecord)
                    == std::string_view::npos) { // what is behind the last is not read
             audit.Add(Unread::RowWithoutProtein, rows.Number());
         } else {
-            ++audit.records;
-            if (onRecord) {
-                onRecord(rows.Number());
-            }
+            audit.AddRecord(rows.Number(), onRecord);
         }
     }
     return audit;
@@ -132,10 +129,7 @@ private:
             audit_.Add(Unread::OtherLayout, begin);
             return;
         }
-        ++audit_.records;
-        if (onRecord_) {
-            onRecord_(begin);
-        }
+        audit_.AddRecord(begin, onRecord_);
         Skip(2);
         Skip(NumberOf("NO1_Proteins=") > 0 ? 4 : 1);
         Skip(NumberOf("NO1_Modify_Pos=") > 0 ? 1 : 0);

@@ -64,10 +64,7 @@ private:
             return;
         }
         if (results_ == 1 && ++hits_ == 1) {
-            ++audit_.records;
-            if (onRecord_) {
-                onRecord_(query_);
-            }
+            audit_.AddRecord(query_, onRecord_);
         } else {
             audit_.Add(Unread::FurtherHit, tags_.Line());
         }

@@ -85,6 +85,14 @@ void ResultAudit::Add(Unread reason, std::uint64_t line)
     }
 }
 
+void ResultAudit::AddRecord(std::uint64_t line, const OnRecord& onRecord)
+{
+    ++records;
+    if (onRecord) {
+        onRecord(line);
+    }
+}
+
 ResultAudit AuditResult(PepIdentType::EPepIdentType format, const ResultFiles& files,
                         const OnRecord& onRecord)
 {

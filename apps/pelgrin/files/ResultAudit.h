@@ -46,6 +46,9 @@ const char* TextOf(Unread reason);
 /// Matches may be missing, else all is as it should be.
 bool IsLoss(Unread reason);
 
+/// Told for every record, in order: the line in the file at which it begins.
+using OnRecord = std::function<void(std::uint64_t line)>;
+
 struct ResultAudit {
     struct Count {
         std::uint64_t units = 0;
@@ -58,6 +61,8 @@ struct ResultAudit {
     bool cutsRow = false;       ///< that line gives a record, of its beginning
 
     void Add(Unread reason, std::uint64_t line);
+    /// One more record, which begins at line.
+    void AddRecord(std::uint64_t line, const OnRecord& onRecord);
     const Count& Of(Unread reason) const { return unread[static_cast<std::size_t>(reason)]; }
 };
 
@@ -66,9 +71,6 @@ struct ResultFiles {
     std::string path;
     std::string second; ///< peptides.txt of MaxQuant, list of modifications of MS-GF+; or empty
 };
-
-/// Told for every record, in order: the line in the file at which it begins.
-using OnRecord = std::function<void(std::uint64_t line)>;
 
 /// Throws Failure when a file cannot be read, or a table lacks a column.
 ResultAudit AuditResult(Vorlan::PepIdentType::EPepIdentType format, const ResultFiles& files,

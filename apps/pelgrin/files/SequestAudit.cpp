@@ -35,10 +35,7 @@ ResultAudit AuditSequest(const std::string& path, const OnRecord& onRecord)
         } else if (IsLowerRank(rows.Cell(rank))) {
             audit.Add(Unread::LowerRank, rows.Number());
         } else {
-            ++audit.records;
-            if (onRecord) {
-                onRecord(rows.Number());
-            }
+            audit.AddRecord(rows.Number(), onRecord);
         }
     }
     return audit;
