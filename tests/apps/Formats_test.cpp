@@ -349,6 +349,26 @@ TEST(PelgrinFormats, AScanNumberFindsItsSpectrumByTheTitle)
     }
 }
 
+TEST(PelgrinFormats, AScanNumberThatEndsATitleIsTheWholeNumber)
+{
+    // The library knows the spectrum of scan 12 as "1" (B-13).
+    const EnginePlace place;
+    const std::string peaks = "\nCHARGE=2+\n147.1128 1\nEND IONS\n";
+    const std::string twelve = "BEGIN IONS\nTITLE=raw controllerNumber=1 scan=12 " + peaks;
+    const std::string one = "BEGIN IONS\nTITLE=raw controllerNumber=1 scan=1" + peaks;
+    const std::string msgf = kMsgfHeader + MsgfRow();
+
+    place.Write("run.mgf", one + twelve);
+    EXPECT_EQ(place.Annotate("MSGF (.tsv)", msgf).status, 0);
+    EXPECT_EQ(place.Summary()["records"]["joined_by_scan_in_title"], 1);
+    EXPECT_THAT(place.Output("matched.mgf"), HasSubstr("TITLE=raw controllerNumber=1 scan=1\n"));
+
+    place.Write("run.mgf", twelve);
+    const Outcome outcome = place.Annotate("MSGF (.tsv)", msgf);
+    EXPECT_EQ(outcome.status, 3) << "scan 12 is not scan 1";
+    EXPECT_EQ(place.Summary()["records"]["joined"]["total"], 0);
+}
+
 TEST(PelgrinFormats, WhatDatasetSaysMustMakeSense)
 {
     const Workplace place;

@@ -6,6 +6,20 @@ namespace pelgrin {
 
 namespace {
 
+/// Without the blanks at its end.
+std::string Trimmed(const std::string& line)
+{
+    return line.substr(0, line.find_last_not_of(" \t\r") + 1);
+}
+
+/// What stands behind the first "scan=" is a number.
+bool EndsInScan(const std::string& title)
+{
+    const std::size_t scan = title.find("scan=");
+    return scan != std::string::npos && scan + 5 < title.size()
+           && title.find_first_not_of("0123456789", scan + 5) == std::string::npos;
+}
+
 /// Follows the library's index through the lines of a file.
 class Walk {
 public:
@@ -57,6 +71,10 @@ private:
             audit_.foreignTitles.push_back(line.begin);
         } else {
             title_ = line.begin;
+            std::string title = Trimmed(title_);
+            if (EndsInScan(title)) {
+                audit_.titlesEndingInScan.push_back(std::move(title));
+            }
         }
         waitsForTitle_ = false;
         isForeign_ = false;

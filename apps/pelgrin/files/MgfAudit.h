@@ -3,8 +3,8 @@
 // The library reads a spectrum from the line after "BEGIN IONS" to the end of
 // the first peaks that follow. A spectrum without peaks is therefore given the
 // peaks of the next one, a spectrum without title the title of the next one,
-// and behind a line that is too long nothing is indexed. None of these may be
-// annotated as if it were right.
+// behind a line that is too long nothing is indexed, and a scan number that ends
+// a title loses a digit. None of these may be annotated as if it were right.
 #ifndef PELGRIN_MGFAUDIT_H
 #define PELGRIN_MGFAUDIT_H
 
@@ -22,6 +22,7 @@ struct MgfAudit {
     std::uint64_t firstWithoutTitle = 0;         ///< line of its beginning; 0 none
     std::vector<std::string> titlesWithoutPeaks; ///< whole title lines
     std::vector<std::string> foreignTitles; ///< title lines that the spectra before stand under
+    std::vector<std::string> titlesEndingInScan; ///< trimmed; the library cuts the number (B-13)
 };
 
 /// Throws Failure when the file cannot be read.

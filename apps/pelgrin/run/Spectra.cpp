@@ -37,6 +37,21 @@ void AddNamesOf(const std::vector<std::string>& titleLines, Reason reason, Scrat
     reader.EndLoad();
 }
 
+void AddScans(SpectraFile& file)
+{
+    constexpr std::size_t kKey = 6; // "TITLE="
+    for (const std::string& title : file.audit.titlesEndingInScan) {
+        const std::string scan = title.substr(title.find("scan=") + 5);
+        file.scanTitles.insert_or_assign(scan, title.substr(kKey));
+        file.cutScans.insert(scan.substr(0, scan.size() - 1));
+    }
+}
+
+bool IsScanNumber(const std::string& name)
+{
+    return !name.empty() && name.find_first_not_of("0123456789") == std::string::npos;
+}
+
 void Warn(const SpectraFile& file)
 {
     const MgfAudit& audit = file.audit;
@@ -62,7 +77,8 @@ void Warn(const SpectraFile& file)
 
 SpectraFile OpenFile(const std::string& path, ScratchFolder& scratch)
 {
-    SpectraFile file{path, FileNameOf(path), AuditMgf(path), {}};
+    SpectraFile file{path, FileNameOf(path), AuditMgf(path), {}, {}, {}};
+    AddScans(file);
     AddNamesOf(file.audit.titlesWithoutPeaks, Reason::SpectrumWithoutPeaks, scratch, file);
     AddNamesOf(file.audit.foreignTitles, Reason::SpectrumWithForeignTitle, scratch, file);
     Warn(file);
@@ -100,10 +116,14 @@ std::string SpectraPool::NameOf(const SpectraFile& file,
                                 const Vorlan::PeptideIdentification& record) const
 {
     const std::string& name = record.strSpectrumName;
-    if (Has(file, name)) {
+    const auto known = file.scanTitles.find(name);
+    if (known != file.scanTitles.end() && Has(file, known->second)) {
+        return known->second;
+    }
+    if (file.cutScans.count(name) == 0 && Has(file, name)) {
         return name;
     }
-    if (name.empty() || name.find_first_not_of("0123456789") != std::string::npos) {
+    if (!IsScanNumber(name)) {
         return {};
     }
     const std::string stem = WithoutKnownEndings(file.dataset);

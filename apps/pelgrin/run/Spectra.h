@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "SpectraIO.h"
@@ -21,6 +22,11 @@ struct SpectraFile {
     MgfAudit audit;
     /// Names that the library answers with something else than their spectrum.
     std::unordered_map<std::string, Reason> unusable;
+    /// Scan numbers that end a title -> that title. The library knows such a
+    /// spectrum by a number without its last digit (B-13) ...
+    std::unordered_map<std::string, std::string> scanTitles;
+    /// ... one of these, which belong to other spectra or to none.
+    std::unordered_set<std::string> cutScans;
 };
 
 class SpectraPool {
@@ -37,7 +43,8 @@ public:
     bool Has(const SpectraFile& file, const std::string& spectrumName) const;
 
     /// The name under which the file has the spectrum of a record: its spectrum
-    /// name, else, for a bare scan number, the title that programs make of it:
+    /// name, or, for a bare scan number, the title that ends in it, else the
+    /// title that programs make of it:
     /// "run.10181.10181.2" or "run.10181.10181", the number perhaps padded to
     /// five digits, behind the file's name without its ending. Empty when there
     /// is none.
