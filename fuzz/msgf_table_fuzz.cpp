@@ -160,6 +160,9 @@ void PlainSequence(const Mods& mods, PeptideIdentification& match)
         match.vMods.push_back(PlainFind(mods, text.substr(i, end - i), match.strSequence,
                                         next < text.size() ? text[next] : '\0'));
         match.vMods.back().nPos = static_cast<std::int32_t>(match.strSequence.size());
+        if (match.vMods.back().strSite == "*" && !match.strSequence.empty()) {
+            match.vMods.back().strSite = match.strSequence.back();
+        }
         i = end;
     }
 }

@@ -32,11 +32,18 @@ public:
         return false;
     }
 
-    /// What stands behind key in the next line.
-    std::string Value(const std::string& key)
+    /// What stands behind key in the next line, without blanks around it.
+    std::string Value(const std::string& key) { return ValueOf(Next(), key); }
+
+    static std::string ValueOf(const std::string& line, const std::string& key)
     {
-        const std::string line = Next();
-        return line.compare(0, key.size(), key) == 0 ? line.substr(key.size()) : "";
+        if (line.compare(0, key.size(), key) != 0) {
+            return "";
+        }
+        const std::size_t begin = line.find_first_not_of(" \t", key.size());
+        return begin == std::string::npos
+                   ? ""
+                   : line.substr(begin, line.find_last_not_of(" \t") + 1 - begin);
     }
 
     /// The pieces behind the count, and the count.
@@ -107,7 +114,7 @@ void PlainLists(PlainLines& lines, PeptideIdentification& match)
 bool PlainSection(PlainLines& lines, PeptideIdentification& match)
 {
     const std::string input = lines.Value("Input=");
-    match.strSpectrumName = input.substr(0, input.find(' '));
+    match.strSpectrumName = input.substr(0, input.find_first_of(" \t"));
     const std::int32_t charge = fuzz::PlainInt(lines.Value("Charge="));
     match.nCharge = static_cast<std::uint64_t>(charge);
     lines.Next();
@@ -127,7 +134,7 @@ bool PlainSection(PlainLines& lines, PeptideIdentification& match)
     if (sequence.compare(0, 7, "NO1_SQ=") != 0) {
         return false;
     }
-    match.strSequence = sequence.substr(7);
+    match.strSequence = PlainLines::ValueOf(sequence, "NO1_SQ=");
     lines.Next();
     PlainLists(lines, match);
     return true;
