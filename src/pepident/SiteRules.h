@@ -3,7 +3,6 @@
 #define VORLAN_PEPIDENT_SITERULES_H
 
 #include <cstdint>
-#include <string>
 
 #include "DataStructures.h"
 
@@ -22,8 +21,8 @@ struct ResiduePlace {
 bool FitsPlace(const IdentModification& mod, const ResiduePlace& place);
 
 /// Where a modification that was found at a place is recorded: 0 for an
-/// N-terminus, one behind the place for a C-terminus, else the place. length
-/// and sequence start are those of the peptide.
+/// N-terminus, one behind the place for a C-terminus, else the place.
+/// firstResidue is that of the peptide.
 std::int32_t RecordedPosition(const IdentModification& mod, const ResiduePlace& place,
                               char firstResidue);
 
