@@ -4,8 +4,10 @@
 //   1. SpectraIO       the interface of every reader, in slot order
 //   2. MulSpecIO       readers and writers of files that hold many spectra
 //   3. MgfIO           Mascot generic format (docs/formats/mgf.md)
-//   4. SpecIOFactory   makes the reader for a DatasetType
-//   5. DatasetIOPool   several datasets, by (dataset name, spectrum name)
+//   4. DtaIO           a folder of DTA files (docs/formats/dta.md)
+//   5. MzXMLIO, MzMLIO opened, never parsed
+//   6. SpecIOFactory   makes the reader for a DatasetType
+//   7. DatasetIOPool   several datasets, by (dataset name, spectrum name)
 //
 // Calling order. Loading: InitLoad once; then any mix of bLoadNextSpectrum,
 // bLoadOneSpectrum and tLoadAllSpectra; ResetIter to start over; EndLoad.
@@ -55,14 +57,15 @@ public:
     /// Appends the next spectrum of the iteration; false when none is left.
     virtual bool bLoadNextSpectrum(std::vector<Spectrum>& vSpectra) = 0;
 
-    /// Appends all spectra that the iteration has left and gives how many.
+    /// Appends all spectra that the iteration has left (DtaIO: all there are)
+    /// and gives how many.
     virtual std::uint64_t tLoadAllSpectra(std::vector<Spectrum>& vSpectra) = 0;
 
-    /// Closes the input. Names and iteration stay.
+    /// Closes the input. Names and iteration stay, but for DtaIO.
     virtual void EndLoad() = 0;
 
-    /// Appends the spectrum indexed under name. An unknown name prints one
-    /// line and gives false. Fields that the record does not set keep the
+    /// Appends the spectrum of that name. An unknown name prints one line and
+    /// gives false. Fields that the record does not set keep the
     /// values of the spectrum loaded before (B-10).
     virtual bool bLoadOneSpectrum(const std::string& name, std::vector<Spectrum>& vSpectra) = 0;
 
@@ -171,21 +174,105 @@ protected:
     bool bPutOneSpec(Spectrum& spectrum) override;
 };
 
-// ===== 4. SpecIOFactory ====================================================
+// ===== 4. DtaIO ============================================================
+
+/// Reads a folder of DTA files: one spectrum a file, named by the file's name,
+/// ".dta" included. What a file may hold is told in docs/formats/dta.md.
+///
+/// A file is opened when its spectrum is loaded and closed again; one that
+/// cannot be opened prints an empty line and "DtaIO error: failed to open dta
+/// file " + path on standard output.
+///
+/// Of a spectrum it sets strSource (the folder with one backslash behind it),
+/// strTitle, nCharge, vPeaks and dPrecursorMz (Th), which is (MH - p) / z + p
+/// with MH (Da) and z from the first line and p OpenMS' proton mass: infinite or
+/// not a number when z is 0 (B-70). Scan number and retention time stay 0.
+class VORLAN_API DtaIO : public SpectraIO {
+public:
+    DtaIO();
+    ~DtaIO() override;
+
+    /// Lists the files of folder whose names end in ".dta", in any letter case,
+    /// without its subfolders, in byte-wise order of names. The folder may be
+    /// written with any number of backslashes at its end. One that cannot be
+    /// read prints nothing and has no spectra (B-71).
+    void InitLoad(const std::string& folder) override;
+    /// Appends the next spectrum whose file can be opened.
+    bool bLoadNextSpectrum(std::vector<Spectrum>& vSpectra) override;
+    /// Appends the spectra of all files, from the first, wherever the iteration
+    /// stands (B-72); it ends at its end. Gives how many could be opened.
+    std::uint64_t tLoadAllSpectra(std::vector<Spectrum>& vSpectra) override;
+    /// Forgets folder and files.
+    void EndLoad() override;
+    /// Opens folder + name, listed or not. The title is what stands behind the
+    /// last backslash of name.
+    bool bLoadOneSpectrum(const std::string& name, std::vector<Spectrum>& vSpectra) override;
+    void ResetIter() override;
+    /// Number of files listed.
+    std::uint64_t tGetInputSpecNumber() override;
+
+protected:
+    void InitMember() override;
+    bool bOpenInputFile(const std::string& path) override;
+    void CloseInputFile() override;
+    bool bGetOneSpec() override;
+    /// Lists the folder's files anew.
+    void SetFilenameList();
+
+    std::string strFolder_; ///< ends in one backslash after InitLoad
+    std::vector<std::string> vFilenames_;
+    std::uint64_t tIter_ = 0; ///< next file of the iteration
+
+private:
+    friend class DatasetIOPool;
+    bool bHasName_(const std::string& name) const;
+};
+
+// ===== 5. MzXMLIO and MzMLIO ===============================================
+
+/// Opens an mzXML file as MulSpecIO does and parses nothing: the dataset has no
+/// spectra (B-73). Saving writes nothing either, but InitSave empties the file
+/// all the same, and bSaveOneSpec gives false.
+class VORLAN_API MzXMLIO : public MulSpecIO {
+public:
+    MzXMLIO();
+    ~MzXMLIO() override;
+
+protected:
+    void InitMember() override;
+    bool bGetOneSpec() override;
+    void SetMap() override;
+    bool bPutOneSpec(Spectrum& spectrum) override;
+};
+
+/// The same for an mzML file.
+class VORLAN_API MzMLIO : public MulSpecIO {
+public:
+    MzMLIO();
+    ~MzMLIO() override;
+
+protected:
+    void InitMember() override;
+    bool bGetOneSpec() override;
+    void SetMap() override;
+    bool bPutOneSpec(Spectrum& spectrum) override;
+};
+
+// ===== 6. SpecIOFactory ====================================================
 
 class VORLAN_API SpecIOFactory {
 public:
     SpecIOFactory() = delete;
 
     /// A new reader that the caller owns and gives back to DesctroySpectraIO:
-    /// MgfIO for DatasetType::Mgf, null for a type without a reader.
+    /// DtaIO, MgfIO, MzXMLIO or MzMLIO; null for any other type.
     static SpectraIO* pGetSpectraIO(DatasetType::EDatasetType type);
 
     /// Deletes the reader, if there is one, and sets the pointer to null.
     static void DesctroySpectraIO(SpectraIO*& pReader); // sic
 };
 
-// ===== 5. DatasetIOPool ====================================================
+// ===== 7. DatasetIOPool ====================================================
 
 /// Several datasets as one. Copies share the readers of the original: their
 /// current records, iterations and files.
@@ -232,7 +319,7 @@ public:
     /// Number of datasets given to InitLoad.
     std::uint64_t tGetDatasetNumber() const;
 
-    /// Sum of the readers' index entries: names, not spectra.
+    /// Sum of the readers' tGetInputSpecNumber: names, not spectra.
     std::uint64_t tGetSpecNumber() const;
 
     /// Restarts the iteration at the first spectrum of the first dataset.

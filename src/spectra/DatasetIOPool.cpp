@@ -101,8 +101,12 @@ bool DatasetIOPool::bHasSpectrum(const std::string& datasetName,
     if (dataset == mapDatasets_.end() || dataset->second >= vReaders_.size()) {
         return false;
     }
-    const auto* pReader = dynamic_cast<const MulSpecIO*>(vReaders_[dataset->second].get());
-    return pReader != nullptr && pReader->bHasName_(spectrumName);
+    const SpectraIO* const pReader = vReaders_[dataset->second].get();
+    if (const auto* pFile = dynamic_cast<const MulSpecIO*>(pReader)) {
+        return pFile->bHasName_(spectrumName);
+    }
+    const auto* pFolder = dynamic_cast<const DtaIO*>(pReader);
+    return pFolder != nullptr && pFolder->bHasName_(spectrumName);
 }
 
 std::uint64_t DatasetIOPool::tLoadAllSpectra(std::vector<Spectrum>& vSpectra)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstddef>
 #include <iterator>
 #include <limits>
@@ -89,6 +90,42 @@ const char* SkipBlanksAndTabs(const char* p, const char* end)
     return p;
 }
 
+const char* SkipDigits(const char* p, const char* end)
+{
+    while (p < end && IsDigit(*p)) {
+        ++p;
+    }
+    return p;
+}
+
+const char* SkipSign(const char* p, const char* end)
+{
+    return p < end && (*p == '-' || *p == '+') ? p + 1 : p;
+}
+
+/// The end of what a stream takes for a decimal from begin on, or null when it
+/// is none: no digits, or none behind an "e".
+const char* EndOfStreamDecimal(const char* begin, const char* end)
+{
+    const char* const whole = SkipSign(begin, end);
+    const char* p = SkipDigits(whole, end);
+    std::ptrdiff_t digits = p - whole;
+    if (p < end && *p == '.') {
+        const char* const fraction = p + 1;
+        p = SkipDigits(fraction, end);
+        digits += p - fraction;
+    }
+    if (digits == 0) {
+        return nullptr;
+    }
+    if (p == end || (*p != 'e' && *p != 'E')) {
+        return p;
+    }
+    const char* const exponent = SkipSign(p + 1, end);
+    p = SkipDigits(exponent, end);
+    return p > exponent ? p : nullptr;
+}
+
 template <typename... Format>
 void AppendChars(std::string& text, double value, Format... format)
 {
@@ -159,6 +196,54 @@ void ScanTwoDoubles(std::string_view text, double& first, double& second)
         }
     }
     platform::ScanTwoDoublesInCLocale(std::string(text).c_str(), first, second);
+}
+
+bool TakeDouble(std::string_view& text, double& value)
+{
+    const char* const end = text.data() + text.size();
+    const char* const begin = SkipSpace(text.data(), end);
+    const char* stop = QuickDecimal(begin, end, value);
+    if (stop == nullptr) {
+        stop = EndOfStreamDecimal(begin, end);
+        double slow = 0.0;
+        if (stop == nullptr || !ScanDouble({begin, static_cast<std::size_t>(stop - begin)}, slow)
+            || std::isinf(slow)) {
+            return false;
+        }
+        value = slow;
+    }
+    text.remove_prefix(static_cast<std::size_t>(stop - text.data()));
+    return true;
+}
+
+bool TakeUnsigned(std::string_view& text, std::uint64_t& value)
+{
+    constexpr std::uint64_t kTop = std::numeric_limits<std::uint64_t>::max();
+    const char* const end = text.data() + text.size();
+    const char* const begin = SkipSpace(text.data(), end);
+    const char* const digits = SkipSign(begin, end);
+    const char* const stop = SkipDigits(digits, end);
+    if (stop == digits) {
+        return false;
+    }
+    std::uint64_t magnitude = 0;
+    for (const char* p = digits; p < stop; ++p) {
+        const auto digit = static_cast<unsigned>(*p - '0');
+        if (magnitude > (kTop - digit) / 10) {
+            return false;
+        }
+        magnitude = 10 * magnitude + digit;
+    }
+    value = *begin == '-' ? ~magnitude + 1 : magnitude;
+    text.remove_prefix(static_cast<std::size_t>(stop - text.data()));
+    return true;
+}
+
+void TakeTwoDoubles(std::string_view text, double& first, double& second)
+{
+    if (TakeDouble(text, first)) {
+        TakeDouble(text, second);
+    }
 }
 
 void AppendFixed6(std::string& text, double value)

@@ -31,6 +31,19 @@ double ToDouble(std::string_view text);
 /// the first.
 void ScanTwoDoubles(std::string_view text, double& first, double& second);
 
+/// As `stream >> value` on a stream over text in the classic locale: white space
+/// is passed over, and the longest text that looks like a decimal is taken, which
+/// knows no "inf", no "nan" and no "0x". value is unchanged, and what text is then
+/// left open, on false; a number too large for a double gives false, too.
+bool TakeDouble(std::string_view& text, double& value);
+
+/// The same for an unsigned number: "-1" is 2^64 - 1, as a stream has it.
+bool TakeUnsigned(std::string_view& text, std::uint64_t& value);
+
+/// As `stream >> first >> second`, likewise; the second one is not read without
+/// the first.
+void TakeTwoDoubles(std::string_view text, double& first, double& second);
+
 /// Appends value as printf("%.6f") writes it in the "C" locale.
 void AppendFixed6(std::string& text, double value);
 

@@ -1,0 +1,115 @@
+#include "SpectraIO.h"
+
+#include "platform/Folder.h"
+#include "platform/InputFile.h"
+#include "spectra/DtaRecord.h"
+#include "util/ComposedPath.h"
+#include "util/Console.h"
+#include "util/LineReader.h"
+
+namespace Vorlan {
+
+DtaIO::DtaIO()
+{
+    DtaIO::InitMember();
+}
+
+DtaIO::~DtaIO() = default;
+
+void DtaIO::InitMember()
+{
+    cSpectrum_.vPeaks.clear();
+    cSpectrum_.vPeaks.reserve(256);
+    strExtension_ = ".dta";
+}
+
+void DtaIO::InitLoad(const std::string& folder)
+{
+    strFolder_ = WithOneBackslash(folder);
+    SetFilenameList();
+    ResetIter();
+}
+
+void DtaIO::SetFilenameList()
+{
+    constexpr std::size_t kUsualNumber = 32768;
+    vFilenames_.clear();
+    vFilenames_.reserve(kUsualNumber);
+    platform::ListFiles(strFolder_, strExtension_, vFilenames_); // Deliberate: B-71.
+}
+
+bool DtaIO::bLoadNextSpectrum(std::vector<Spectrum>& vSpectra)
+{
+    while (tIter_ < vFilenames_.size()) {
+        if (bLoadOneSpectrum(vFilenames_[tIter_++], vSpectra)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::uint64_t DtaIO::tLoadAllSpectra(std::vector<Spectrum>& vSpectra)
+{
+    ResetIter(); // Deliberate: B-72.
+    std::uint64_t loaded = 0;
+    while (bLoadNextSpectrum(vSpectra)) {
+        ++loaded;
+    }
+    return loaded;
+}
+
+void DtaIO::EndLoad()
+{
+    vFilenames_.clear();
+    strFolder_.clear();
+}
+
+bool DtaIO::bLoadOneSpectrum(const std::string& name, std::vector<Spectrum>& vSpectra)
+{
+    if (!bOpenInputFile(strFolder_ + name)) {
+        return false;
+    }
+    cSpectrum_.strSource = strFolder_;
+    cSpectrum_.strTitle = name.substr(name.rfind('\\') + 1); // npos + 1 is 0
+    const bool isRead = bGetOneSpec();
+    vSpectra.push_back(cSpectrum_);
+    CloseInputFile();
+    return isRead;
+}
+
+void DtaIO::ResetIter()
+{
+    tIter_ = 0;
+}
+
+std::uint64_t DtaIO::tGetInputSpecNumber()
+{
+    return vFilenames_.size();
+}
+
+bool DtaIO::bHasName_(const std::string& name) const
+{
+    return platform::InputFile().Open(strFolder_ + name);
+}
+
+bool DtaIO::bOpenInputFile(const std::string& path)
+{
+    if (pInput_->Open(path, LineReader::Mode::Text)) {
+        return true;
+    }
+    console::Print(console::Stream::Out, "\nDtaIO error: failed to open dta file " + path + "\n");
+    return false;
+}
+
+void DtaIO::CloseInputFile()
+{
+    SpectraIO::CloseInputFile();
+}
+
+bool DtaIO::bGetOneSpec()
+{
+    dta::ReadRecord(*pInput_, cSpectrum_, cPeak_);
+    return true;
+}
+
+} // namespace Vorlan
