@@ -104,7 +104,9 @@ void CFastaParser::ChangeInvalidChar(std::string& text)
 
 void CFastaParser::_ChangeChar(std::string& text, char ch)
 {
-    std::replace(text.begin(), text.end(), ch, ' ');
+    for (std::size_t hit = text.find(ch); hit != std::string::npos; hit = text.find(ch, hit)) {
+        text[hit] = ' ';
+    }
 }
 
 } // namespace Vorlan

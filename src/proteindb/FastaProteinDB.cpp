@@ -60,10 +60,20 @@ bool Tell(console::Stream stream, std::string_view message)
     return false;
 }
 
+/// The size of the file, at whose start the stream stands then.
+std::uint64_t SizeOf(std::ifstream& stream)
+{
+    stream.seekg(0, std::ios::end);
+    const std::streamoff size = stream.tellg();
+    stream.seekg(0);
+    return size > 0 ? static_cast<std::uint64_t>(size) : 0;
+}
+
 /// Gives the whole stream to scanner, block by block. A read error counts as the
 /// end.
 void Scan(std::ifstream& stream, FastaScanner& scanner)
 {
+    scanner.Expect(SizeOf(stream));
     const std::unique_ptr<char[]> block(new char[kBlockSize]); // not filled with zeros first
     for (bool isFirst = true; stream; isFirst = false) {
         stream.read(block.get(), kBlockSize);
@@ -74,17 +84,6 @@ void Scan(std::ifstream& stream, FastaScanner& scanner)
         scanner.Take({block.get(), size});
     }
     scanner.Finish();
-}
-
-/// As much as the sequences can need. Room that is not written to costs nothing.
-void ReserveFileSize(std::ifstream& stream, std::string& text)
-{
-    stream.seekg(0, std::ios::end);
-    const std::streamoff size = stream.tellg();
-    stream.seekg(0);
-    if (size > 0) {
-        text.reserve(static_cast<std::size_t>(size));
-    }
 }
 
 } // namespace
@@ -149,7 +148,6 @@ bool CFastaProteinDB::ReadFromFile()
     if (!OpenFile()) {
         return Tell(console::Stream::Err, "Can not open Fasta file!\n");
     }
-    ReserveFileSize(ifsFasta_, strProteins_);
     FastaScanner scanner(vProteins_, vStarts_, strProteins_);
     Scan(ifsFasta_, scanner);
     CloseFile();

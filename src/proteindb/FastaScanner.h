@@ -5,6 +5,7 @@
 #ifndef VORLAN_PROTEINDB_FASTASCANNER_H
 #define VORLAN_PROTEINDB_FASTASCANNER_H
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -21,6 +22,9 @@ public:
     FastaScanner(std::vector<CProtein>& proteins, std::vector<std::uint64_t>& starts,
                  std::string& concatenation);
 
+    /// Makes room for a file of so many bytes. Only saves time.
+    void Expect(std::uint64_t fileSize);
+
     void Take(std::string_view part);
     /// Behind the last part.
     void Finish();
@@ -29,17 +33,26 @@ public:
     bool HasFalseStart() const { return falseStart_ && !starts_.empty(); }
 
 private:
-    void TakeLineStart(char first);
-    void TakePiece(std::string_view piece);
+    void ProvideRoom(std::size_t size);
+    CProtein& AddProtein();
+    void BeginLine(char first);
+    // Both give how much of text they took: a line of a header, or the lines of a
+    // sequence up to the next header, as far as text goes.
+    std::size_t TakeHeader(std::string_view text);
+    std::size_t TakeSequence(std::string_view text);
     void EndEntry();
 
     std::vector<CProtein>& proteins_;
     std::vector<std::uint64_t>& starts_; ///< one ahead of proteins_ within an entry
     std::string& concatenation_;
-    std::string header_;      ///< of the entry
-    bool inHeader_ = false;   ///< the line is a header
-    bool atLineStart_ = true; ///< the next character begins a line
-    bool falseStart_ = false; ///< the first line is no header
+    std::uint64_t expected_ = 0; ///< bytes of the file
+    std::uint64_t taken_ = 0;    ///< of them
+    std::size_t provided_ = 0;   ///< so much of the concatenation has its pages
+    std::string header_;         ///< of the entry
+    std::string residues_;       ///< of a part, before they are appended
+    bool inHeader_ = false;      ///< the line is a header
+    bool atLineStart_ = true;    ///< the next character begins a line
+    bool falseStart_ = false;    ///< the first line is no header
 };
 
 } // namespace Vorlan
