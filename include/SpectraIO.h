@@ -76,8 +76,9 @@ public:
     virtual std::uint64_t tGetInputSpecNumber() = 0;
 
 protected:
-    /// Clears the peaks of the current spectrum, makes room for 256 and sets
-    /// the extension. Every concrete constructor runs its own.
+    /// Clears the peaks of the current spectrum, makes room for 256 (a body
+    /// that all readers share) and sets the extension. Every concrete constructor
+    /// runs its own.
     virtual void InitMember() = 0;
     /// Opens the input; prints and gives false when that fails.
     virtual bool bOpenInputFile(const std::string& path) = 0;

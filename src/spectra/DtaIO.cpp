@@ -18,8 +18,7 @@ DtaIO::~DtaIO() = default;
 
 void DtaIO::InitMember()
 {
-    cSpectrum_.vPeaks.clear();
-    cSpectrum_.vPeaks.reserve(256);
+    SpectraIO::InitMember();
     strExtension_ = ".dta";
 }
 

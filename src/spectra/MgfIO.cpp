@@ -18,8 +18,7 @@ MgfIO::~MgfIO() = default;
 
 void MgfIO::InitMember()
 {
-    cSpectrum_.vPeaks.clear();
-    cSpectrum_.vPeaks.reserve(256);
+    SpectraIO::InitMember();
     strExtension_ = ".mgf";
 }
 

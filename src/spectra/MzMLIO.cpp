@@ -1,7 +1,5 @@
 #include "SpectraIO.h"
 
-#include "spectra/SpectrumIndex.h"
-
 namespace Vorlan {
 
 MzMLIO::MzMLIO()
@@ -13,8 +11,7 @@ MzMLIO::~MzMLIO() = default;
 
 void MzMLIO::InitMember()
 {
-    cSpectrum_.vPeaks.clear();
-    cSpectrum_.vPeaks.reserve(256);
+    SpectraIO::InitMember();
     strExtension_ = ".mzML";
 }
 

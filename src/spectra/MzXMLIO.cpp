@@ -1,7 +1,5 @@
 #include "SpectraIO.h"
 
-#include "spectra/SpectrumIndex.h"
-
 namespace Vorlan {
 
 MzXMLIO::MzXMLIO()
@@ -13,8 +11,7 @@ MzXMLIO::~MzXMLIO() = default;
 
 void MzXMLIO::InitMember()
 {
-    cSpectrum_.vPeaks.clear();
-    cSpectrum_.vPeaks.reserve(256);
+    SpectraIO::InitMember();
     strExtension_ = ".mzXML";
 }
 
