@@ -13,6 +13,7 @@
 
 #include "CStringProcess.h"
 #include "FuzzSupport.h"
+#include "SameSpectra.h"
 #include "SpectraIO.h"
 #include "spectra/MgfRecord.h"
 #include "util/LineReader.h"
@@ -29,24 +30,6 @@ constexpr std::size_t kFew = 4;
 bool IsWorthReading(std::size_t records, std::size_t fileSize)
 {
     return records < kFew || records * fileSize < kMostWork;
-}
-
-void CheckSamePeaks(const Spectrum& seen, const Spectrum& expected, const char* rule)
-{
-    fuzz::Check(seen.Size() == expected.Size(), rule);
-    for (std::size_t i = 0; i < seen.vPeaks.size(); ++i) {
-        fuzz::Check(fuzz::SameBits(seen.vPeaks[i].dMz, expected.vPeaks[i].dMz), rule);
-        fuzz::Check(fuzz::SameBits(seen.vPeaks[i].dIntensity, expected.vPeaks[i].dIntensity), rule);
-    }
-}
-
-void CheckSameSpectrum(const Spectrum& seen, const Spectrum& expected, const char* rule)
-{
-    fuzz::CheckSame(seen.strTitle, expected.strTitle, rule);
-    fuzz::Check(fuzz::SameBits(seen.dPrecursorMz, expected.dPrecursorMz), rule);
-    fuzz::Check(fuzz::SameBits(seen.dRetentionTime, expected.dRetentionTime), rule);
-    fuzz::Check(seen.nCharge == expected.nCharge && seen.nScan == expected.nScan, rule);
-    CheckSamePeaks(seen, expected, rule);
 }
 
 // ---- Reading --------------------------------------------------------------
@@ -108,7 +91,7 @@ void CompareReading(const std::string& path, const std::string& text)
             input.clear();
             input.seekg(static_cast<std::streamoff>(next));
             PlainRead(input, expected);
-            CheckSameSpectrum(seen, expected, "a record reads as through sscanf");
+            fuzz::CheckSameSpectrum(seen, expected, "a record reads as through sscanf");
             ++records;
         }
         line = next;
@@ -131,8 +114,8 @@ std::vector<Spectrum> CompareLoading(MgfIO& reader, std::size_t size)
         fuzz::Check(isKnown, "a name of the iteration can be loaded");
         // Header values may carry over from another record (B-10), but not any
         // more when the same record is read twice.
-        CheckSamePeaks(again[0], spectra[i], "peaks do not depend on the order");
-        CheckSameSpectrum(again[1], again[0], "loading twice gives the same");
+        fuzz::CheckSamePeaks(again[0], spectra[i], "peaks do not depend on the order");
+        fuzz::CheckSameSpectrum(again[1], again[0], "loading twice gives the same");
     }
     return spectra;
 }
@@ -214,7 +197,7 @@ void CompareRoundTrip(const fuzz::MemoryFile& file, Spectrum& spectrum)
     const Spectrum expected = AfterRoundTrip(spectrum);
     std::vector<Spectrum> seen;
     fuzz::Check(io.bLoadOneSpectrum(expected.strTitle, seen), "a written title is found");
-    CheckSameSpectrum(seen[0], expected, "what survives writing and reading");
+    fuzz::CheckSameSpectrum(seen[0], expected, "what survives writing and reading");
 }
 
 } // namespace
