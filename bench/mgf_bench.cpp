@@ -34,19 +34,6 @@ constexpr std::size_t kPeaks = 150;       // in each of them
 
 // ---- The input --------------------------------------------------------------
 
-/// Peaks ascend in m/z, with 5 decimals; intensities have 1 to 3.
-void AppendPeaks(std::string& text, bench::Random& random)
-{
-    std::uint64_t mz = random.Between(10000000, 12000000);
-    for (std::size_t i = 0; i < kPeaks; ++i) {
-        bench::AppendDecimal(text, mz, 5);
-        text += ' ';
-        bench::AppendDecimal(text, random.Between(1000, 99999999), random.Between(1, 3));
-        text += '\n';
-        mz += random.Between(1000, 2000000);
-    }
-}
-
 std::string TitleOf(std::size_t scan)
 {
     const std::string number = std::to_string(scan);
@@ -64,7 +51,7 @@ void AppendRecord(std::string& text, const std::string& title, bench::Random& ra
     text += ' ';
     bench::AppendDecimal(text, random.Between(10000000, 99999999999), 4);
     text.append("\nCHARGE=").append(std::to_string(random.Between(2, 4))).append("+\n");
-    AppendPeaks(text, random);
+    bench::AppendPeaks(text, random, kPeaks);
     text.append("END IONS\n");
 }
 

@@ -47,6 +47,18 @@ void AppendDecimal(std::string& text, std::uint64_t units, std::size_t decimals)
     text.append(digits, 0, whole).append(1, '.').append(digits, whole, decimals);
 }
 
+void AppendPeaks(std::string& text, Random& random, std::size_t count)
+{
+    std::uint64_t mz = random.Between(10000000, 12000000);
+    for (std::size_t i = 0; i < count; ++i) {
+        AppendDecimal(text, mz, 5);
+        text += ' ';
+        AppendDecimal(text, random.Between(1000, 99999999), random.Between(1, 3));
+        text += '\n';
+        mz += random.Between(1000, 2000000);
+    }
+}
+
 CoutToNull::CoutToNull() : null_("/dev/null"), former_(std::cout.rdbuf(null_.rdbuf())) {}
 
 CoutToNull::~CoutToNull()

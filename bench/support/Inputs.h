@@ -69,6 +69,10 @@ private:
 /// Appends units / 10^decimals: (1234567, 5) is "12.34567".
 void AppendDecimal(std::string& text, std::uint64_t units, std::size_t decimals);
 
+/// Appends count peaks, a line each: m/z ascends, with 5 decimals; intensities have
+/// 1 to 3.
+void AppendPeaks(std::string& text, Random& random, std::size_t count);
+
 /// Empties value and gives the freed memory back to the system, so that every
 /// repetition starts with the same heap. For use while the timing is paused.
 template <typename Value>
