@@ -45,6 +45,9 @@ struct CloseFolder {
 
 void ListFiles(const std::string& folder, std::string_view ending, std::vector<std::string>& names)
 {
+    if (!IsPathText(folder)) {
+        return;
+    }
     const std::unique_ptr<DIR, CloseFolder> opened(::opendir(Resolve(folder).c_str()));
     if (!opened) {
         return;

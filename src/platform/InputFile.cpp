@@ -14,12 +14,6 @@ static_assert(sizeof(off_t) == 8, "files beyond 2 GB need 64-bit offsets");
 
 namespace {
 
-/// Nothing behind a NUL in a path would reach the system.
-bool IsPathText(const std::string& path)
-{
-    return !path.empty() && path.find('\0') == std::string::npos;
-}
-
 bool IsReadableAtOffsets(int descriptor)
 {
     struct stat entry;

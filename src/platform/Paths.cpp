@@ -16,6 +16,11 @@ bool Exists(const std::string& path)
 
 } // namespace
 
+bool IsPathText(const std::string& path)
+{
+    return !path.empty() && path.find('\0') == std::string::npos;
+}
+
 std::string Resolve(const std::string& path)
 {
     const std::size_t last = path.rfind('\\');

@@ -10,6 +10,9 @@
 
 namespace Vorlan::platform {
 
+/// Whether path can name an entry: nothing behind a NUL would reach the system.
+bool IsPathText(const std::string& path);
+
 /// The first of these that names an existing entry: the path as it stands, the
 /// path with every backslash read as "/", the path with only its last backslash
 /// read so. When none exists: the second of them, for a file to be created.

@@ -104,7 +104,7 @@ void CFastaParser::ChangeInvalidChar(std::string& text)
 
 void CFastaParser::_ChangeChar(std::string& text, char ch)
 {
-    for (std::size_t hit = text.find(ch); hit != std::string::npos; hit = text.find(ch, hit)) {
+    for (std::size_t hit = text.find(ch); hit != std::string::npos; hit = text.find(ch, hit + 1)) {
         text[hit] = ' ';
     }
 }

@@ -19,9 +19,14 @@ struct SpectrumExample {
     /// Writes the dataset into a folder and gives its path.
     std::function<std::string(const TempFolder&)> write;
     /// Dumps of a new reader's spectra in the order of the iteration, one per
-    /// name. Each record sets the same fields.
+    /// name. Each record sets the same fields. There may be none.
     std::vector<std::string> dumps;
     std::vector<std::string> names;
+
+    // What formats do differently.
+    bool tellsWhatCannotBeOpened = true; ///< InitLoad prints the path
+    bool keepsNamesAfterEndLoad = true;  ///< else it forgets all of them
+    bool loadsAllFromTheFirst = false;   ///< else what the iteration has left
 };
 
 const std::vector<SpectrumExample>& SpectrumExamples();

@@ -42,6 +42,16 @@ protected:
 
     const std::vector<std::string>& Dumps() const { return GetParam().dumps; }
 
+    /// A name of the example, or any name where it has none.
+    std::string AName() const { return GetParam().names.empty() ? "a" : GetParam().names[0]; }
+
+    /// What tLoadAllSpectra gives when the iteration has given that many.
+    std::vector<std::string> DumpsOfAllBehind(std::size_t given) const
+    {
+        const std::size_t first = GetParam().loadsAllFromTheFirst ? 0 : given;
+        return {Dumps().begin() + static_cast<std::ptrdiff_t>(first), Dumps().end()};
+    }
+
     TempFolder folder_;
     std::string path_;
     Reader reader_{GetParam().type};
@@ -67,7 +77,7 @@ TEST_P(SpectrumReaderContract, HasNothingBeforeInitLoad)
     EXPECT_EQ(reader_->tGetInputSpecNumber(), 0u);
     EXPECT_FALSE(reader_->bLoadNextSpectrum(spectra));
     EXPECT_EQ(reader_->tLoadAllSpectra(spectra), 0u);
-    OutputOf([&] { EXPECT_FALSE(reader_->bLoadOneSpectrum(GetParam().names[0], spectra)); });
+    OutputOf([&] { EXPECT_FALSE(reader_->bLoadOneSpectrum(AName(), spectra)); });
     reader_->ResetIter();
     reader_->EndLoad();
     EXPECT_TRUE(spectra.empty());
@@ -110,8 +120,9 @@ TEST_P(SpectrumReaderContract, IterationEndsAndStaysAtItsEnd)
     Spectra spectra(1);
     EXPECT_FALSE(reader_->bLoadNextSpectrum(spectra));
     EXPECT_FALSE(reader_->bLoadNextSpectrum(spectra));
-    EXPECT_EQ(reader_->tLoadAllSpectra(spectra), 0u);
     EXPECT_EQ(spectra.size(), 1u);
+    EXPECT_EQ(reader_.Rest(), DumpsOfAllBehind(Dumps().size()));
+    EXPECT_FALSE(reader_->bLoadNextSpectrum(spectra));
 }
 
 TEST_P(SpectrumReaderContract, ResetIterStartsOver)
@@ -129,23 +140,29 @@ TEST_P(SpectrumReaderContract, LoadAllCountsWhatItAppends)
 {
     reader_->InitLoad(path_);
     Spectra spectra;
-    reader_->bLoadNextSpectrum(spectra);
-    EXPECT_EQ(reader_->tLoadAllSpectra(spectra), Dumps().size() - 1);
-    EXPECT_EQ(Dump(spectra), Dumps());
+    const std::size_t given = reader_->bLoadNextSpectrum(spectra) ? 1 : 0;
+    spectra.clear();
+    EXPECT_EQ(reader_->tLoadAllSpectra(spectra), DumpsOfAllBehind(given).size());
+    EXPECT_EQ(Dump(spectra), DumpsOfAllBehind(given));
 }
 
 TEST_P(SpectrumReaderContract, AppendsAndNeverClears)
 {
     reader_->InitLoad(path_);
-    Spectra spectra(2);
+    Spectra spectra(1);
     spectra[0].strTitle = "kept";
-    reader_->bLoadOneSpectrum(GetParam().names[0], spectra);
-    reader_->bLoadNextSpectrum(spectra);
-    EXPECT_EQ(spectra.size(), 4u);
+    std::vector<std::string> expected = {Dump(spectra[0])};
+    for (const std::string& name : GetParam().names) {
+        reader_->bLoadOneSpectrum(name, spectra);
+    }
+    while (reader_->bLoadNextSpectrum(spectra)) {
+    }
+    reader_->ResetIter();
     reader_->tLoadAllSpectra(spectra);
-    ASSERT_EQ(spectra.size(), 3 + Dumps().size());
-    EXPECT_EQ(spectra[0].strTitle, "kept");
-    EXPECT_EQ(Dump(spectra[2]), Dumps()[0]);
+    for (int way = 0; way < 3; ++way) {
+        expected.insert(expected.end(), Dumps().begin(), Dumps().end());
+    }
+    EXPECT_EQ(Dump(spectra), expected);
 }
 
 TEST_P(SpectrumReaderContract, AnUnknownNameIsToldAndGivesFalse)
@@ -159,21 +176,22 @@ TEST_P(SpectrumReaderContract, AnUnknownNameIsToldAndGivesFalse)
     EXPECT_EQ(reader_.Rest(), Dumps());
 }
 
-TEST_P(SpectrumReaderContract, WhatCannotBeOpenedIsToldAndEmpty)
+TEST_P(SpectrumReaderContract, WhatCannotBeOpenedIsEmptyAndMostlyTold)
 {
     const std::string missing = folder_.PathOf("missing");
     const std::string output = OutputOf([&] { reader_->InitLoad(missing); });
-    EXPECT_NE(output.find(missing), std::string::npos);
+    EXPECT_EQ(output.find(missing) != std::string::npos, GetParam().tellsWhatCannotBeOpened);
     EXPECT_EQ(reader_->tGetInputSpecNumber(), 0u);
     EXPECT_TRUE(reader_.Rest().empty());
 }
 
-TEST_P(SpectrumReaderContract, EndLoadKeepsTheNames)
+TEST_P(SpectrumReaderContract, EndLoadKeepsTheNamesOrForgetsAll)
 {
     reader_->InitLoad(path_);
     reader_->EndLoad();
     reader_->EndLoad();
-    EXPECT_EQ(reader_->tGetInputSpecNumber(), GetParam().names.size());
+    EXPECT_EQ(reader_->tGetInputSpecNumber(),
+              GetParam().keepsNamesAfterEndLoad ? GetParam().names.size() : 0u);
 }
 
 TEST_P(SpectrumReaderContract, ASecondInitLoadStartsAnew)

@@ -1,21 +1,26 @@
 // Walks the other tables of docs/errors.md: the XML model, messages, and ends
 // of the process.
+#include <fstream>
 #include <functional>
 #include <utility>
 
 #include "CStringProcess.h"
+#include "FastaProteinDB.h"
 #include "InitFile.h"
 #include "ModificationDB.h"
 #include "PeptideIdentificationIO.h"
 #include "SpectraIO.h"
 #include "XmlDocument.h"
 #include "docs/Page.h"
+#include "support/Printed.h"
 #include "support/ProcessEnd.h"
 #include "support/Support.h"
 
 namespace Vorlan {
 namespace {
 
+using test::Printed;
+using test::PrintedBy;
 using test::Row;
 
 std::string Replaced(std::string text, const std::string& value, const std::string& placeholder)
@@ -81,19 +86,6 @@ TEST(ErrorMessages, AFileEndsALineBehindItsTextForTheXmlModel)
 
 // ---- Messages ------------------------------------------------------------
 
-struct Printed {
-    std::string out;
-    std::string err;
-};
-
-Printed PrintedBy(const std::function<void()>& call)
-{
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    call();
-    return {testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
-}
-
 /// Loads the file a.txt of folder; second: a second file beside it, or nothing.
 template <typename Reader>
 void LoadFrom(const std::string& folder, const std::string& second = "")
@@ -105,6 +97,33 @@ void LoadFrom(const std::string& folder, const std::string& second = "")
     reader.InitLoad(source);
     std::vector<PeptideIdentification> matches;
     reader.Load(matches);
+}
+
+void OpenFasta(const std::string& path)
+{
+    CFastaProteinDB database;
+    database.SetDBPath(path);
+    EXPECT_FALSE(database.OpenFile());
+}
+
+void LoadFasta(const std::string& path)
+{
+    CFastaProteinDB database;
+    database.SetDBPath(path);
+    EXPECT_FALSE(database.ReadFromFile());
+}
+
+void ReadFastaEntry(const std::string& path)
+{
+    std::ifstream stream(path);
+    CProtein protein;
+    EXPECT_FALSE(CFastaParser::ReadOnePrteinEntry(protein, stream));
+}
+
+void CountFastaEntriesOfNothing()
+{
+    std::ifstream stream;
+    EXPECT_EQ(CFastaParser::GetEntryNum(stream), 0U);
 }
 
 const char kMsgfHeader[] = "#SpecFile\tScanNum\tPeptide\tCharge\tPrecursor\tPrecursorError(ppm)\t"
@@ -126,26 +145,42 @@ TEST(ErrorMessages, EveryMessageIsListedWithItsStream)
             provoked.push_back({"standard error", Replaced(printed.err, value, placeholder)});
         }
     };
+    const test::TempFolder folder;
     std::vector<Spectrum> spectra;
     add([] { MgfIO().InitLoad("/no/file.mgf"); }, "/no/file.mgf", "<path>");
     add([&] { MgfIO().bLoadOneSpectrum("17", spectra); }, "17", "<name>");
+    add([&] { DtaIO().bLoadOneSpectrum("/no/file.dta", spectra); }, "/no/file.dta", "<path>");
+    add([] { OpenFasta(""); }, "", "");
+    add([] { LoadFasta("/no/file.fasta"); }, "", ""); // OpenFile's message in front of its own
+    const std::string fasta = folder.Write("a.fasta", "AAA\n>P\n");
+    const std::string noHeader = PrintedBy([&] { ReadFastaEntry(fasta); }).out;
+    add([&] { ReadFastaEntry(fasta); }, "", "");
+    add([&] { LoadFasta(fasta); }, noHeader, ""); // behind the same message
+    add(CountFastaEntriesOfNothing, "", "");
     add([] { EXPECT_ANY_THROW(InitFile().Load("/no/file.ini")); }, "/no/file.ini", "<path>");
     add([] { CModificationsDBUnimod::getInstance("/no/file.xml"); }, "Can not open file!",
         "<text of the CXmlException>");
     add([] { LoadFrom<CometPepXMLPepIdentIO>("/no/folder"); }, "Can not open file!",
         "<text of the CXmlException>");
-    const test::TempFolder folder;
     folder.Write("a.txt", kMsgfHeader);
     folder.Write("mods.txt", "C1?,K,opt,any,a\n");
     add([&] { LoadFrom<MSGFTSVPepIdentIO>(folder.Path(), "mods.txt"); }, "", "");
 
     std::vector<Row> listed;
     for (const Row& row : test::RowsUnder("errors.md", "Messages")) {
-        const bool isOfSpectra = row.at(1) == "`MulSpecIO`, `MgfIO`";
+        const bool isOfSpectra = row.at(1) == "`MulSpecIO`, `MgfIO`" || row.at(1) == "`DtaIO`";
         listed.push_back(
             {row.at(2), (isOfSpectra ? "\n" : "") + test::WithoutTicks(row.at(4)) + "\n"});
     }
     EXPECT_EQ(listed, provoked);
+}
+
+TEST(ErrorMessages, AMessageOfTheFastaDatabaseFollowsThatOfOpenFile)
+{
+    EXPECT_EQ(PrintedBy([] { LoadFasta(""); }).out, PrintedBy([] { OpenFasta(""); }).out);
+    EXPECT_EQ(PrintedBy([] { LoadFasta("/no/file"); }).out,
+              PrintedBy([] { OpenFasta("/no/file"); }).out);
+    EXPECT_EQ(PrintedBy([] { OpenFasta("/no/file"); }).err, "");
 }
 
 TEST(ErrorMessages, AFileThatCannotBeWrittenIsToldLikeOneThatCannotBeRead)

@@ -15,6 +15,23 @@ TEST(SpecIOFactory, MakesAReaderForMgf)
     EXPECT_EQ(pReader, nullptr);
 }
 
+TEST(SpecIOFactory, MakesAReaderForEveryFormat)
+{
+    const auto isMade = [](DatasetType::EDatasetType type, auto* pLike) {
+        SpectraIO* pReader = SpecIOFactory::pGetSpectraIO(type);
+        const bool isLike = dynamic_cast<decltype(pLike)>(pReader) != nullptr;
+        SpecIOFactory::DesctroySpectraIO(pReader);
+        EXPECT_EQ(pReader, nullptr);
+        return isLike;
+    };
+    EXPECT_TRUE(isMade(DatasetType::Dta, static_cast<DtaIO*>(nullptr)));
+    EXPECT_TRUE(isMade(DatasetType::Mgf, static_cast<MgfIO*>(nullptr)));
+    EXPECT_TRUE(isMade(DatasetType::MzXml, static_cast<MzXMLIO*>(nullptr)));
+    EXPECT_TRUE(isMade(DatasetType::MzMl, static_cast<MzMLIO*>(nullptr)));
+    EXPECT_FALSE(isMade(DatasetType::Dta, static_cast<MulSpecIO*>(nullptr)))
+        << "a folder is no file of many spectra";
+}
+
 TEST(SpecIOFactory, MakesANewReaderEveryTime)
 {
     SpectraIO* pFirst = SpecIOFactory::pGetSpectraIO(DatasetType::Mgf);

@@ -21,7 +21,9 @@ inline std::string NumberText(double value, const char* format)
     return text;
 }
 
-/// "title|500.25|2+|scan 7|rt 1.5|100:1 200:2", numbers in the given format.
+/// "title|500.25|2+|scan 7|rt 1.5|100:1 200:2", numbers in the given format. A
+/// source that is set follows, without the folders before its last "/":
+/// "|from run\\".
 inline std::string Dump(const Spectrum& spectrum, const char* format = "%.10g")
 {
     std::string text = spectrum.strTitle;
@@ -34,7 +36,10 @@ inline std::string Dump(const Spectrum& spectrum, const char* format = "%.10g")
                 + NumberText(peak.dIntensity, format);
         text += peak.vMatchRes.empty() ? "" : " with matches";
     }
-    if (spectrum.nSpecFlag != 1 || !spectrum.strSource.empty() || !spectrum.vHashTable.empty()) {
+    if (!spectrum.strSource.empty()) {
+        text += "|from " + spectrum.strSource.substr(spectrum.strSource.rfind('/') + 1);
+    }
+    if (spectrum.nSpecFlag != 1 || !spectrum.vHashTable.empty()) {
         text += "|fields set that no reader sets";
     }
     return text;
