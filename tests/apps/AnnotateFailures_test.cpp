@@ -52,8 +52,8 @@ TEST(Pelgrin, WrongUsageEndsWithStatusTwoAndNamesTheChoices)
         ExpectRefusal(workplace.Annotate({Row()}, c.more), 2, c.text);
     }
     ExpectRefusal(RunPelgrin({}), 2,
-                  "no command was given; there is: run, params, annotate, convert, mods "
-                  "(see pelgrin --help)");
+                  "no command was given; there is: run, params, annotate, convert, map-proteins, "
+                  "mods (see pelgrin --help)");
     ExpectRefusal(RunPelgrin({"anotate"}), 2, "\"anotate\" is not a command; there is: run");
     ExpectRefusal(RunPelgrin({"params"}), 2,
                   "no command was given; there is: check, template (see pelgrin params --help)");
@@ -85,7 +85,7 @@ TEST(PelgrinAnnotate, InputsThatCannotBeOpenedAreFoundBeforeAnyWork)
     ExpectRefusal(run(workplace.PathOf("none.mgf"), table), 1,
                   "none.mgf: cannot be opened: No such file or directory");
     ExpectRefusal(run(mgf, workplace.PathOf("none.txt")), 1, "none.txt: cannot be opened");
-    ExpectRefusal(run(workplace.PathOf(""), table), 1, "but a folder");
+    ExpectRefusal(run(workplace.PathOf(""), table), 1, "is a folder without DTA files");
     ExpectRefusal(run("/dev/null", table), 1, "but a pipe or device");
     ExpectRefusal(run(workplace.Write("a\\b.mgf", kRunMgf), table), 1, "backslash");
     EXPECT_FALSE(std::filesystem::exists(workplace.PathOf("out")));

@@ -3,6 +3,7 @@
 
 #include "HostProgram.h"
 #include "files/ResultAudit.h"
+#include "proteins/ProteinCounts.h"
 #include "run/Counts.h"
 #include "run/DatasetResolver.h"
 
@@ -61,15 +62,19 @@ TEST(PelgrinDocs, ListEveryOptionOfTheHelp)
 {
     for (const auto& [command, heading] : std::map<std::string, std::string>{
              {"annotate", "Which ions of my peptides are in the spectra?"},
-             {"convert", "How do I turn a result into the native table?"}}) {
+             {"convert", "How do I turn a result into the native table?"},
+             {"map-proteins", "In which proteins do my peptides lie?"}}) {
         SCOPED_TRACE(command);
         std::set<std::string> helped = OptionsIn(RunPelgrin({command, "--help"}).out, "\n  ");
         helped.erase("--help");
         EXPECT_GE(helped.size(), 6U);
         EXPECT_EQ(OptionsIn(FirstColumn(Chapter(heading)), "`"), helped);
     }
-    EXPECT_THAT(RunPelgrin({"run", "--help"}).out, HasSubstr("\n  --dataset NAME=FILE"));
-    EXPECT_THAT(Chapter("How do I do a whole run?"), HasSubstr("--dataset NAME=FILE"));
+    const std::string help = RunPelgrin({"run", "--help"}).out;
+    for (const char* const option : {"--dataset NAME=FILE", "--fasta", "--equate-il"}) {
+        EXPECT_THAT(help, HasSubstr(std::string("\n  ") + option));
+        EXPECT_THAT(Chapter("How do I do a whole run?"), HasSubstr(option));
+    }
 }
 
 TEST(PelgrinDocs, ListEveryFormatThatCanBeRead)
@@ -97,6 +102,22 @@ TEST(PelgrinDocs, ListEveryReasonUnderItsKind)
         const std::size_t place = chapter.find("\n| `" + std::string(KeyOf(reason)) + "` |");
         ASSERT_NE(place, std::string::npos) << KeyOf(reason);
         EXPECT_EQ(place < second, IsLoss(reason)) << KeyOf(reason);
+    }
+}
+
+TEST(PelgrinDocs, ListEveryCountOfProteinsAndItsStatus)
+{
+    const std::string chapter = Chapter("In which proteins do my peptides lie?");
+    for (std::size_t i = 0; i < kProteinCounts; ++i) {
+        const auto count = static_cast<ProteinCount>(i);
+        const std::string key = std::string("`") + KeyOf(count) + "`";
+        std::size_t place = chapter.find("\n| " + key);
+        if (place == std::string::npos) {
+            place = chapter.find(", " + key + " |"); // the second one of a row
+        }
+        ASSERT_NE(place, std::string::npos) << key;
+        const std::size_t end = chapter.find('\n', place + 1);
+        EXPECT_EQ(chapter.substr(end - 5, 5) == "yes |", IsLoss(count)) << key;
     }
 }
 

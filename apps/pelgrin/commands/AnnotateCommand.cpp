@@ -10,10 +10,9 @@
 #include "commands/DatasetOption.h"
 #include "commands/ResultOptions.h"
 #include "common/Failure.h"
-#include "files/FileLines.h"
+#include "files/SpectraSource.h"
 #include "run/Parameters.h"
 #include "run/Run.h"
-#include "run/Spectra.h"
 
 namespace pelgrin {
 
@@ -39,7 +38,7 @@ Example:
     --out results
 
 A record and a spectrum meet by dataset and spectrum name. The dataset is the
-name of the MGF file; engines that write a path, another ending or the name up
+name of the MGF file, or of the folder of DTA files; engines that write a path, another ending or the name up
 to its first dot are understood, too. --dataset says what is meant otherwise.
 
 Writes annotations.tsv, results.txt, matched.mgf and summary.json into the
@@ -52,7 +51,9 @@ could not be used (summary.json says which and why).
 void AddOptions(CLI::App* annotate, Texts& texts)
 {
     annotate->footer(kFormatNeeds + std::string(kAnnotateFooter));
-    annotate->add_option("--spectra", texts.spectra, "MGF files with the spectra")
+    annotate
+        ->add_option("--spectra", texts.spectra,
+                     "MGF files and folders of DTA files with the spectra")
         ->type_name("FILE")
         ->required();
     annotate->add_option("--psms", texts.psms, "result with peptide-spectrum matches")
@@ -81,7 +82,9 @@ void AddOptions(CLI::App* annotate, Texts& texts)
 Parameters ParametersOf(const Texts& texts)
 {
     Parameters parameters;
-    parameters.spectra = texts.spectra;
+    for (const std::string& path : texts.spectra) {
+        parameters.spectra.push_back(WithoutLastSeparators(path));
+    }
     parameters.psms = {texts.psms};
     parameters.tolerance = ParseTolerance(texts.tolerance);
     parameters.ions = ParseIons(texts.ions);
@@ -90,21 +93,22 @@ Parameters ParametersOf(const Texts& texts)
     if (parameters.out.empty()) {
         throw UsageError("--out: the name of the folder is empty");
     }
-    parameters.datasets = ParseDatasets(texts.datasets, texts.spectra);
+    parameters.datasets = ParseDatasets(texts.datasets, parameters.spectra);
     TakeResultOptions(texts.result, parameters);
     return parameters;
 }
 
 /// Refuses what cannot work before any work is done.
-void CheckSpectra(const Parameters& parameters)
+void CheckAllSpectra(const Parameters& parameters)
 {
     std::set<std::string> names;
     for (const std::string& path : parameters.spectra) {
-        CheckReadable(path);
-        if (!names.insert(FileNameOf(path)).second) {
+        CheckSpectra(path);
+        const std::string name = PlaceOfDataset(path).name;
+        if (!names.insert(name).second) {
             throw UsageError(fmt::format("--spectra: two files are named \"{}\"; records could not "
                                          "tell them apart",
-                                         FileNameOf(path)));
+                                         name));
         }
     }
 }
@@ -112,7 +116,7 @@ void CheckSpectra(const Parameters& parameters)
 ExitStatus RunAnnotate(const Texts& texts)
 {
     const Parameters parameters = ParametersOf(texts);
-    CheckSpectra(parameters);
+    CheckAllSpectra(parameters);
     return Run(parameters);
 }
 

@@ -9,6 +9,7 @@
 
 #include "commands/AnnotateCommand.h"
 #include "commands/ConvertCommand.h"
+#include "commands/MapProteinsCommand.h"
 #include "commands/ModsCommand.h"
 #include "commands/ParamsCommand.h"
 #include "commands/RunCommand.h"
@@ -85,6 +86,7 @@ void ReadCommandLine(int argc, const char* const* argv, Command& command)
     AddParamsCommand(app, command);
     AddAnnotateCommand(app, command);
     AddConvertCommand(app, command);
+    AddMapProteinsCommand(app, command);
     AddModsCommand(app, command);
     try {
         app.parse(argc, argv);

@@ -41,9 +41,7 @@ ExitStatus RunConvert(const Texts& texts)
     if (parameters.out.empty()) {
         throw UsageError("--out: the name of the table is empty");
     }
-    if (!texts.result.parameterFile.empty() && !texts.result.modifications.empty()) {
-        throw UsageError("--mod and --parameters: give modifications in one way only");
-    }
+    RefuseModificationsTwice(texts.result);
     TakeResultOptions(texts.result, parameters);
     return Convert(parameters);
 }

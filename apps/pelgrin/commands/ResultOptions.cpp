@@ -47,6 +47,13 @@ void AddResultOptions(CLI::App& command, ResultOptions& options, bool formatIsRe
         ->type_name("FILE");
 }
 
+void RefuseModificationsTwice(const ResultOptions& options)
+{
+    if (!options.parameterFile.empty() && !options.modifications.empty()) {
+        throw UsageError("--mod and --parameters: give modifications in one way only");
+    }
+}
+
 void TakeResultOptions(const ResultOptions& options, Parameters& parameters)
 {
     parameters.format = ParseFormat(options.format);

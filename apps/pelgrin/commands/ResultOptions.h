@@ -25,6 +25,10 @@ extern const char* const kFormatNeeds;
 /// it is required.
 void AddResultOptions(CLI::App& command, ResultOptions& options, bool formatIsRequired);
 
+/// Throws UsageError for modifications of the command line and of a file: for
+/// commands that only read.
+void RefuseModificationsTwice(const ResultOptions& options);
+
 /// Sets format, second, modifications and what goes with them for the one
 /// result file of parameters, and lets the library know the modifications.
 /// Throws UsageError and Failure before anything is read but files of

@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 
 #include "commands/DatasetOption.h"
+#include "commands/EquateIlOption.h"
 #include "commands/ParameterFileOptions.h"
 #include "common/Failure.h"
 #include "parameters/RunParameters.h"
@@ -20,6 +21,8 @@ namespace {
 struct RunOptions {
     std::shared_ptr<ParameterFileOptions> file;
     std::vector<std::string> datasets;
+    ProteinChoice proteins;
+    bool hasFasta = false;
 };
 
 constexpr const char kRunFooter[] = R"(Example:
@@ -36,15 +39,23 @@ A record and its spectrum meet by dataset and spectrum name, as pelgrin annotate
 
 Writes annotations.tsv, results.txt, matched.mgf and summary.json into the
 folder that the file names as output, and a short report to standard output.
+With a protein database it writes proteins.tsv, too, and fills in the proteins
+of the matches, as pelgrin map-proteins --help tells.
 
 Exit status: 0 all well; 1 failure; 2 wrong usage; 3 finished, but some records
-could not be used, or the file asks for something that is not offered yet
-(summary.json says which and why).
+could not be used, proteins and peptides do not fit, or the file asks for
+something that is not offered yet (summary.json says which and why).
 )";
 
 ExitStatus RunFile(const RunOptions& options)
 {
-    RunPlan plan = ReadRunPlan(options.file->file, options.file->makeTable);
+    if (options.hasFasta && options.proteins.fasta.empty()) {
+        throw UsageError("--fasta: the name of the file is empty");
+    }
+    RunPlan plan = ReadRunPlan(options.file->file, options.file->makeTable, options.proteins);
+    if (options.proteins.equateIl && !plan.parameters.proteins) {
+        throw UsageError("--equate-il: the run has no proteins; give --fasta, too");
+    }
     plan.parameters.datasets = ParseDatasets(options.datasets, plan.parameters.spectra);
     const std::size_t problems = plan.fileProblems.size();
     if (problems > 0) {
@@ -64,7 +75,15 @@ void AddRunCommand(CLI::App& app, Command& chosen)
     const auto options = std::make_shared<RunOptions>();
     options->file = AddParameterFileOptions(*run);
     AddDatasetOption(*run, options->datasets);
-    run->callback([&chosen, options] { chosen.run = [options] { return RunFile(*options); }; });
+    run->add_option("--fasta", options->proteins.fasta,
+                    "proteins in which the peptides are looked for; counts instead of "
+                    "protein_database in the file")
+        ->type_name("FASTA");
+    AddEquateIlOption(*run, options->proteins.equateIl);
+    run->callback([&chosen, options, run] {
+        options->hasFasta = run->count("--fasta") > 0;
+        chosen.run = [options] { return RunFile(*options); };
+    });
 }
 
 } // namespace pelgrin

@@ -1,5 +1,7 @@
 #include "files/MgfAudit.h"
 
+#include <string_view>
+
 #include "files/FileLines.h"
 
 namespace pelgrin {
@@ -12,12 +14,27 @@ std::string Trimmed(const std::string& line)
     return line.substr(0, line.find_last_not_of(" \t\r") + 1);
 }
 
-/// What stands behind the first "scan=" is a number.
-bool EndsInScan(const std::string& title)
+/// What stands behind the first "scan=" is a number that ends the title, or that
+/// FileConverter has written: "mz_rt_scan=7_run", also behind a controller. Where
+/// other words stand between, engines number the spectra otherwise.
+bool HasScan(std::string_view title)
 {
+    constexpr std::string_view kController = "controllerType=0 controllerNumber=1 ";
     const std::size_t scan = title.find("scan=");
-    return scan != std::string::npos && scan + 5 < title.size()
-           && title.find_first_not_of("0123456789", scan + 5) == std::string::npos;
+    if (scan == std::string_view::npos || scan + 5 == title.size()) {
+        return false;
+    }
+    const std::size_t end = title.find_first_not_of("0123456789", scan + 5);
+    if (end == std::string_view::npos) {
+        return true;
+    }
+    std::string_view front = title.substr(0, scan);
+    if (front.size() > kController.size()
+        && front.substr(front.size() - kController.size()) == kController) {
+        front.remove_suffix(kController.size());
+    }
+    return end > scan + 5 && title[end] == '_' && front.back() == '_'
+           && title.find_first_of(" \t", end) == std::string_view::npos;
 }
 
 /// Follows the library's index through the lines of a file.
@@ -72,8 +89,8 @@ private:
         } else {
             title_ = line.begin;
             std::string title = Trimmed(title_);
-            if (EndsInScan(title)) {
-                audit_.titlesEndingInScan.push_back(std::move(title));
+            if (HasScan(title)) {
+                audit_.titlesWithScan.push_back(std::move(title));
             }
         }
         waitsForTitle_ = false;

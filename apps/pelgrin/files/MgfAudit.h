@@ -22,7 +22,9 @@ struct MgfAudit {
     std::uint64_t firstWithoutTitle = 0;         ///< line of its beginning; 0 none
     std::vector<std::string> titlesWithoutPeaks; ///< whole title lines
     std::vector<std::string> foreignTitles; ///< title lines that the spectra before stand under
-    std::vector<std::string> titlesEndingInScan; ///< trimmed; the library cuts the number (B-13)
+    /// Trimmed title lines whose "scan=" and number end them (the library cuts the
+    /// number, B-13) or stand before "_" and one more word, as FileConverter writes.
+    std::vector<std::string> titlesWithScan;
 };
 
 /// Throws Failure when the file cannot be read.

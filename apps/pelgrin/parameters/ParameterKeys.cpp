@@ -55,11 +55,13 @@ const std::vector<ParameterKey> kKeys = {
     {"Search", "var_mod_N", "var_mod_number", ValueKind::Text, kModification,
      "for N = 1 to var_mod_number", "Name and site of one of them.", "Oxidation (M)"},
     {"Search", "dataset_format", nullptr, ValueKind::Text, "\"dta\", \"mgf\", \"mzXML\" or \"mzML\"",
-     kAlways, "The format of the spectra; pelgrin reads mgf so far.", "mgf"},
+     kAlways, "The format of the spectra; pelgrin reads dta and mgf.", "mgf"},
     {"Search", "dataset_number", nullptr, ValueKind::Count, "a number of 1 or more", kAlways,
-     "How many files of spectra.", "1"},
+     "How many files of spectra, or folders of dta files.", "1"},
     {"Search", "dataset_filename_N", "dataset_number", ValueKind::Text, kPath,
-     "for N = 1 to dataset_number", "One of them; a path without / is refused.", "./spectra.mgf"},
+     "for N = 1 to dataset_number",
+     "One of them, for dta the folder of the files; a path without / is refused.",
+     "./spectra.mgf"},
     {"Search", "pep_ident_format", nullptr, ValueKind::Text,
      "\"pFind 2.8 (.txt)\", \"pBuild_CSV\", \"MSFragger (.pepXML)\", \"Sequest (.txt)\", "
      "\"Mascot_dat\", \"Mascot_PepXML\", \"MaxQuant\", \"X!Tandem\", \"Calvex (.txt)\", "
@@ -102,9 +104,9 @@ const std::vector<ParameterKey> kKeys = {
      "for N = 1 to target_mod_number", "Name and site of one of them.", nullptr},
 
     {"Annotation", "is_annotated", nullptr, ValueKind::Switch, kZeroOrOne, kAlways,
-     "Annotation of proteins, only with localization; pelgrin does not offer it yet.", "0"},
+     "Which proteins hold the peptides; only with is_localized = 1, else give --fasta.", "0"},
     {"Annotation", "protein_database", nullptr, ValueKind::Text, "the path of a FASTA file",
-     "when is_annotated is 1", "The proteins.", nullptr},
+     "when is_annotated is 1", "The proteins; pelgrin run --fasta counts instead.", nullptr},
 
     {"Output", "output", nullptr, ValueKind::Text, "the path of a folder", kAlways,
      "The folder of the results; it is made when missing.", "./results"},

@@ -5,7 +5,10 @@
 
 #include <fmt/format.h>
 
+#include "common/Failure.h"
 #include "common/Terminal.h"
+#include "files/DtaAudit.h"
+#include "files/SpectraSource.h"
 #include "run/Identifications.h"
 #include "run/Modifications.h"
 
@@ -47,15 +50,27 @@ void AddModifications(std::string& text, const char* kind,
     }
 }
 
+/// The bytes of a file, or the DTA files of a folder.
+std::string SizeOf(const std::string& path)
+{
+    try {
+        if (IsFolder(path)) {
+            return fmt::format("{} DTA files", DtaFileNames(path).size());
+        }
+    } catch (const Failure&) {
+        return "cannot be read";
+    }
+    std::error_code error;
+    const auto size = std::filesystem::file_size(path, error);
+    return error ? std::string("cannot be read") : fmt::format("{} bytes", size);
+}
+
 void AddFiles(std::string& text, const char* title, const std::string& format,
               const std::vector<std::string>& paths)
 {
     Add(text, "{:<14}{}\n", title, format);
     for (const std::string& path : paths) {
-        std::error_code error;
-        const auto size = std::filesystem::file_size(path, error);
-        Add(text, "  {}   {}\n", OneLine(path),
-            error ? std::string("cannot be read") : fmt::format("{} bytes", size));
+        Add(text, "  {}   {}\n", OneLine(path), SizeOf(path));
     }
 }
 
@@ -72,6 +87,16 @@ void AddSecondFiles(std::string& text, const Parameters& parameters)
     if (!paths.empty()) {
         AddFiles(text, "Peptides", "peptides.txt", paths);
     }
+}
+
+void AddProteins(std::string& text, const Parameters& parameters)
+{
+    if (!parameters.proteins) {
+        Add(text, "Annotation    off\n");
+        return;
+    }
+    AddFiles(text, "Annotation", "proteins that hold the peptides",
+             {parameters.proteins->database});
 }
 
 void AddFdr(std::string& text, const Parameters& parameters)
@@ -108,11 +133,9 @@ std::string TextOf(const RunPlan& plan)
              parameters.psms);
     AddSecondFiles(text, parameters);
     AddFdr(text, parameters);
-    for (const auto& [name, isAsked] :
-         {std::pair<const char*, bool>{"Localization", plan.groups->getLocalizeParam()->bLocalize},
-          {"Annotation", plan.groups->getAnnotateParam()->bAnnotate}}) {
-        Add(text, "{:<14}{}\n", name, isAsked ? "asked for, but not offered yet" : "off");
-    }
+    Add(text, "Localization  {}\n",
+        plan.groups->getLocalizeParam()->bLocalize ? "asked for, but not offered yet" : "off");
+    AddProteins(text, parameters);
     std::error_code ignored;
     Add(text, "Output        {}{}\n", OneLine(parameters.out),
         std::filesystem::is_directory(parameters.out, ignored) ? "" : ", which will be made");

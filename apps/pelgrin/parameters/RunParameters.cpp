@@ -10,14 +10,15 @@
 #include "common/Failure.h"
 #include "common/Terminal.h"
 #include "files/EngineFileAudit.h"
+#include "files/FastaAudit.h"
 #include "files/FileLines.h"
+#include "files/SpectraSource.h"
 #include "files/UnimodFile.h"
 #include "parameters/ParameterKeys.h"
 #include "parameters/ParameterMessages.h"
 #include "run/Identifications.h"
 #include "run/Modifications.h"
 #include "run/Output.h"
-#include "run/Spectra.h"
 
 namespace pelgrin {
 
@@ -162,12 +163,24 @@ const CTulkParam* ReadGroups(const ParameterText& text, const std::string& datab
 
 // ---- What pelgrin offers so far ---------------------------------------------
 
+/// The library finds spectra in datasets of this format.
+bool HasSpectra(Vorlan::DatasetType::EDatasetType format)
+{
+    return format == Vorlan::DatasetType::Mgf || format == Vorlan::DatasetType::Dta;
+}
+
 void CheckOffered(const ParameterText& text, const CTulkParam& groups)
 {
     const Vorlan::CSearchParam& search = *groups.getSearchParam();
     constexpr const char kNotYet[] = "this format is not read yet";
-    if (search.eDatasetFormat != Vorlan::DatasetType::Mgf) {
-        throw Failure(BadValue(text, "Search", "dataset_format", kNotYet, "\"mgf\""));
+    if (!HasSpectra(search.eDatasetFormat)) {
+        const Vorlan::DatasetSource& first = search.vDatasets.front();
+        throw Failure(
+            BadValue(text, "Search", "dataset_format",
+                     "such files are not read, convert each one to MGF: "
+                         + ConversionOf(ResolvedPath(first.strFirst + first.strSecond),
+                                        Vorlan::DatasetType::typeToName(search.eDatasetFormat)),
+                     "\"mgf\" or \"dta\""));
     }
     if (!HasReader(search.ePepIdentFormat)) {
         throw Failure(BadValue(text, "Search", "pep_ident_format", kNotYet, FormatChoices()));
@@ -181,18 +194,13 @@ void CheckOffered(const ParameterText& text, const CTulkParam& groups)
 
 std::vector<std::string> NotOffered(const ParameterText& text, const CTulkParam& groups)
 {
-    std::vector<std::string> asked;
-    const auto add = [&](bool isAsked, const char* what, const char* section, const char* key) {
-        if (isAsked) {
-            asked.emplace_back(what);
-            spdlog::warn("{} = {}: {} is not offered yet; the run goes on without it",
-                         OneLine(text.PlaceOf(section, key)), OneLine(text.ValueOf(section, key)),
-                         what);
-        }
-    };
-    add(groups.getLocalizeParam()->bLocalize, "localization", "Localization", "is_localized");
-    add(groups.getAnnotateParam()->bAnnotate, "protein annotation", "Annotation", "is_annotated");
-    return asked;
+    if (!groups.getLocalizeParam()->bLocalize) {
+        return {};
+    }
+    spdlog::warn("{} = {}: localization is not offered yet; the run goes on without it",
+                 OneLine(text.PlaceOf("Localization", "is_localized")),
+                 OneLine(text.ValueOf("Localization", "is_localized")));
+    return {"localization"};
 }
 
 // ---- Files ------------------------------------------------------------------
@@ -201,8 +209,12 @@ std::vector<std::string> NotOffered(const ParameterText& text, const CTulkParam&
 /// them; problems with them go to RunPlan::fileProblems.
 class FileList {
 public:
-    FileList(const ParameterText& text, std::string front, std::vector<std::string>& problems)
-        : text_(text), front_(std::move(front)), problems_(problems)
+    /// check throws Failure for a path that is none of this list.
+    using Check = void (*)(const std::string& path);
+
+    FileList(const ParameterText& text, std::string front, Check check,
+             std::vector<std::string>& problems)
+        : text_(text), front_(std::move(front)), check_(check), problems_(problems)
     {
     }
 
@@ -210,9 +222,9 @@ public:
     {
         const std::string key = fmt::format("{}_{}", front_, paths_.size() + 1);
         const std::string place = text_.PlaceOf("Search", key);
-        paths_.push_back(ResolvedPath(asWritten));
+        paths_.push_back(WithoutLastSeparators(ResolvedPath(asWritten)));
         try {
-            CheckReadable(paths_.back());
+            check_(paths_.back());
         } catch (const Failure& failure) {
             problems_.push_back(place + ": " + failure.what());
         }
@@ -221,7 +233,8 @@ public:
     /// A dataset is known by its file name.
     void RefuseEqualNames()
     {
-        RefuseEqual(FileNameOf, "has the same file name, and records could not tell them apart");
+        const auto nameOf = [](const std::string& path) { return PlaceOfDataset(path).name; };
+        RefuseEqual(nameOf, "has the same file name, and records could not tell them apart");
     }
 
     /// Every match counts once.
@@ -254,6 +267,7 @@ private:
 
     const ParameterText& text_;
     std::string front_;
+    Check check_;
     std::vector<std::string>& problems_;
     std::vector<std::string> paths_;
 };
@@ -279,19 +293,45 @@ void AddSecondFiles(const ParameterText& text, Vorlan::PepIdentType::EPepIdentTy
 
 void AddFiles(const ParameterText& text, const Vorlan::CSearchParam& search, RunPlan& plan)
 {
-    FileList spectra(text, "dataset_filename", plan.fileProblems);
+    const bool isDta = search.eDatasetFormat == Vorlan::DatasetType::Dta;
+    FileList spectra(text, "dataset_filename", isDta ? CheckDtaFolder : CheckMgf,
+                     plan.fileProblems);
     for (const Vorlan::DatasetSource& source : search.vDatasets) {
         spectra.Add(source.strFirst + source.strSecond);
     }
     spectra.RefuseEqualNames();
     plan.parameters.spectra = spectra.Paths();
-    FileList results(text, "pep_ident_filename", plan.fileProblems);
+    FileList results(text, "pep_ident_filename", CheckReadable, plan.fileProblems);
     for (const Vorlan::PepIdentSource& source : search.vPepIdentSources) {
         results.Add(source.strFirst + source.strSecond);
     }
     results.RefuseEqualFiles();
     plan.parameters.psms = results.Paths();
     AddSecondFiles(text, search.ePepIdentFormat, plan);
+}
+
+/// The protein database of the command line, else of the file.
+void AddProteins(const ParameterText& text, const ProteinChoice& choice, RunPlan& plan)
+{
+    const Vorlan::CAnnotateParam& annotate = *plan.groups->getAnnotateParam();
+    const bool isOfFile = choice.fasta.empty();
+    if (isOfFile && !annotate.bAnnotate) {
+        return;
+    }
+    ProteinPlan& proteins = plan.parameters.proteins.emplace();
+    proteins.database = isOfFile ? ResolvedPath(annotate.strProteinDatabase) : choice.fasta;
+    proteins.equateIl = choice.equateIl;
+    if (plan.parameters.fdr) {
+        proteins.decoyTag = plan.parameters.fdr->decoyTag;
+    }
+    plan.parameters.fileInputs.push_back(proteins.database);
+    try {
+        AuditFasta(proteins.database);
+    } catch (const Failure& failure) {
+        const std::string place =
+            isOfFile ? text.PlaceOf("Annotation", "protein_database") : "--fasta";
+        plan.fileProblems.push_back(place + ": " + failure.what());
+    }
 }
 
 void AddOutput(const ParameterText& text, RunPlan& plan)
@@ -353,7 +393,7 @@ std::shared_ptr<const ModificationLookup> LookupOf(const LoadedParameters& loade
                                                       loaded.database);
 }
 
-RunPlan ReadRunPlan(const std::string& path, bool makeTable)
+RunPlan ReadRunPlan(const std::string& path, bool makeTable, const ProteinChoice& proteins)
 {
     const ParameterText text(path);
     for (const std::string& warning : WarningsOf(text)) {
@@ -371,6 +411,7 @@ RunPlan ReadRunPlan(const std::string& path, bool makeTable)
     plan.parameters.fdr = FdrPlanOf(*plan.groups->getFdrControlParam());
     plan.parameters.notOffered = NotOffered(text, *plan.groups);
     AddFiles(text, *plan.groups->getSearchParam(), plan);
+    AddProteins(text, proteins, plan);
     AddOutput(text, plan);
     return plan;
 }

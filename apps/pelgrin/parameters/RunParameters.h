@@ -22,6 +22,12 @@ struct RunPlan {
     std::vector<std::string> fileProblems;
 };
 
+/// What the command line says of the proteins.
+struct ProteinChoice {
+    std::string fasta; ///< counts instead of protein_database; empty: not given
+    bool equateIl = false;
+};
+
 /// What the library read, and the path of the modifications.
 struct LoadedParameters {
     const Vorlan::CTulkParam* groups = nullptr;
@@ -41,9 +47,9 @@ LoadedParameters LoadParameters(const ParameterText& text, bool makeTable);
 /// Reads the parameter file at path, and the modifications that it names.
 /// makeTable makes the default table of modifications when the file needs it
 /// and it is not there. Warnings go to standard error. Throws Failure for the
-/// first error that is none of a file of spectra or matches. For one file in a
+/// first error that is none of a file of spectra, matches or proteins. For one file in a
 /// process, as LoadParameters.
-RunPlan ReadRunPlan(const std::string& path, bool makeTable);
+RunPlan ReadRunPlan(const std::string& path, bool makeTable, const ProteinChoice& proteins = {});
 
 } // namespace pelgrin
 

@@ -25,6 +25,8 @@ constexpr ReasonTexts kTexts[kReasons] = {
     {"mass_shift_not_finite", "the mass shift is not a finite number"},
     {"spectrum_without_peaks", "the spectrum has no peaks"},
     {"spectrum_with_foreign_title", "the title stands in another spectrum"},
+    {"spectrum_not_readable", "the file of the spectrum cannot be opened"},
+    {"spectrum_without_precursor", "the spectrum has no mass and charge of a precursor"},
 };
 
 std::size_t IndexOf(Reason reason)

@@ -26,8 +26,10 @@ enum class Reason : std::size_t {
     MassShiftNotFinite,
     SpectrumWithoutPeaks,
     SpectrumWithForeignTitle,
+    SpectrumNotReadable,
+    SpectrumWithoutPrecursor,
 };
-constexpr std::size_t kReasons = 10;
+constexpr std::size_t kReasons = 12;
 
 /// The key in summary.json, such as "dataset_not_given".
 const char* KeyOf(Reason reason);
@@ -63,7 +65,7 @@ struct Counts {
     std::uint64_t scoreNotANumber = 0;
 
     std::array<std::uint64_t, kNameRules> joined{}; ///< how the dataset met its file
-    std::uint64_t joinedByScan = 0; ///< of these, found by the scan number in a title
+    std::uint64_t joinedByScan = 0; ///< of these, found by the scan number in a title or file name
     std::uint64_t annotated = 0;
     std::array<std::uint64_t, kReasons> notUsed{};
     std::array<std::map<std::string, std::uint64_t>, kReasons> details; ///< detail -> records

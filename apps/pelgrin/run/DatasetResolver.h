@@ -1,7 +1,7 @@
 // Which spectra file a record means by its dataset name.
 //
 // Engines write paths, other endings and shortened names where the library
-// looks for the name of an MGF file. The rules below are tried one after the
+// looks for the name of an MGF file, or of a folder of DTA files. The rules below are tried one after the
 // other, each for all files; the first one that finds a file decides. One that
 // finds two files decides nothing: the name is ambiguous.
 #ifndef PELGRIN_DATASETRESOLVER_H

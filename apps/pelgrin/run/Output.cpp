@@ -19,8 +19,16 @@ namespace pelgrin {
 
 namespace {
 
-constexpr const char* kFileNames[] = {"annotations.tsv", "results.txt", "matched.mgf",
+/// The files that a run writes.
+std::vector<const char*> FileNamesOf(const Parameters& parameters)
+{
+    std::vector<const char*> names = {"annotations.tsv", "results.txt", "matched.mgf",
                                       "summary.json"};
+    if (parameters.proteins) {
+        names.push_back("proteins.tsv");
+    }
+    return names;
+}
 
 [[noreturn]] void NotWritable(const std::string& path, int reason = 0)
 {
@@ -63,7 +71,7 @@ void RefuseToOverwriteInputs(const Parameters& parameters)
     std::vector<std::string> inputs = parameters.spectra;
     inputs.insert(inputs.end(), parameters.psms.begin(), parameters.psms.end());
     inputs.insert(inputs.end(), parameters.fileInputs.begin(), parameters.fileInputs.end());
-    for (const char* const name : kFileNames) {
+    for (const char* const name : FileNamesOf(parameters)) {
         const std::filesystem::path output = std::filesystem::path(parameters.out) / name;
         for (const std::string& input : inputs) {
             std::error_code ignored;
@@ -86,7 +94,7 @@ void CheckOutput(const Parameters& parameters)
         throw Failure(fmt::format("{}: is not a folder and cannot be made one: {}", parameters.out,
                                   error ? error.message() : "a file of that name exists"));
     }
-    for (const char* const name : kFileNames) {
+    for (const char* const name : FileNamesOf(parameters)) {
         CheckWritable(PathIn(parameters, name));
     }
 }
@@ -168,6 +176,9 @@ OutputFolder::OutputFolder(const Parameters& parameters)
       summary_(PathIn(parameters, "summary.json"))
 {
     annotations_.Write(kAnnotationHeader);
+    if (parameters.proteins) {
+        proteins_.emplace(PathIn(parameters, "proteins.tsv"));
+    }
 }
 
 OutputFolder::~OutputFolder() = default;
@@ -187,6 +198,13 @@ void OutputFolder::WriteAnnotation(const Vorlan::PeptideIdentification& record,
                                    const Annotation& annotation)
 {
     annotations_.Write(AnnotationLines(record, annotation));
+}
+
+void OutputFolder::WriteProteins(MappedProteins& proteins,
+                                 const std::vector<Vorlan::PeptideIdentification>& records)
+{
+    proteins.WriteTable(records, [this](std::string_view line) { proteins_->Write(line); });
+    proteins_->Close();
 }
 
 void OutputFolder::Finish(const std::vector<Vorlan::PeptideIdentification>& records)

@@ -4,12 +4,14 @@
 
 #include <fstream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 #include <vector>
 
 #include "run/Annotation.h"
+#include "run/MappedProteins.h"
 #include "run/Parameters.h"
 
 namespace pelgrin {
@@ -39,7 +41,7 @@ void RefuseToOverwriteInputs(const Parameters& parameters);
 /// far as that is known before. Makes the folder and changes no file.
 void CheckOutput(const Parameters& parameters);
 
-/// The four files of a run. Every member throws Failure with the path of the
+/// The files of a run. Every member throws Failure with the path of the
 /// file that cannot be written.
 class OutputFolder {
 public:
@@ -51,6 +53,9 @@ public:
     /// Adds a spectrum to matched.mgf unless its file and name are there.
     void WriteSpectrum(const std::string& dataset, Vorlan::Spectrum& spectrum);
     void WriteAnnotation(const Vorlan::PeptideIdentification& record, const Annotation& annotation);
+    /// Writes proteins.tsv, for a run with a protein database.
+    void WriteProteins(MappedProteins& proteins,
+                       const std::vector<Vorlan::PeptideIdentification>& records);
     /// Writes results.txt and closes the files of spectra and annotations.
     void Finish(const std::vector<Vorlan::PeptideIdentification>& records);
     void WriteSummary(const std::string& json);
@@ -62,6 +67,7 @@ private:
     std::string resultsPath_;
     TextFile annotations_;
     TextFile summary_;
+    std::optional<TextFile> proteins_;
     std::unique_ptr<MatchedSpectra> matched_;
     std::unordered_set<std::string> written_; ///< dataset, line feed, spectrum name
 };

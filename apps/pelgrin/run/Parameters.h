@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "DataStructures.h"
+#include "proteins/ProteinMap.h"
 #include "run/Fdr.h"
 
 namespace pelgrin {
@@ -29,7 +30,7 @@ class ModificationLookup;
 /// parameter file of "run".
 struct Parameters {
     std::string program = "pelgrin annotate";
-    std::vector<std::string> spectra; ///< paths of MGF files
+    std::vector<std::string> spectra; ///< paths of MGF files and folders of DTA files
     std::vector<std::string> psms;    ///< paths of the results
     std::string second;               ///< second file of the one result; empty: the default
     std::map<std::string, std::string> datasets; ///< what --dataset says: name -> file of spectra
@@ -50,6 +51,7 @@ struct Parameters {
     // Of "run" only.
     bool isRun = false;
     std::optional<FdrPlan> fdr;
+    std::optional<ProteinPlan> proteins;
     std::vector<std::string> notOffered; ///< what the file asks for in vain: "localization"
 };
 

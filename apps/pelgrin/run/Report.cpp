@@ -69,15 +69,35 @@ const char* PlaceOfMasses(Reason reason, const Parameters& parameters)
     return parameters.lookup ? " (not in the database)" : " (--mod)";
 }
 
+/// "2 files", "1 folder", "1 file and 2 folders".
+std::string FilesText(std::size_t files, std::size_t folders)
+{
+    std::string text;
+    for (const auto& [count, name] :
+         {std::pair<std::size_t, const char*>{files, "file"}, {folders, "folder"}}) {
+        if (count > 0) {
+            Add(text, "{}{} {}{}", text.empty() ? "" : " and ", count, name, count == 1 ? "" : "s");
+        }
+    }
+    return text;
+}
+
+void AddSpectra(std::string& text, const SpectraPool& spectra)
+{
+    std::uint64_t total = 0;
+    std::size_t folders = 0;
+    for (const SpectraFile& file : spectra.Files()) {
+        total += file.spectra;
+        folders += file.format == Vorlan::DatasetType::Dta ? 1 : 0;
+    }
+    Add(text, "Spectra      {:>9}   in {}\n", total,
+        FilesText(spectra.Files().size() - folders, folders));
+}
+
 void AddRecords(std::string& text, const Parameters& parameters, const SpectraPool& spectra,
                 const Counts& counts)
 {
-    std::uint64_t total = 0;
-    for (const SpectraFile& file : spectra.Files()) {
-        total += file.audit.spectra;
-    }
-    Add(text, "Spectra      {:>9}   in {} file{}\n", total, spectra.Files().size(),
-        spectra.Files().size() == 1 ? "" : "s");
+    AddSpectra(text, spectra);
     Add(text, "Matches read {:>9}{}\n", counts.read,
         parameters.psms.size() == 1 ? std::string()
                                     : fmt::format("   in {} files", parameters.psms.size()));
@@ -196,12 +216,17 @@ std::string UnreadText(const Counts& counts)
     return text;
 }
 
-std::string ReportOf(const Parameters& parameters, const SpectraPool& spectra, const Counts& counts,
-                     const BestRecords& best)
+std::string ReportOf(const Parameters& parameters, const SpectraPool& spectra,
+                     const RunResults& results, const BestRecords& best)
 {
+    const Counts& counts = results.counts;
     std::string text;
     AddRecords(text, parameters, spectra, counts);
     text += UnreadText(counts);
+    if (results.proteins) {
+        text +=
+            results.proteins->Text(MappedProteins::Details::Few) + results.proteins->SitesText();
+    }
     AddIons(text, parameters, counts);
     AddBest(text, best);
     Add(text,
@@ -209,8 +234,10 @@ std::string ReportOf(const Parameters& parameters, const SpectraPool& spectra, c
         "  annotations.tsv   every ion that was found, with its peak\n"
         "  results.txt       the matches {}, as a native table\n"
         "  matched.mgf       the spectra that were joined\n"
+        "{}"
         "  summary.json      all counts\n",
-        OneLine(parameters.out), parameters.fdr ? "that FDR control left" : "read");
+        OneLine(parameters.out), parameters.fdr ? "that FDR control left" : "read",
+        results.proteins ? "  proteins.tsv      the proteins that hold the peptides\n" : "");
     return text;
 }
 

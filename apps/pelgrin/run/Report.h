@@ -8,6 +8,7 @@
 #include "run/Annotation.h"
 #include "run/Parameters.h"
 #include "run/Spectra.h"
+#include "run/Summary.h"
 
 namespace pelgrin {
 
@@ -36,8 +37,8 @@ std::string IonsText(const Annotation& annotation);
 /// The lines that tell what of the result files gave no match; often none.
 std::string UnreadText(const Counts& counts);
 
-std::string ReportOf(const Parameters& parameters, const SpectraPool& spectra, const Counts& counts,
-                     const BestRecords& best);
+std::string ReportOf(const Parameters& parameters, const SpectraPool& spectra,
+                     const RunResults& results, const BestRecords& best);
 
 } // namespace pelgrin
 

@@ -1,6 +1,7 @@
 #include "run/Run.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 #include <variant>
 
@@ -77,17 +78,18 @@ public:
             return Problem{Reason::DatasetNotGiven, record.strDatasetName};
         }
         const SpectraFile& file = spectra_.Files()[dataset->file];
-        const std::string name = spectra_.NameOf(file, record);
-        if (name.empty() && !spectra_.Has(file, name)) {
+        const auto found = spectra_.NameOf(file, record);
+        if (!found) {
             return Problem{Reason::SpectrumUnknown, {}};
         }
         ++counts_.joined.at(static_cast<std::size_t>(dataset->rule));
-        counts_.joinedByScan += name != record.strSpectrumName ? 1 : 0;
-        const auto unusable = file.unusable.find(name);
+        counts_.joinedByScan += found->isByScan ? 1 : 0;
+        const auto unusable = file.unusable.find(found->name);
         if (unusable != file.unusable.end()) {
-            return Problem{unusable->second, {}};
+            const bool isFile = file.format == Vorlan::DatasetType::Dta;
+            return Problem{unusable->second, isFile ? found->name : std::string()};
         }
-        return TakeJoined(record, spectra_.Load(file, name), file.dataset);
+        return TakeJoined(record, spectra_.Load(file, found->name), file.dataset);
     }
 
     const BestRecords& Best() const { return best_; }
@@ -128,6 +130,9 @@ std::vector<Vorlan::PeptideIdentification> Identify(Parameters& parameters, RunR
     if (parameters.fdr) {
         results.fdr = ControlFdr(*parameters.fdr, identifications, results.counts);
     }
+    if (results.proteins) {
+        results.proteins->Fill(identifications.records);
+    }
     if (parameters.lookup) {
         AddMasses(identifications.records, parameters);
     }
@@ -153,15 +158,18 @@ void AnnotateAll(const std::vector<Vorlan::PeptideIdentification>& records, Anno
 }
 
 /// Says what was lost, and gives the status that tells it.
-ExitStatus Conclude(const Parameters& parameters, const Counts& counts)
+ExitStatus Conclude(const Parameters& parameters, const RunResults& results)
 {
+    const Counts& counts = results.counts;
+    const bool hasProteinLosses = results.proteins && results.proteins->HasLosses();
     if (counts.HasLosses()) {
         spdlog::warn("{} of {} records were not annotated, and {} rows, sections or queries not "
                      "read or cut; all reasons are in {}",
                      counts.NotUsed(), counts.read, counts.LostRows(),
                      OneLine(parameters.out + "/summary.json"));
     }
-    return counts.HasLosses() || !parameters.notOffered.empty() ? WithLosses : AllWell;
+    return counts.HasLosses() || hasProteinLosses || !parameters.notOffered.empty() ? WithLosses
+                                                                                    : AllWell;
 }
 
 } // namespace
@@ -171,6 +179,9 @@ ExitStatus Run(Parameters parameters)
     const LibraryOutput libraryOutput;
     RunResults results;
     // Parameters
+    if (parameters.proteins) {
+        results.proteins = std::make_unique<MappedProteins>(*parameters.proteins);
+    }
     CheckOutput(parameters);
     // Spectra
     ScratchFolder scratch;
@@ -183,11 +194,14 @@ ExitStatus Run(Parameters parameters)
     Annotator annotator(parameters, results.datasets, spectra, output, results.counts);
     AnnotateAll(records, annotator, results.counts);
     // Output
+    if (results.proteins) {
+        output.WriteProteins(*results.proteins, records);
+    }
     output.Finish(records);
     results.counts.spectraWritten = output.SpectraWritten();
     output.WriteSummary(SummaryOf(parameters, spectra, results));
-    PrintOut(ReportOf(parameters, spectra, results.counts, annotator.Best()));
-    return Conclude(parameters, results.counts);
+    PrintOut(ReportOf(parameters, spectra, results, annotator.Best()));
+    return Conclude(parameters, results);
 }
 
 } // namespace pelgrin

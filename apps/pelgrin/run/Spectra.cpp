@@ -8,7 +8,9 @@
 #include "common/Failure.h"
 #include "common/Terminal.h"
 #include "files/FileLines.h"
+#include "files/SpectraSource.h"
 #include "run/DatasetResolver.h"
+#include "run/DottedName.h"
 
 namespace pelgrin {
 
@@ -40,21 +42,23 @@ void AddNamesOf(const std::vector<std::string>& titleLines, Reason reason, Scrat
 void AddScans(SpectraFile& file)
 {
     constexpr std::size_t kKey = 6; // "TITLE="
-    for (const std::string& title : file.audit.titlesEndingInScan) {
-        const std::string scan = title.substr(title.find("scan=") + 5);
-        file.scanTitles.insert_or_assign(scan, title.substr(kKey));
-        file.cutScans.insert(scan.substr(0, scan.size() - 1));
+    for (const std::string& line : file.mgf.titlesWithScan) {
+        const std::size_t begin = line.find("scan=") + 5;
+        const std::size_t end = line.find_first_not_of("0123456789", begin);
+        const std::string scan = line.substr(begin, end - begin);
+        const auto [entry, isNew] = file.scanTitles.emplace(scan, line.substr(kKey));
+        if (!isNew && entry->second != line.substr(kKey)) {
+            entry->second.clear(); // one of several spectra
+        }
+        if (end == std::string::npos) {
+            file.cutScans.insert(scan.substr(0, scan.size() - 1));
+        }
     }
 }
 
-bool IsScanNumber(const std::string& name)
+void WarnOfMgf(const SpectraFile& file)
 {
-    return !name.empty() && name.find_first_not_of("0123456789") == std::string::npos;
-}
-
-void Warn(const SpectraFile& file)
-{
-    const MgfAudit& audit = file.audit;
+    const MgfAudit& audit = file.mgf;
     const std::string path = OneLine(file.path);
     if (audit.spectra == 0) {
         spdlog::warn("{}: holds no spectra", path);
@@ -75,13 +79,71 @@ void Warn(const SpectraFile& file)
     }
 }
 
-SpectraFile OpenFile(const std::string& path, ScratchFolder& scratch)
+void WarnOfDta(const SpectraFile& file)
 {
-    SpectraFile file{path, FileNameOf(path), AuditMgf(path), {}, {}, {}};
+    const DtaAudit& audit = file.dta;
+    const auto pathOf = [&file](const std::string& name) {
+        return OneLine((std::filesystem::path(file.path) / name).string());
+    };
+    const auto useless = [&](const std::vector<std::string>& names, const char* line,
+                             const char* what) {
+        if (!names.empty()) {
+            spdlog::warn("{}{}: {}; {} such files cannot be annotated", pathOf(names.front()), line,
+                         what, names.size());
+        }
+    };
+    useless(audit.notReadable, "", "cannot be opened");
+    useless(audit.withoutPrecursor, ":1", "no mass and charge of a precursor");
+    useless(audit.withoutPeaks, "", "a spectrum without peaks");
+    const auto flawed = [&](const DtaAudit::Flaw& flaw, const std::string& what) {
+        if (flaw.count > 0) {
+            spdlog::warn("{}:{}: {}", pathOf(flaw.firstFile), flaw.firstLine, what);
+        }
+    };
+    flawed(
+        audit.behindEmptyLine,
+        fmt::format("an empty line ends the spectrum; {} such files hold more, which is not read",
+                    audit.behindEmptyLine.count));
+    flawed(audit.longLine,
+           fmt::format("a line of more than {} characters ends the spectrum; {} such files are not "
+                       "read to their end",
+                       kLongestLine, audit.longLine.count));
+    flawed(audit.unreadableNumbers,
+           fmt::format("expected m/z and intensity; {} such lines are read with the numbers of the "
+                       "line before",
+                       audit.unreadableNumbers.count));
+}
+
+SpectraFile OpenMgf(const std::string& path, ScratchFolder& scratch)
+{
+    SpectraFile file;
+    file.path = path;
+    file.mgf = AuditMgf(path);
+    file.spectra = file.mgf.spectra;
     AddScans(file);
-    AddNamesOf(file.audit.titlesWithoutPeaks, Reason::SpectrumWithoutPeaks, scratch, file);
-    AddNamesOf(file.audit.foreignTitles, Reason::SpectrumWithForeignTitle, scratch, file);
-    Warn(file);
+    AddNamesOf(file.mgf.titlesWithoutPeaks, Reason::SpectrumWithoutPeaks, scratch, file);
+    AddNamesOf(file.mgf.foreignTitles, Reason::SpectrumWithForeignTitle, scratch, file);
+    WarnOfMgf(file);
+    return file;
+}
+
+SpectraFile OpenDta(const std::string& path)
+{
+    SpectraFile file;
+    file.path = path;
+    file.format = Vorlan::DatasetType::Dta;
+    file.dta = AuditDta(path);
+    file.dtaNames = DtaNames(file.dta.names);
+    file.spectra = file.dta.names.size();
+    for (const auto& [names, reason] :
+         {std::pair{&file.dta.notReadable, Reason::SpectrumNotReadable},
+          {&file.dta.withoutPrecursor, Reason::SpectrumWithoutPrecursor},
+          {&file.dta.withoutPeaks, Reason::SpectrumWithoutPeaks}}) {
+        for (const std::string& name : *names) {
+            file.unusable.emplace(name, reason);
+        }
+    }
+    WarnOfDta(file);
     return file;
 }
 
@@ -91,9 +153,10 @@ SpectraPool::SpectraPool(const std::vector<std::string>& paths, ScratchFolder& s
 {
     std::vector<Vorlan::DatasetSource> sources;
     for (const std::string& path : paths) {
-        files_.push_back(OpenFile(path, scratch));
-        const std::filesystem::path folder = std::filesystem::absolute(path).parent_path();
-        sources.emplace_back(folder.string(), files_.back().dataset, Vorlan::DatasetType::Mgf);
+        files_.push_back(IsFolder(path) ? OpenDta(path) : OpenMgf(path, scratch));
+        const DatasetPlace place = PlaceOfDataset(path);
+        files_.back().dataset = place.name;
+        sources.emplace_back(place.folder, place.name, files_.back().format);
     }
     pool_.InitLoad(sources);
 }
@@ -112,30 +175,54 @@ bool SpectraPool::Has(const SpectraFile& file, const std::string& spectrumName) 
     return pool_.bHasSpectrum(file.dataset, spectrumName);
 }
 
-std::string SpectraPool::NameOf(const SpectraFile& file,
-                                const Vorlan::PeptideIdentification& record) const
+std::optional<std::string> SpectraPool::TitleOfScan(const SpectraFile& file,
+                                                    const std::string& scan) const
+{
+    const auto known = file.scanTitles.find(scan);
+    const bool isKnown =
+        known != file.scanTitles.end() && !known->second.empty() && Has(file, known->second);
+    return isKnown ? std::optional(known->second) : std::nullopt;
+}
+
+std::optional<SpectrumName>
+SpectraPool::NameInMgf(const SpectraFile& file, const Vorlan::PeptideIdentification& record) const
 {
     const std::string& name = record.strSpectrumName;
-    const auto known = file.scanTitles.find(name);
-    if (known != file.scanTitles.end() && Has(file, known->second)) {
-        return known->second;
+    if (const auto title = TitleOfScan(file, name)) {
+        return SpectrumName{*title, true};
     }
     if (file.cutScans.count(name) == 0 && Has(file, name)) {
-        return name;
+        return SpectrumName{name, false};
+    }
+    if (const auto dotted = ParseDottedName(name)) {
+        if (const auto title = TitleOfScan(file, dotted->firstScan)) {
+            return SpectrumName{*title, true};
+        }
+        const std::string withoutCharge = name.substr(0, name.rfind('.') + 1);
+        const bool has = !dotted->charge.empty() && Has(file, withoutCharge);
+        return has ? std::optional(SpectrumName{withoutCharge, false}) : std::nullopt;
     }
     if (!IsScanNumber(name)) {
-        return {};
+        return std::nullopt;
     }
     const std::string stem = WithoutKnownEndings(file.dataset);
     for (const std::string& charge : {"." + std::to_string(record.nCharge), std::string()}) {
         for (const std::string& scan : {name, fmt::format("{:0>5}", name)}) {
             std::string title = stem + "." + scan + "." + scan + charge;
             if (Has(file, title)) {
-                return title;
+                return SpectrumName{std::move(title), true};
             }
         }
     }
-    return {};
+    return std::nullopt;
+}
+
+std::optional<SpectrumName> SpectraPool::NameOf(const SpectraFile& file,
+                                                const Vorlan::PeptideIdentification& record) const
+{
+    return file.format == Vorlan::DatasetType::Dta
+               ? file.dtaNames.Find(record.strSpectrumName, record.nCharge)
+               : NameInMgf(file, record);
 }
 
 Vorlan::Spectrum& SpectraPool::Load(const SpectraFile& file, const std::string& spectrumName)

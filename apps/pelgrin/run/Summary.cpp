@@ -79,18 +79,35 @@ Json FdrRecordsOf(const Counts& counts)
             {"score_not_a_number", counts.scoreNotANumber}};
 }
 
+Json JsonOf(const SpectraFile& file)
+{
+    const std::string format = Vorlan::DatasetType::typeToName(file.format);
+    Json json = {{"dataset", file.dataset},
+                 {"path", file.path},
+                 {"format", format},
+                 {"spectra", file.spectra}};
+    if (file.format == Vorlan::DatasetType::Dta) {
+        json["not_readable"] = file.dta.notReadable.size();
+        json["without_precursor"] = file.dta.withoutPrecursor.size();
+        json["without_peaks"] = file.dta.withoutPeaks.size();
+        json["with_lines_behind_empty_line"] = file.dta.behindEmptyLine.count;
+        json["cut_at_long_line"] = file.dta.longLine.count;
+        json["lines_without_numbers"] = file.dta.unreadableNumbers.count;
+    } else {
+        json["without_peaks"] = file.mgf.titlesWithoutPeaks.size();
+        json["with_foreign_title"] = file.mgf.foreignTitles.size();
+        json["behind_long_line"] = file.mgf.spectraBehindLongLine;
+    }
+    return json;
+}
+
 Json JsonOf(const SpectraPool& spectra, const Counts& counts)
 {
     Json files = Json::array();
     std::uint64_t total = 0;
     for (const SpectraFile& file : spectra.Files()) {
-        total += file.audit.spectra;
-        files.push_back({{"dataset", file.dataset},
-                         {"path", file.path},
-                         {"spectra", file.audit.spectra},
-                         {"without_peaks", file.audit.titlesWithoutPeaks.size()},
-                         {"with_foreign_title", file.audit.foreignTitles.size()},
-                         {"behind_long_line", file.audit.spectraBehindLongLine}});
+        total += file.spectra;
+        files.push_back(JsonOf(file));
     }
     return {{"total", total},
             {"names_in_index", spectra.Names()},
@@ -208,6 +225,7 @@ std::string SummaryOf(const Parameters& parameters, const SpectraPool& spectra,
             groups.push_back(JsonOf(group));
         }
         json["fdr"] = groups;
+        json["proteins"] = results.proteins ? results.proteins->Summary() : Json();
     }
     // Names may hold any bytes; what is no UTF-8 becomes U+FFFD.
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";

@@ -2,12 +2,14 @@
 #ifndef PELGRIN_SUMMARY_H
 #define PELGRIN_SUMMARY_H
 
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "run/Counts.h"
 #include "run/DatasetResolver.h"
 #include "run/FdrControl.h"
+#include "run/MappedProteins.h"
 #include "run/Parameters.h"
 #include "run/Spectra.h"
 
@@ -17,7 +19,8 @@ namespace pelgrin {
 struct RunResults {
     Counts counts;
     Datasets datasets;
-    std::vector<FdrGroup> fdr; ///< empty without FDR control
+    std::vector<FdrGroup> fdr;                ///< empty without FDR control
+    std::unique_ptr<MappedProteins> proteins; ///< null without a protein database
 };
 
 /// The text of summary.json, with a line feed at its end.

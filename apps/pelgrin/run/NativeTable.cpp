@@ -1,0 +1,111 @@
+#include "run/NativeTable.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include <OpenMS/CONCEPT/Exception.h>
+#include <fmt/format.h>
+
+#include "PeptideIdentificationIO.h"
+#include "common/Failure.h"
+
+namespace pelgrin {
+
+using Record = Vorlan::PeptideIdentification;
+
+namespace {
+
+/// Something of a record that the native table has no place for.
+struct NotHeld {
+    const char* text;
+    bool isLoss; ///< else it is left out of every native table
+    bool (*isBorneBy)(const Record&);
+};
+
+/// The table separates its cells and lists by these, and does not escape them.
+bool HasSeparator(const std::string& text, const char* separators)
+{
+    return text.find_first_of(separators) != std::string::npos;
+}
+
+bool DoesNotReadBack(const Record& record)
+{
+    constexpr char kCells[] = "\t\r\n";
+    constexpr char kLists[] = "\t\r\n;";
+    return HasSeparator(record.strDatasetName, kCells)
+           || HasSeparator(record.strSpectrumName, kCells)
+           || HasSeparator(record.strSequence, kCells)
+           || std::any_of(record.vMods.begin(), record.vMods.end(),
+                          [&](const auto& mod) { return HasSeparator(mod.strName, kLists); })
+           || std::any_of(record.vEvidences.begin(), record.vEvidences.end(),
+                          [&](const auto& protein) {
+                              return HasSeparator(protein.strProteinAccession, kLists);
+                          });
+}
+
+const NotHeld kNotHeld[] = {
+    {"records with a name that holds a tab, a line end or \";\": they do not read back", true,
+     DoesNotReadBack},
+    {"records with a mass on a terminus that no given modification explains", true,
+     [](const Record& record) { return !record.vAltMods.empty(); }},
+    {"records with masses of modifications; their names are there", false,
+     [](const Record& record) {
+         return std::any_of(record.vMods.begin(), record.vMods.end(),
+                            [](const auto& mod) { return mod.dMass != 0.0; });
+     }},
+    {"records with a decoy flag", false, [](const Record& record) { return record.bDecoy; }},
+    {"records with the m/z of the precursor", false,
+     [](const Record& record) { return record.dValue1 != 0.0; }},
+    {"records with a retention time", false,
+     [](const Record& record) { return record.dValue2 != 0.0; }},
+    {"records with a mass error of the precursor", false,
+     [](const Record& record) { return record.nValue4 != 0; }},
+    {"records with a scan number", false, [](const Record& record) { return record.nValue5 != 0; }},
+};
+
+} // namespace
+
+void CheckNewFile(const Parameters& parameters, const std::string& path, const std::string& option)
+{
+    CheckTarget(path);
+    std::vector<std::string> inputs = parameters.psms;
+    inputs.insert(inputs.end(), parameters.fileInputs.begin(), parameters.fileInputs.end());
+    for (const std::string& input : inputs) {
+        std::error_code ignored;
+        if (std::filesystem::equivalent(path, input, ignored)) {
+            throw Failure(fmt::format("{}: is an input and would be overwritten; choose another "
+                                      "table for {}",
+                                      path, option));
+        }
+    }
+}
+
+void WriteNativeTable(const std::vector<Record>& records, const NewFile& table,
+                      const std::string& path)
+{
+    Vorlan::TulkTXTPepIdentIO writer;
+    try {
+        writer.InitSave(table.Path());
+        writer.Save(records);
+        writer.EndSave();
+    } catch (const OpenMS::Exception::FileNotWritable&) {
+        throw Failure(fmt::format("{}: cannot be written to its end", path));
+    }
+}
+
+NotHeldText NotHeldBy(const std::vector<Record>& records)
+{
+    NotHeldText told;
+    const char* title = "Not in table";
+    for (const NotHeld& kind : kNotHeld) {
+        const auto count = std::count_if(records.begin(), records.end(), kind.isBorneBy);
+        if (count > 0) {
+            told.text += fmt::format("{:<13}{:>9}   {}\n", title, count, kind.text);
+            title = "";
+            told.hasLosses = told.hasLosses || kind.isLoss;
+        }
+    }
+    return told;
+}
+
+} // namespace pelgrin
