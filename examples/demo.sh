@@ -28,11 +28,12 @@ if [ "$out" != "$(pwd)/build/demo" ]; then
 fi
 
 echo "Looking for the b and y ions of identified peptides in their spectra."
-echo "Here b ions hold the peptide's beginning and y ions its end."
+echo "Here b ions hold the peptide's beginning and y ions its end. The proteins are"
+echo "read, too, so that modified sites are told by their places in them."
 echo
-echo "    pelgrin run $parameters"
+echo "    pelgrin run $parameters --fasta examples/data/demo.fasta"
 echo
-"$pelgrin" run "$parameters"
+"$pelgrin" run "$parameters" --fasta examples/data/demo.fasta
 status=$?
 
 # Three rows of the table have no spectrum on purpose: that is status 3.

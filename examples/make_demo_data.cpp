@@ -1,5 +1,5 @@
-// Makes the example data of examples/data: spectra of invented proteins and the
-// table of their identifications.
+// Makes the example data of examples/data: spectra of invented proteins, the
+// table of their identifications and the database of the proteins.
 //
 //     make_demo_data FOLDER
 #include <fstream>
@@ -14,7 +14,8 @@ namespace {
 
 using namespace invented;
 
-constexpr int kProteins = 7;
+constexpr std::size_t kProteins = 7;
+constexpr int kOtherProteins = 5; ///< of which no peptide was measured
 constexpr int kSpectra = 300;
 
 /// One identified spectrum.
@@ -26,6 +27,12 @@ struct Match {
     Micro shift = 0;
     Micro calculatedMh = 0; ///< without the mass shift
 };
+
+/// "DEMO1" of the first one.
+std::string NameOfProtein(std::size_t place)
+{
+    return "DEMO" + std::to_string(place + 1);
+}
 
 /// Puts a mass shift on the match that the table does not explain.
 void AddMassShift(Match& match, Chance& chance)
@@ -123,6 +130,29 @@ void WriteRun(std::ostream& mgf, std::ostream& table, const std::vector<Peptide>
     }
 }
 
+void WriteProtein(std::ostream& database, const std::string& name, const std::string& description,
+                  const std::string& protein)
+{
+    constexpr std::size_t kLine = 60;
+    database << '>' << name << ' ' << description << '\n';
+    for (std::size_t begin = 0; begin < protein.size(); begin += kLine) {
+        database << protein.substr(begin, kLine) << '\n';
+    }
+}
+
+/// The proteins of the peptides, and some more.
+void WriteDatabase(std::ostream& database, const std::vector<std::string>& proteins, Chance& chance)
+{
+    for (std::size_t i = 0; i < proteins.size(); ++i) {
+        WriteProtein(database, NameOfProtein(i), "Invented protein of the measured peptides",
+                     proteins[i]);
+    }
+    for (int i = 1; i <= kOtherProteins; ++i) {
+        WriteProtein(database, "OTHER" + std::to_string(i), "Invented protein, not measured",
+                     InventProtein(chance));
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -137,15 +167,20 @@ int main(int argc, char** argv)
     table << "Dataset Name\tSpectrum Name\tSequence\tCharge\tObsMH\tMass Shift\tMain Score\t"
              "High Score Better\tIdentified Mod Name\tIdentified Mod Position\tProtein Access\t"
              "Before AA\tAfter AA\tProtein Start Position\n";
+    std::ofstream database(folder + "/demo.fasta", std::ios::binary);
     Chance chance(20261120);
+    std::vector<std::string> proteins;
     std::vector<Peptide> peptides;
-    for (int i = 1; i <= kProteins; ++i) {
-        Digest(InventProtein(chance), "DEMO" + std::to_string(i), 0, peptides);
+    for (std::size_t i = 0; i < kProteins; ++i) {
+        proteins.push_back(InventProtein(chance));
+        Digest(proteins.back(), NameOfProtein(i), 0, peptides);
     }
     WriteRun(mgf, table, peptides, chance);
+    WriteDatabase(database, proteins, chance);
     mgf.close();
     table.close();
-    if (!mgf || !table) {
+    database.close();
+    if (!mgf || !table || !database) {
         std::cerr << "cannot write into " << folder << '\n';
         return 1;
     }

@@ -50,7 +50,7 @@ TEST(DemoData, IsWhatItsProgramMakes)
 {
     const TempFolder folder;
     ASSERT_EQ(RunProgram({PELGRIN_DEMO_MAKER, folder.Path()}).status, 0);
-    for (const char* const name : {"/demo.mgf", "/demo_psms.txt"}) {
+    for (const char* const name : {"/demo.mgf", "/demo_psms.txt", "/demo.fasta"}) {
         EXPECT_TRUE(ReadFile(folder.Path() + name) == ReadFile(kData + name))
             << name << " differs: run make_demo_data examples/data";
     }
@@ -117,6 +117,11 @@ TEST(DemoData, ItsScriptEndsWellAndShowsTheReport)
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(outcome.out, testing::HasSubstr("    pelgrin run "));
     EXPECT_THAT(outcome.out, testing::HasSubstr("joined           275"));
+    EXPECT_THAT(outcome.out, testing::HasSubstr("\nModified sites "));
+    const std::string proteins = ReadFile(folder.PathOf("out/proteins.tsv"));
+    EXPECT_THAT(proteins, testing::HasSubstr("\nDEMO7\t"));
+    EXPECT_THAT(proteins, testing::Not(testing::HasSubstr("\nOTHER")));
+    EXPECT_EQ(ReadFile(folder.PathOf("out/results.txt")), ReadFile(kData + "/demo_psms.txt"));
     EXPECT_THAT(outcome.out, testing::HasSubstr("are there on purpose"));
     EXPECT_EQ(RunProgram({"/bin/sh", PELGRIN_EXAMPLES "/demo.sh", folder.Path(), "x"}).status, 1);
 }
