@@ -111,6 +111,40 @@ TEST(PeptideSearch, WhatIsNotAllOfLettersIsNeverFound)
     EXPECT_EQ(Found(peptides, "gask;GA;K;G-K;GASK \xC4"), (Hits{{"GA", 6}, {"GA", 15}}));
 }
 
+// The text is searched in pieces of some thousand letters, several at a time.
+TEST(PeptideSearch, LongTextsHaveNoGapsBetweenTheirPieces)
+{
+    std::mt19937 random(21);
+    for (const std::string_view alphabet : {"AC;", "AACCCA", "ACDEFGHIKLMNPQRSTVWY;"}) {
+        for (const std::size_t length : {16383, 16384, 16385, 131072, 400000}) {
+            const std::string text = RandomText(random, alphabet, length);
+            Strings peptides = {"ACA", "CAAC", text.substr(0, 5), text.substr(length - 6)};
+            for (std::size_t at = 16380; at + 9 < length; at += 16384) {
+                peptides.push_back(text.substr(at, 9)); // across a usual end
+            }
+            EXPECT_EQ(Found(peptides, text), PlainlyFound(peptides, text))
+                << alphabet << " " << length;
+        }
+    }
+}
+
+TEST(PeptideSearch, PlacesComeByPositionLongerOnesFirst)
+{
+    std::mt19937 random(22);
+    const std::string text = RandomText(random, "AAC;", 300000);
+    const PeptideSearch search({"A", "AA", "CAA", "CA"});
+    std::pair<std::size_t, std::size_t> former = {0, SIZE_MAX};
+    std::size_t places = 0;
+    search.FindAll(text, [&](std::uint32_t pattern, std::size_t position) {
+        const std::size_t length = search.LengthOf(pattern);
+        ASSERT_TRUE(position > former.first
+                    || (position == former.first && length < former.second));
+        former = {position, length};
+        ++places;
+    });
+    EXPECT_GT(places, 100000U);
+}
+
 TEST(PeptideSearch, AgreesWithFindOnRandomTexts)
 {
     std::mt19937 random(20);

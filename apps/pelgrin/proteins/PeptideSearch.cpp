@@ -1,6 +1,7 @@
 #include "proteins/PeptideSearch.h"
 
 #include <algorithm>
+#include <bitset>
 #include <iterator>
 #include <stdexcept>
 #include <tuple>
@@ -131,6 +132,78 @@ void PeptideSearch::FillRow(std::size_t node)
          std::tie(child, letter) = nodes_[static_cast<std::size_t>(child)].GetBrother()) {
         table_[row + static_cast<std::size_t>(letter - 'A')] = static_cast<std::uint32_t>(child);
     }
+}
+
+// ---- Search -----------------------------------------------------------------
+
+std::size_t PeptideSearch::ChildOf(std::size_t node, std::uint8_t letter) const
+{
+    const std::uint32_t bit = std::uint32_t{1} << letter;
+    const std::uint32_t children = children_[node];
+    return (children & bit) == 0 ? 0
+                                 : static_cast<std::size_t>(nodes_[node].GetChild().first)
+                                       + std::bitset<32>(children & (bit - 1)).count();
+}
+
+std::size_t PeptideSearch::Next(std::size_t node, std::uint8_t letter) const
+{
+    while (node * kLetters >= table_.size()) {
+        const std::size_t child = ChildOf(node, letter);
+        if (child != 0) {
+            return child;
+        }
+        node = static_cast<std::size_t>(nodes_[node].GetF());
+    }
+    return table_[node * kLetters + letter];
+}
+
+inline void PeptideSearch::Step(std::string_view text, Lane& lane) const
+{
+    const std::size_t position = lane.position++;
+    const std::uint8_t letter = letters_[static_cast<unsigned char>(text[position])];
+    lane.node = letter == kNoLetter ? 0 : Next(lane.node, letter);
+    if ((children_[lane.node] & kAccepts) == 0) {
+        return;
+    }
+    for (std::size_t hit = accepting_[lane.node]; hit != 0;
+         hit = accepting_[static_cast<std::size_t>(nodes_[hit].GetF())]) {
+        lane.hits.push_back({ending_[hit], position});
+    }
+}
+
+/// Behind the first character that is no letter, from a usual length on.
+std::size_t PeptideSearch::EndOfPiece(std::string_view text, std::size_t begin) const
+{
+    constexpr std::size_t kUsualLength = 16 * 1024;
+    std::size_t end = std::min(text.size(), begin + kUsualLength);
+    while (end > begin && end < text.size()
+           && letters_[static_cast<unsigned char>(text[end - 1])] != kNoLetter) {
+        ++end;
+    }
+    return end;
+}
+
+std::size_t PeptideSearch::FindInPieces(std::string_view text, std::size_t begin,
+                                        Lanes& lanes) const
+{
+    std::size_t shortest = text.size();
+    for (Lane& lane : lanes) {
+        lane.position = begin;
+        lane.end = begin = EndOfPiece(text, begin);
+        lane.node = 0;
+        shortest = std::min(shortest, lane.end - lane.position);
+    }
+    for (; shortest > 0; --shortest) {
+        for (Lane& lane : lanes) {
+            Step(text, lane);
+        }
+    }
+    for (Lane& lane : lanes) {
+        while (lane.position < lane.end) {
+            Step(text, lane);
+        }
+    }
+    return begin;
 }
 
 } // namespace pelgrin

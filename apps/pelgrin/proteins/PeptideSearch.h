@@ -5,12 +5,17 @@
 // when no child fits. A node stands behind all nodes of lesser depth, so the
 // usual character ends in one of the first ones: these know the next node for
 // every letter. The others know for which letters they have a child; children of
-// one node stand side by side. PeptideSearch_test compares with std::string::find.
+// one node stand side by side.
+//
+// With many peptides a step mostly waits for memory. So several pieces of the text
+// are searched in turn, a letter each, and their waits overlap: a piece begins
+// where no match can go on, behind a character that is no letter.
+//
+// PeptideSearch_test compares with std::string::find.
 #ifndef PELGRIN_PEPTIDESEARCH_H
 #define PELGRIN_PEPTIDESEARCH_H
 
 #include <array>
-#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -56,7 +61,21 @@ private:
     static constexpr std::uint8_t kNoLetter = 255;
     static constexpr std::size_t kLetters = 26;
     static constexpr std::uint32_t kAccepts = std::uint32_t{1} << 31; ///< see children_
-    static constexpr std::size_t kRows = 16384; ///< nodes with a row of the table
+    static constexpr std::size_t kRows = 65536; ///< nodes with a row of the table
+    static constexpr std::size_t kLanes = 8;     ///< pieces that are searched in turn
+
+    struct Hit {
+        std::uint32_t pattern = 0;
+        std::size_t position = 0;
+    };
+    /// The search in one piece of the text.
+    struct Lane {
+        std::size_t position = 0;
+        std::size_t end = 0;
+        std::size_t node = 0;
+        std::vector<Hit> hits;
+    };
+    using Lanes = std::array<Lane, kLanes>;
 
     Patterns_ TakePatterns(const std::vector<std::string>& peptides);
     void MakeTrie(const Patterns_& patterns);
@@ -64,6 +83,11 @@ private:
     void AddChildren(const Patterns_& patterns, std::size_t node, std::vector<Range>& ranges);
     void Link();
     void FillRow(std::size_t node);
+
+    /// Searches the next pieces of text, from begin on, and gives where they end.
+    std::size_t FindInPieces(std::string_view text, std::size_t begin, Lanes& lanes) const;
+    void Step(std::string_view text, Lane& lane) const;
+    std::size_t EndOfPiece(std::string_view text, std::size_t begin) const;
 
     /// The child of a node for a letter, or 0.
     std::size_t ChildOf(std::size_t node, std::uint8_t letter) const;
@@ -88,39 +112,16 @@ private:
 template <typename Handler>
 void PeptideSearch::FindAll(std::string_view text, Handler handler) const
 {
-    std::size_t node = 0;
-    for (std::size_t position = 0; position < text.size(); ++position) {
-        const std::uint8_t letter = letters_[static_cast<unsigned char>(text[position])];
-        node = letter == kNoLetter ? 0 : Next(node, letter);
-        if ((children_[node] & kAccepts) == 0) {
-            continue;
-        }
-        for (std::size_t hit = accepting_[node]; hit != 0;
-             hit = accepting_[static_cast<std::size_t>(nodes_[hit].GetF())]) {
-            handler(ending_[hit], position);
+    Lanes lanes;
+    for (std::size_t begin = 0; begin < text.size();) {
+        begin = FindInPieces(text, begin, lanes);
+        for (Lane& lane : lanes) {
+            for (const Hit& hit : lane.hits) {
+                handler(hit.pattern, hit.position);
+            }
+            lane.hits.clear();
         }
     }
-}
-
-inline std::size_t PeptideSearch::ChildOf(std::size_t node, std::uint8_t letter) const
-{
-    const std::uint32_t bit = std::uint32_t{1} << letter;
-    const std::uint32_t children = children_[node];
-    return (children & bit) == 0 ? 0
-                                 : static_cast<std::size_t>(nodes_[node].GetChild().first)
-                                       + std::bitset<32>(children & (bit - 1)).count();
-}
-
-inline std::size_t PeptideSearch::Next(std::size_t node, std::uint8_t letter) const
-{
-    while (node * kLetters >= table_.size()) {
-        const std::size_t child = ChildOf(node, letter);
-        if (child != 0) {
-            return child;
-        }
-        node = static_cast<std::size_t>(nodes_[node].GetF());
-    }
-    return table_[node * kLetters + letter];
 }
 
 } // namespace pelgrin
