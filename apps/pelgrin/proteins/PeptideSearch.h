@@ -62,7 +62,7 @@ private:
     static constexpr std::size_t kLetters = 26;
     static constexpr std::uint32_t kAccepts = std::uint32_t{1} << 31; ///< see children_
     static constexpr std::size_t kRows = 65536; ///< nodes with a row of the table
-    static constexpr std::size_t kLanes = 8;     ///< pieces that are searched in turn
+    static constexpr std::size_t kLanes = 8;    ///< pieces that are searched in turn
 
     struct Hit {
         std::uint32_t pattern = 0;
