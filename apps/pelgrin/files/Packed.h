@@ -1,0 +1,27 @@
+// Files that are packed: gzip, bzip2, xz and zstd.
+#ifndef PELGRIN_PACKED_H
+#define PELGRIN_PACKED_H
+
+#include <string>
+
+namespace pelgrin {
+
+enum class Packing { None, Gzip, Bzip2, Xz, Zstd };
+
+/// "gz" and so on; empty for None.
+const char* TextOf(Packing packing);
+
+/// By the first bytes of the file. Throws Failure when it cannot be read.
+Packing PackingOf(const std::string& path);
+
+/// "run.mgf" for "dir/run.mgf.gz": the file name without the ending of a packing.
+std::string NameWithoutPacking(const std::string& path);
+
+/// Writes what is packed in path to target, in memory of fixed size. Throws
+/// Failure, with path, for data that is damaged or cut off, and for a target that
+/// cannot be written to its end.
+void Unpack(const std::string& path, const std::string& target);
+
+} // namespace pelgrin
+
+#endif // PELGRIN_PACKED_H
