@@ -165,8 +165,10 @@ TEST(ResultAudit, CountsQueriesAndHitsOfPepXml)
          {"a second search_result",
           PepXml(Query(Hit() + "</search_result><search_result>" + Hit())),
           "1 records, 1 further_hit at 11"},
-         {"a second run", PepXml(query + "</msms_run_summary><msms_run_summary>" + query + query),
-          "1 records, 2 further_run at 13"},
+         {"hits of a second run",
+          PepXml(query + "</msms_run_summary><msms_run_summary>" + query + query),
+          "1 records, 2 further_run at 15"},
+         {"a hit outside of a query", PepXml(query + Hit()), "1 records, 1 stray_hit at 9"},
          {"no run", "<msms_pipeline_analysis/>",
           "file: expected pepXML with an element msms_run_summary"},
          {"no XML", kMsgfHeader, "file: expected pepXML with an element msms_run_summary"}});
@@ -296,14 +298,12 @@ TEST(PlaceOfRecord, IsTheLineOfARecordWhateverStandsBetween)
     EXPECT_EQ(placeOf(PepIdentType::CalvexTxt, "header\na\nb\n", 2), "file");
 }
 
-TEST(QueryText, NamesSpectrumPeptideAndModifiedResidues)
+TEST(HitText, NamesPeptideAndModifiedResidues)
 {
     const TempFolder folder;
     const std::string path = folder.Write(
         "file", PepXml(Query(Hit()) + Query(Hit(Modified("3", "167.0") + Modified("9", "1.5")))));
-    EXPECT_EQ(QueryText(path, 1),
-              "query \"run.00001.00001.2\", peptide \"GASK\", modified residues "
-              "S3 (167.0), 9 (1.5)");
+    EXPECT_EQ(HitText(path, 1), "peptide \"GASK\", modified residues S3 (167.0), 9 (1.5)");
 }
 
 // ---- The library gives as many ------------------------------------------------

@@ -28,6 +28,7 @@ FileLines::FileLines(const std::string& path, Mode mode)
     Refill();
     if (mode == Mode::Text && end_ >= 3 && std::memcmp(block_.data(), kByteOrderMark, 3) == 0) {
         begin_ = 3;
+        offset_ = 3;
     }
 }
 
@@ -36,6 +37,7 @@ bool FileLines::Next(Line& line)
     line.length = 0;
     line.begin.clear();
     line.number = ++number_;
+    line.offset = offset_;
     last_ = '\0';
     bool any = false;
     while (begin_ < end_ || Refill()) {
@@ -46,8 +48,10 @@ bool FileLines::Next(Line& line)
             feed != nullptr ? static_cast<std::size_t>(feed - from) : end_ - begin_;
         Append(line, from, size);
         begin_ += size;
+        offset_ += size;
         if (feed != nullptr) {
             ++begin_;
+            ++offset_;
             if (mode_ == Mode::Text && last_ == '\r') {
                 --line.length;
                 line.begin.resize(static_cast<std::size_t>(
@@ -56,6 +60,7 @@ bool FileLines::Next(Line& line)
             break;
         }
     }
+    line.end = offset_;
     line.begin.resize(std::min(line.begin.size(), line.begin.find('\0')));
     return any;
 }

@@ -22,6 +22,8 @@ public:
     struct Line {
         std::uint64_t number = 0; ///< from 1
         std::uint64_t length = 0; ///< in bytes
+        std::uint64_t offset = 0; ///< of its first byte in the file
+        std::uint64_t end = 0;    ///< of the first byte behind it and its line feed
         std::string begin;        ///< its text up to the first NUL, at most kLongestLine bytes
     };
 
@@ -42,7 +44,8 @@ private:
     std::size_t begin_ = 0;
     std::size_t end_ = 0;
     std::uint64_t number_ = 0;
-    char last_ = '\0'; ///< last byte of the line so far
+    std::uint64_t offset_ = 0; ///< of the byte at begin_
+    char last_ = '\0';         ///< last byte of the line so far
 };
 
 /// The path that the library opens for a text with backslashes, "a\\b.mgf": as

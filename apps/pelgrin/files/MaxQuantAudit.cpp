@@ -89,7 +89,10 @@ private:
             audit_.Add(Unread::ShortRow, matches_.Number());
             return;
         }
-        audit_.AddRecord(matches_.Number(), onRecord_);
+        RecordPlace place = matches_.Place();
+        place.secondBegin = peptides_.Place().begin;
+        place.secondEnd = peptides_.Place().end;
+        audit_.AddRecord(place, onRecord_);
     }
 
     const ResultFiles& files_;

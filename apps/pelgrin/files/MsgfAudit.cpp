@@ -21,7 +21,7 @@ ResultAudit AuditMsgf(const std::string& path, const OnRecord& onRecord)
         } else if (!rows.Has(highest)) {
             audit.Add(Unread::ShortRow, rows.Number());
         } else {
-            audit.AddRecord(rows.Number(), onRecord);
+            audit.AddRecord(rows.Place(), onRecord);
         }
     }
     return audit;

@@ -1,10 +1,13 @@
 #include "files/NewFile.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <fmt/format.h>
@@ -27,9 +30,52 @@ void CheckTarget(const std::string& target)
     }
 }
 
+namespace {
+
+/// Removes what programs that were killed have left beside target: files
+/// "target.part1234" of processes that are no more.
+void RemoveLeftovers(const std::string& target)
+{
+    const fs::path whole(target);
+    const std::string front = whole.filename().string() + ".part";
+    std::error_code error;
+    const fs::path folder = whole.has_parent_path() ? whole.parent_path() : fs::path(".");
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        if (name.rfind(front, 0) != 0 || name.size() == front.size()
+            || name.find_first_not_of("0123456789", front.size()) != std::string::npos) {
+            continue;
+        }
+        const long process = std::strtol(name.c_str() + front.size(), nullptr, 10);
+        const auto number = static_cast<pid_t>(process);
+        if (process == ::getpid()
+            || (number == process && ::kill(number, 0) != 0 && errno == ESRCH)) {
+            std::error_code ignored;
+            fs::remove(entry->path(), ignored);
+        }
+    }
+}
+
+/// What a power failure may not undo once the file has its name.
+bool IsOnDisk(const std::string& path)
+{
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    const bool isWell = file >= 0 && (::fsync(file) == 0 || errno == EINVAL || errno == EROFS);
+    const int reason = errno;
+    if (file >= 0) {
+        ::close(file);
+    }
+    errno = reason;
+    return isWell;
+}
+
+} // namespace
+
 NewFile::NewFile(const std::string& target)
     : target_(target), path_(fmt::format("{}.part{}", target, ::getpid()))
 {
+    RemoveLeftovers(target);
     std::FILE* const file = std::fopen(path_.c_str(), "wbx");
     if (file == nullptr) {
         throw Failure(fmt::format("{}: cannot be written: {}", target_, std::strerror(errno)));
@@ -44,7 +90,7 @@ NewFile::~NewFile()
 
 void NewFile::MoveToTarget()
 {
-    if (std::rename(path_.c_str(), target_.c_str()) != 0) {
+    if (!IsOnDisk(path_) || std::rename(path_.c_str(), target_.c_str()) != 0) {
         throw Failure(fmt::format("{}: cannot be written: {}", target_, std::strerror(errno)));
     }
 }

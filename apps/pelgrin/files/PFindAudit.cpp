@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 
 #include <fmt/format.h>
 
@@ -31,7 +32,7 @@ ResultAudit AuditPFind3(const std::string& path, const OnRecord& onRecord)
                    == std::string_view::npos) { // what is behind the last is not read
             audit.Add(Unread::RowWithoutProtein, rows.Number());
         } else {
-            audit.AddRecord(rows.Number(), onRecord);
+            audit.AddRecord(rows.Place(), onRecord);
         }
     }
     return audit;
@@ -60,6 +61,7 @@ public:
                 TakeSection();
             }
         }
+        EndSection(end_);
         return audit_;
     }
 
@@ -77,6 +79,10 @@ private:
         if (audit_.longLine != 0 || !lines_.Next(line_)) {
             line_ = {};
             return false;
+        }
+        end_ = line_.end;
+        if (Begins(kSection)) {
+            EndSection(line_.offset);
         }
         if (found == Found::OtherLine && Begins(kSection)) {
             audit_.Add(Unread::OtherLayout, line_.number);
@@ -111,33 +117,45 @@ private:
 
     void TakeSection()
     {
-        const std::uint64_t begin = line_.number;
+        const RecordPlace section{line_.number, line_.offset, 0, 0, 0};
         Skip(7);
         if (!Begins("ValidCandidate=")) {
-            audit_.Add(Unread::OtherLayout, begin);
+            audit_.Add(Unread::OtherLayout, section.line);
         } else if (NumberOf("ValidCandidate=") <= 0) {
-            audit_.Add(Unread::WithoutCandidate, begin);
+            audit_.Add(Unread::WithoutCandidate, section.line);
         } else {
-            TakeCandidate(begin);
+            TakeCandidate(section);
         }
     }
 
-    void TakeCandidate(std::uint64_t begin)
+    void TakeCandidate(const RecordPlace& section)
     {
         Skip(6);
         if (!Begins("NO1_SQ=")) {
-            audit_.Add(Unread::OtherLayout, begin);
+            audit_.Add(Unread::OtherLayout, section.line);
             return;
         }
-        audit_.AddRecord(begin, onRecord_);
+        record_ = section;
         Skip(2);
         Skip(NumberOf("NO1_Proteins=") > 0 ? 4 : 1);
         Skip(NumberOf("NO1_Modify_Pos=") > 0 ? 1 : 0);
     }
 
+    /// Tells of a record when it is known where its section ends.
+    void EndSection(std::uint64_t end)
+    {
+        if (record_) {
+            record_->end = end;
+            audit_.AddRecord(*record_, onRecord_);
+            record_.reset();
+        }
+    }
+
     std::string path_;
     FileLines lines_;
     FileLines::Line line_;
+    std::uint64_t end_ = 0; ///< of the line before
+    std::optional<RecordPlace> record_;
     const OnRecord& onRecord_;
     ResultAudit audit_;
 };

@@ -24,18 +24,20 @@ public:
         while (tags_.Next()) {
             const std::string_view name = tags_.Name();
             if (name == "msms_run_summary") {
-                EndQuery();
+                EndQuery(tags_.Offset());
                 ++runs_;
             } else if (name == "spectrum_query") {
-                EndQuery();
+                EndQuery(tags_.Offset());
                 isInQuery_ = true;
-                query_ = tags_.Line();
+                query_ = {tags_.Line(), tags_.Offset(), 0, 0, 0};
                 results_ = hits_ = 0;
             } else if (isInQuery_) {
                 TakeInQuery(name);
+            } else if (name == "search_hit") {
+                audit_.Add(Unread::StrayHit, tags_.Line());
             }
         }
-        EndQuery();
+        EndQuery(tags_.End());
         if (runs_ == 0) {
             throw Failure(
                 fmt::format("{}: expected pepXML with an element msms_run_summary", path_));
@@ -47,7 +49,7 @@ private:
     void TakeInQuery(std::string_view name)
     {
         if (name == "/spectrum_query") {
-            EndQuery();
+            EndQuery(tags_.End());
         } else if (name == "search_result") {
             ++results_;
         } else if (name == "search_hit") {
@@ -60,22 +62,21 @@ private:
     /// Only the first hit of the first search_result of a query is read.
     void TakeHit()
     {
+        hits_ += results_ == 1 ? 1 : 0;
         if (runs_ != 1) {
-            return;
-        }
-        if (results_ == 1 && ++hits_ == 1) {
-            audit_.AddRecord(query_, onRecord_);
-        } else {
+            audit_.Add(Unread::FurtherRun, tags_.Line());
+        } else if (results_ != 1 || hits_ != 1) {
             audit_.Add(Unread::FurtherHit, tags_.Line());
         }
     }
 
-    void EndQuery()
+    void EndQuery(std::uint64_t end)
     {
-        if (isInQuery_ && runs_ != 1) {
-            audit_.Add(Unread::FurtherRun, query_);
-        } else if (isInQuery_ && hits_ == 0) {
-            audit_.Add(Unread::QueryWithoutHit, query_);
+        if (isInQuery_ && hits_ == 0) {
+            audit_.Add(Unread::QueryWithoutHit, query_.line);
+        } else if (isInQuery_ && runs_ == 1) {
+            query_.end = end;
+            audit_.AddRecord(query_, onRecord_);
         }
         isInQuery_ = false;
     }
@@ -86,7 +87,7 @@ private:
     ResultAudit audit_;
     std::uint64_t runs_ = 0;
     bool isInQuery_ = false;
-    std::uint64_t query_ = 0; ///< its line
+    RecordPlace query_;
     std::uint64_t results_ = 0;
     std::uint64_t hits_ = 0; ///< of the first search_result
 };
@@ -108,13 +109,13 @@ ResultAudit AuditPepXml(const std::string& path, const OnRecord& onRecord)
     return Walk(path, onRecord).Take();
 }
 
-std::string QueryText(const std::string& path, std::uint64_t record)
+std::string HitText(const std::string& path, std::uint64_t record)
 {
     std::uint64_t line = 0;
     std::uint64_t seen = 0;
-    AuditPepXml(path, [&](std::uint64_t query) { line = seen++ == record ? query : line; });
+    AuditPepXml(path,
+                [&](const RecordPlace& query) { line = seen++ == record ? query.line : line; });
     XmlTags tags(path);
-    std::string spectrum;
     std::string peptide;
     std::string residues;
     while (tags.Next()) {
@@ -122,9 +123,7 @@ std::string QueryText(const std::string& path, std::uint64_t record)
         if (tags.Line() < line || line == 0) {
             continue;
         }
-        if (name == "spectrum_query" && spectrum.empty()) {
-            spectrum = tags.Attribute("spectrum");
-        } else if (name == "search_hit") {
+        if (name == "search_hit") {
             peptide = tags.Attribute("peptide");
         } else if (name == "mod_aminoacid_mass") {
             residues += (residues.empty() ? "" : ", ") + ResidueText(tags, peptide);
@@ -132,8 +131,7 @@ std::string QueryText(const std::string& path, std::uint64_t record)
             break;
         }
     }
-    return fmt::format("query \"{}\", peptide \"{}\", modified residues {}", spectrum, peptide,
-                       residues);
+    return fmt::format("peptide \"{}\", modified residues {}", peptide, residues);
 }
 
 } // namespace pelgrin

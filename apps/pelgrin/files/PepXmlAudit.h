@@ -11,10 +11,10 @@ namespace pelgrin {
 
 ResultAudit AuditPepXml(const std::string& path, const OnRecord& onRecord);
 
-/// What a message can tell of a query: 'query "run.00144.00144.2", peptide
-/// "ACDMK", modified residues C2 (160.030649), M4 (147.035385)'. record counts
-/// the records that the file gives, from 0.
-std::string QueryText(const std::string& path, std::uint64_t record);
+/// What a message can tell of a hit: 'peptide "ACDMK", modified residues C2
+/// (160.030649), M4 (147.035385)'. record counts the records that the file gives,
+/// from 0.
+std::string HitText(const std::string& path, std::uint64_t record);
 
 } // namespace pelgrin
 

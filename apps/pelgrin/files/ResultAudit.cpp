@@ -1,13 +1,17 @@
 #include "files/ResultAudit.h"
 
+#include <string_view>
+
 #include <fmt/format.h>
 
+#include "files/FileLines.h"
 #include "files/MaxQuantAudit.h"
 #include "files/MsgfAudit.h"
 #include "files/PFindAudit.h"
 #include "files/PepXmlAudit.h"
 #include "files/SequestAudit.h"
 #include "files/TableAudit.h"
+#include "files/XmlTags.h"
 
 namespace pelgrin {
 
@@ -19,23 +23,25 @@ struct UnreadTexts {
     const char* key;
     const char* text;
     bool isLoss;
+    bool isHeld;
 };
 
 constexpr UnreadTexts kTexts[kUnread] = {
-    {"behind_empty_line", "rows behind an empty line of the table", true},
-    {"behind_long_line", "rows behind a line of more than 81919 characters", true},
-    {"short_row", "rows with too few cells", true},
-    {"row_without_protein", "rows without a protein", true},
-    {"row_not_named", "rows of msms.txt that no peptide names", true},
-    {"row_missing", "rows that a peptide names and msms.txt does not have", true},
-    {"other_layout", "sections of another layout", true},
-    {"further_run", "queries of a second or later run", true},
-    {"blank_row", "empty rows", false},
-    {"lower_rank", "rows of a rank above 1", false},
-    {"without_candidate", "spectra without a candidate", false},
-    {"query_without_hit", "queries without a hit", false},
-    {"further_hit", "hits behind the first one of a query", false},
-    {"further_protein", "proteins behind the first one of a hit", false},
+    {"behind_empty_line", "rows behind an empty line of the table", true, true},
+    {"behind_long_line", "rows behind a line of more than 81919 characters", true, true},
+    {"short_row", "rows with too few cells", true, true},
+    {"row_without_protein", "rows without a protein", true, true},
+    {"row_not_named", "rows of msms.txt that no peptide names", true, true},
+    {"row_missing", "rows that a peptide names and msms.txt does not have", true, false},
+    {"other_layout", "sections of another layout", true, true},
+    {"further_run", "hits of a second or later run", true, true},
+    {"stray_hit", "hits outside of a query", true, true},
+    {"lower_rank", "rows of a rank above 1", true, true},
+    {"further_hit", "hits behind the first one of a query", true, true},
+    {"further_protein", "proteins behind the first one of a hit", true, false},
+    {"blank_row", "empty rows", false, false},
+    {"without_candidate", "spectra without a candidate", false, true},
+    {"query_without_hit", "queries without a hit", false, false},
 };
 
 const UnreadTexts& TextsOf(Unread reason)
@@ -45,7 +51,7 @@ const UnreadTexts& TextsOf(Unread reason)
 
 ResultAudit AuditNative(const std::string& path, const OnRecord& onRecord)
 {
-    const TableAudit table = AuditTable(path);
+    const TableAudit table = AuditTable(path, onRecord);
     ResultAudit audit;
     audit.records = table.rows;
     audit.longLine = table.longLine;
@@ -54,9 +60,6 @@ ResultAudit AuditNative(const std::string& path, const OnRecord& onRecord)
                                                                        table.emptyLine};
     audit.unread[static_cast<std::size_t>(Unread::BehindLongLine)] = {table.rowsBehindLongLine,
                                                                       table.longLine};
-    for (std::uint64_t row = 0; onRecord && row < table.rows; ++row) {
-        onRecord(row + 2); // below the header
-    }
     return audit;
 }
 
@@ -77,6 +80,11 @@ bool IsLoss(Unread reason)
     return TextsOf(reason).isLoss;
 }
 
+bool IsHeld(Unread reason)
+{
+    return TextsOf(reason).isHeld;
+}
+
 void ResultAudit::Add(Unread reason, std::uint64_t line)
 {
     Count& count = unread[static_cast<std::size_t>(reason)];
@@ -85,12 +93,38 @@ void ResultAudit::Add(Unread reason, std::uint64_t line)
     }
 }
 
-void ResultAudit::AddRecord(std::uint64_t line, const OnRecord& onRecord)
+void ResultAudit::AddRecord(const RecordPlace& place, const OnRecord& onRecord)
 {
     ++records;
     if (onRecord) {
-        onRecord(line);
+        onRecord(place);
     }
+}
+
+std::uint64_t HeldIn(PepIdentType::EPepIdentType format, const std::string& path)
+{
+    std::uint64_t held = 0;
+    if (format == PepIdentType::MsFraggerPepXml || format == PepIdentType::CometPepXml) {
+        XmlTags tags(path);
+        while (tags.Next()) {
+            held += tags.Name() == "search_hit" ? 1 : 0;
+        }
+        return held;
+    }
+    // Quotes and carriage returns alone make no row of Proteome Discoverer.
+    const bool isQuoted = format == PepIdentType::SequestTxt;
+    FileLines lines(path, isQuoted ? FileLines::Mode::Binary : FileLines::Mode::Text);
+    FileLines::Line line;
+    while (lines.Next(line)) {
+        if (format == PepIdentType::Pfind28Txt) {
+            held += line.begin.rfind("[Spectrum", 0) == 0 ? 1 : 0;
+        } else if (line.number > 1) {
+            const std::string_view text = line.begin;
+            held +=
+                text.find_first_not_of(isQuoted ? "\"\r" : "") != std::string_view::npos ? 1 : 0;
+        }
+    }
+    return held;
 }
 
 ResultAudit AuditResult(PepIdentType::EPepIdentType format, const ResultFiles& files,
@@ -113,8 +147,8 @@ std::string PlaceOfRecord(PepIdentType::EPepIdentType format, const ResultFiles&
 {
     std::uint64_t seen = 0;
     std::uint64_t place = 0;
-    AuditResult(format, files, [&](std::uint64_t line) {
-        place = seen == record ? line : place;
+    AuditResult(format, files, [&](const RecordPlace& found) {
+        place = seen == record ? found.line : place;
         ++seen;
     });
     return place == 0 ? files.path : fmt::format("{}:{}", files.path, place);

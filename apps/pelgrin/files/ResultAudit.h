@@ -29,25 +29,39 @@ enum class Unread : std::size_t {
     RowMissing,
     OtherLayout,
     FurtherRun,
-    // Passed over: not wanted, or nothing was there.
-    BlankRow,
+    StrayHit,
     LowerRank,
-    WithoutCandidate,
-    QueryWithoutHit,
     FurtherHit,
     FurtherProtein,
+    // Passed over: no match was there.
+    BlankRow,
+    WithoutCandidate,
+    QueryWithoutHit,
 };
-constexpr std::size_t kUnread = 14;
+constexpr std::size_t kUnread = 15;
 
 /// The key in summary.json, such as "short_row".
 const char* KeyOf(Unread reason);
 /// The words of the report, such as "rows with too few cells".
 const char* TextOf(Unread reason);
-/// Matches may be missing, else all is as it should be.
+/// Something is missing, else all is as it should be.
 bool IsLoss(Unread reason);
+/// What is counted is one of the units that HeldIn counts.
+bool IsHeld(Unread reason);
 
-/// Told for every record, in order: the line in the file at which it begins.
-using OnRecord = std::function<void(std::uint64_t line)>;
+/// Where a record stands: the row, query or section that gives it.
+struct RecordPlace {
+    std::uint64_t line = 0; ///< at which it begins, from 1
+    // Offsets in bytes, from 0; end is that of the first byte behind it.
+    std::uint64_t begin = 0;
+    std::uint64_t end = 0;
+    // Of MaxQuant only: the row of peptides.txt that names the record.
+    std::uint64_t secondBegin = 0;
+    std::uint64_t secondEnd = 0;
+};
+
+/// Told for every record, in order.
+using OnRecord = std::function<void(const RecordPlace&)>;
 
 struct ResultAudit {
     struct Count {
@@ -61,8 +75,7 @@ struct ResultAudit {
     bool cutsRow = false;       ///< that line gives a record, of its beginning
 
     void Add(Unread reason, std::uint64_t line);
-    /// One more record, which begins at line.
-    void AddRecord(std::uint64_t line, const OnRecord& onRecord);
+    void AddRecord(const RecordPlace& place, const OnRecord& onRecord);
     const Count& Of(Unread reason) const { return unread[static_cast<std::size_t>(reason)]; }
 };
 
@@ -71,6 +84,12 @@ struct ResultFiles {
     std::string path;
     std::string second; ///< peptides.txt of MaxQuant, list of modifications of MS-GF+; or empty
 };
+
+/// What the file holds, counted without a look at what a reader takes: rows below
+/// the header that are not empty, elements search_hit of pepXML, sections of pFind
+/// 2.8. It is the sum of the records and of all reasons that are IsHeld. Throws
+/// Failure when the file cannot be read.
+std::uint64_t HeldIn(Vorlan::PepIdentType::EPepIdentType format, const std::string& path);
 
 /// Throws Failure when a file cannot be read, or a table lacks a column.
 ResultAudit AuditResult(Vorlan::PepIdentType::EPepIdentType format, const ResultFiles& files,

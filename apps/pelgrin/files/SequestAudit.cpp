@@ -35,7 +35,7 @@ ResultAudit AuditSequest(const std::string& path, const OnRecord& onRecord)
         } else if (IsLowerRank(rows.Cell(rank))) {
             audit.Add(Unread::LowerRank, rows.Number());
         } else {
-            audit.AddRecord(rows.Number(), onRecord);
+            audit.AddRecord(rows.Place(), onRecord);
         }
     }
     return audit;

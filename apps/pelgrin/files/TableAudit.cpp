@@ -4,9 +4,15 @@
 
 namespace pelgrin {
 
-TableAudit AuditTable(const std::string& path)
+TableAudit AuditTable(const std::string& path, const OnRecord& onRow)
 {
     TableAudit audit;
+    const auto take = [&](const FileLines::Line& row) {
+        ++audit.rows;
+        if (onRow) {
+            onRow({row.number, row.offset, row.end, 0, 0});
+        }
+    };
     FileLines lines(path, FileLines::Mode::Text);
     FileLines::Line line;
     while (lines.Next(line)) {
@@ -17,11 +23,13 @@ TableAudit AuditTable(const std::string& path)
         } else if (line.length > kLongestLine) {
             audit.longLine = line.number;
             audit.cutsRow = !isHeader;
-            audit.rows += isHeader ? 0 : 1;
+            if (!isHeader) {
+                take(line);
+            }
         } else if (!isHeader && line.begin.empty()) {
             audit.emptyLine = line.number;
         } else if (!isHeader) {
-            ++audit.rows;
+            take(line);
         }
     }
     return audit;

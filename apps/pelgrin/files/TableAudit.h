@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "files/ResultAudit.h"
+
 namespace pelgrin {
 
 struct TableAudit {
@@ -17,7 +19,7 @@ struct TableAudit {
 };
 
 /// Throws Failure when the file cannot be read.
-TableAudit AuditTable(const std::string& path);
+TableAudit AuditTable(const std::string& path, const OnRecord& onRow = {});
 
 } // namespace pelgrin
 

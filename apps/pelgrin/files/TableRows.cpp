@@ -50,6 +50,7 @@ bool TableRows::Next(ResultAudit& audit)
         audit.longLine = line_.number;
         const std::uint64_t end = line_.number;
         while (lines_.Next(line_)) {
+            Clean();
             if (!line_.begin.empty()) {
                 audit.Add(Unread::BehindLongLine, end);
             }

@@ -34,6 +34,7 @@ public:
 
     const std::string& Row() const { return line_.begin; }
     std::uint64_t Number() const { return line_.number; }
+    RecordPlace Place() const { return {line_.number, line_.offset, line_.end, 0, 0}; }
     /// A cell of the row; one that it does not have is empty.
     std::string_view Cell(std::size_t column) const;
     /// The row has more cells than column.

@@ -44,6 +44,7 @@ bool XmlTags::Next()
         if (hit == end) {
             continue;
         }
+        offset_ = blockOffset_ + begin_ - 1;
         bool whole = AppendToEnd();
         if (whole && tag_.size() > 1 && tag_[tag_.size() - 2] == '-' && tag_.front() != '!') {
             whole = AppendToEnd();
@@ -74,6 +75,7 @@ std::string_view XmlTags::Attribute(std::string_view name) const
 
 bool XmlTags::Refill()
 {
+    blockOffset_ += end_;
     file_.read(block_.data(), static_cast<std::streamsize>(block_.size()));
     begin_ = 0;
     end_ = static_cast<std::size_t>(file_.gcount());

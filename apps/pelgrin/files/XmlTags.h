@@ -29,6 +29,9 @@ public:
     std::string_view Attribute(std::string_view name) const;
     /// The line at which the tag begins, from 1.
     std::uint64_t Line() const { return line_; }
+    /// The place of its "<" in the file, and of the first byte behind it.
+    std::uint64_t Offset() const { return offset_; }
+    std::uint64_t End() const { return blockOffset_ + begin_; }
 
 private:
     bool Refill();
@@ -40,6 +43,8 @@ private:
     std::vector<char> block_;
     std::size_t begin_ = 0;
     std::size_t end_ = 0;
+    std::uint64_t blockOffset_ = 0; ///< of the block in the file
+    std::uint64_t offset_ = 0;
     std::uint64_t line_ = 1;
     std::uint64_t linesInTag_ = 0;
     std::string tag_; ///< behind its "<"; at most kLongestTag of it
