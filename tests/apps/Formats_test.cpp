@@ -157,11 +157,12 @@ TEST(PelgrinFormats, AMassThatNothingExplainsIsNamedWithItsQuery)
         PepXml(Query("") + Query(Hit()) + Query(Hit(Modified("3", "147.0354"), "GAMK")));
     const Outcome outcome =
         place.Annotate("Comet (.pep.xml)", text, {"--mod", "Phospho (STY)=79.966331"});
-    ExpectRefusal(outcome, 1,
-                  "result:17: query \"run.00001.00001.2\", peptide \"GAMK\", modified residues M3 "
-                  "(147.0354): no sum of up to five of the given modifications is the mass of one "
-                  "of them; name the missing modification with its mass (--mod) or in the "
-                  "parameter file, fixed ones such as Carbamidomethyl (C) included");
+    ExpectRefusal(
+        outcome, 1,
+        "result:17: spectrum \"run.00001.00001.2\": peptide \"GAMK\", modified residues M3 "
+        "(147.0354): no sum of up to five of the given modifications is the mass of one "
+        "of them; name the missing modification with its mass (--mod) or in the "
+        "parameter file, fixed ones such as Carbamidomethyl (C) included");
     EXPECT_FALSE(std::filesystem::exists(place.PathOf("out/annotations.tsv")));
 }
 

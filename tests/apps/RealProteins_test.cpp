@@ -51,7 +51,9 @@ Outcome Made(const std::string& command, const char* in, const std::string& sear
                                           "--mod",
                                           "Acetyl (Protein N-term)=42.010565",
                                           "--out",
-                                          folder.PathOf(command + ".txt")};
+                                          folder.PathOf(command + ".txt"),
+                                          "--allow",
+                                          "further_hit,further_protein"};
     arguments.insert(arguments.end(), more.begin(), more.end());
     return RunPelgrin(arguments);
 }

@@ -35,14 +35,16 @@ struct Result {
     const char* file;
     Arguments more;
     int status;
-    const char* report; ///< how it begins, up to the path of the table
+    const char* report;     ///< how it begins, up to the path of the table
+    Arguments classes = {}; ///< what of the closing table stands in it
 };
 
 Outcome Convert(const Result& result, const TempFolder& folder)
 {
-    return RunPelgrin(With({"convert", "--format", result.format, "--in", PathOf(result.file),
-                            "--out", folder.PathOf("table.txt")},
-                           result.more));
+    return RunPelgrin(
+        With({"convert", "--format", result.format, "--in", PathOf(result.file), "--out",
+              folder.PathOf("table.txt"), "--allow", "further_hit,further_protein,lower_rank"},
+             result.more));
 }
 
 /// The rows of a native table below its header.
@@ -62,6 +64,9 @@ void ExpectConverted(const std::vector<Result>& results)
         testing::Test::RecordProperty(result.file, std::to_string(taken.count()) + " s");
         EXPECT_EQ(outcome.status, result.status) << outcome.err;
         EXPECT_THAT(outcome.out, StartsWith(result.report));
+        for (const std::string& one : result.classes) {
+            EXPECT_THAT(outcome.out, HasSubstr(one));
+        }
         const std::string table = ReadFile(folder.PathOf("table.txt"));
         EXPECT_THAT(outcome.out,
                     HasSubstr(std::to_string(RowsOf(table)) + "   records to " + folder.Path()));
@@ -73,15 +78,19 @@ TEST(RealResults, OfCometAreReadWhole)
     PELGRIN_NEEDS_REAL_DATA();
     const Arguments phospho = With(kUsual, {"--mod", "Phospho (STY)=79.966331"});
     ExpectConverted(
-        {{"Comet (.pep.xml)", "comet/F13_set/closed/F13.pep.xml", kUsual, 0,
-          "Matches read       589\n"
-          "Passed over        795   queries without a hit\n"
-          "                  1118   hits behind the first one of a query\n"
-          "                    35   proteins behind the first one of a hit\n"
-          "Written            589   records to "},
-         {"Comet (.pep.xml)", "comet/F13_set/open/F13.pep.xml", kUsual, 0,
-          "Matches read      1384\n"
-          "Passed over        120   proteins behind the first one of a hit\n"},
+        {{"Comet (.pep.xml)",
+          "comet/F13_set/closed/F13.pep.xml",
+          kUsual,
+          0,
+          "Matches read       589\nWritten            589   records to ",
+          {"matches                  1707       589 ", " 795  query_without_hit:",
+           "allowed     1118  further_hit:", "allowed       35  further_protein:"}},
+         {"Comet (.pep.xml)",
+          "comet/F13_set/open/F13.pep.xml",
+          kUsual,
+          0,
+          "Matches read      1384\n",
+          {"allowed      120  further_protein:"}},
          {"Comet (.pep.xml)", "comet/Jurkat_set/closed/PV_Jurk_Promega50_IAP_minwash.pep.xml",
           phospho, 0, "Matches read      1999\n"},
          {"Comet (.pep.xml)", "comet/Jurkat_set/open/PV_Jurk_Promega50_IAP_minwash.pep.xml", kUsual,
@@ -91,13 +100,16 @@ TEST(RealResults, OfCometAreReadWhole)
           {"--mod", "Carboxymethyl (C)=58.005479", "--mod", "Oxidation (M)=15.994915", "--mod",
            "Deamidated (NQ)=0.984016", "--mod", "Gln->pyro-Glu (Any N-term Q)=-17.026549"},
           0,
-          "Matches read       174\n"
-          "Passed over         42   queries without a hit\n"},
+          "Matches read       174\n",
+          {"no loss       42  query_without_hit:"}},
          {"Comet (.pep.xml)", "comet/x00530_phospho_head.pepXML", phospho, 0,
           "Matches read       182\n"},
-         {"Comet (.pep.xml)", "comet/LakeTrout_2016.pep.xml", kUsual, 0,
-          "Matches read         2\n"
-          "Passed over          1   hits behind the first one of a query\n"}});
+         {"Comet (.pep.xml)",
+          "comet/LakeTrout_2016.pep.xml",
+          kUsual,
+          0,
+          "Matches read         2\n",
+          {"allowed        1  further_hit:"}}});
 }
 
 TEST(RealResults, OfMsFraggerAreReadWhole)
@@ -154,9 +166,8 @@ TEST(RealResults, OfMaxQuantPFindAndSequestAreReadWhole)
           "pfind28/pFind_qry.proteins.part1.txt",
           {},
           3,
-          "Matches read         0\n"
-          "Not read           689   sections of another layout\n"
-          "Passed over        311   spectra without a candidate\n"}});
+          "Matches read         0\n",
+          {"lost         689  other_layout:", "no loss      311  without_candidate:"}}});
 }
 
 TEST(RealResults, ThatDoNotFitAreRefusedWithTheReason)
@@ -178,21 +189,30 @@ TEST(RealResults, ThatDoNotFitAreRefusedWithTheReason)
                  {},
                  1,
                  "peptides.txt: cannot be opened: No such file or directory\n"},
-          Result{"Comet (.pep.xml)",
-                 "comet/F13_set/open/F13.pep.xml",
-                 {},
-                 1,
-                 ":332: query \"F13.01975.01975.2\", peptide \"INPPLMKR\", modified residues M6 "
-                 "(147.035385): no sum of up to five of the given modifications"},
           Result{"MSGF (.tsv)",
                  "msgfplus/TMT_set/few_spectra.tsv",
                  {},
                  1,
-                 ":2: the value '+229.163' was used but is not valid"}}) {
+                 ":2: spectrum \"13449\": the value '+229.163' was used but is not valid"}}) {
         SCOPED_TRACE(result.file);
         const TempFolder folder;
         ExpectRefusal(Convert(result, folder), result.status, result.report);
     }
+}
+
+TEST(RealResults, MatchesThatCannotBeReadAreLeftOutOneByOne)
+{
+    PELGRIN_NEEDS_REAL_DATA();
+    const TempFolder folder;
+    const Outcome outcome =
+        Convert({"Comet (.pep.xml)", "comet/F13_set/open/F13.pep.xml", {}, 3, ""}, folder);
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_THAT(outcome.out, HasSubstr("lost         217  record_rejected:"));
+    EXPECT_EQ(RowsOf(ReadFile(folder.PathOf("table.txt"))), 1384U - 217U);
+    EXPECT_THAT(outcome.err,
+                HasSubstr(":332: spectrum \"F13.01975.01975.2\": peptide \"INPPLMKR\", modified "
+                          "residues M6 (147.035385): no sum of up to five of the given "
+                          "modifications"));
 }
 
 // ---- Joined with their spectra -------------------------------------------------
@@ -200,10 +220,11 @@ TEST(RealResults, ThatDoNotFitAreRefusedWithTheReason)
 nlohmann::json Annotated(const std::string& mgf, const std::string& result, const Arguments& mods)
 {
     const TempFolder folder;
-    const Outcome outcome = RunPelgrin(
-        With({"annotate", "--spectra", PathOf(mgf), "--psms", PathOf(result), "--format",
-              "Comet (.pep.xml)", "--tolerance", "0.02Da", "--out", folder.PathOf("out")},
-             mods));
+    const Outcome outcome =
+        RunPelgrin(With({"annotate", "--spectra", PathOf(mgf), "--psms", PathOf(result), "--format",
+                         "Comet (.pep.xml)", "--tolerance", "0.02Da", "--out", folder.PathOf("out"),
+                         "--allow", "further_hit,further_protein"},
+                        mods));
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     nlohmann::json summary = nlohmann::json::parse(ReadFile(folder.PathOf("out/summary.json")));
     ExpectCountsAddUp(summary);

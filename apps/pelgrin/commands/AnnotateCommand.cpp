@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include "commands/AllowOption.h"
 #include "commands/DatasetOption.h"
 #include "commands/ResultOptions.h"
 #include "common/Failure.h"
@@ -28,6 +29,7 @@ struct Texts {
     std::string ions = "b,y";
     std::string minShift = "0.5";
     std::string out;
+    std::vector<std::string> allowed;
 };
 
 constexpr const char kAnnotateFooter[] = R"(
@@ -41,11 +43,12 @@ A record and a spectrum meet by dataset and spectrum name. The dataset is the
 name of the MGF file, or of the folder of DTA files; engines that write a path, another ending or the name up
 to its first dot are understood, too. --dataset says what is meant otherwise.
 
-Writes annotations.tsv, results.txt, matched.mgf and summary.json into the
-folder, and a short report to standard output.
+Writes annotations.tsv, results.txt, matched.mgf, rejects.tsv, ledger.json and
+summary.json into the folder, and a short report to standard output.
 
-Exit status: 0 all well; 1 failure; 2 wrong usage; 3 finished, but some records
-could not be used (summary.json says which and why).
+Exit status: 0 all well; 1 failure; 2 wrong usage; 3 finished, but something
+that the inputs hold is not in the output (ledger.json says what and why) and
+--allow does not name its class.
 )";
 
 void AddOptions(CLI::App* annotate, Texts& texts)
@@ -74,6 +77,7 @@ void AddOptions(CLI::App* annotate, Texts& texts)
                      "smallest mass shift of a record, in Da, for which shifted ions are asked")
         ->type_name("MASS")
         ->capture_default_str();
+    AddAllowOption(*annotate, texts.allowed);
     annotate->add_option("--out", texts.out, "folder for the results; made when missing")
         ->type_name("DIR")
         ->required();
@@ -93,6 +97,7 @@ Parameters ParametersOf(const Texts& texts)
     if (parameters.out.empty()) {
         throw UsageError("--out: the name of the folder is empty");
     }
+    parameters.allowed = ParseAllowed(texts.allowed);
     parameters.datasets = ParseDatasets(texts.datasets, parameters.spectra);
     TakeResultOptions(texts.result, parameters);
     return parameters;

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "commands/AllowOption.h"
 #include "commands/ResultOptions.h"
 #include "common/Failure.h"
 #include "run/Conversion.h"
@@ -15,6 +16,7 @@ struct Texts {
     std::string in;
     ResultOptions result;
     std::string out;
+    LossFiles losses;
 };
 
 constexpr const char kConvertFooter[] = R"help(
@@ -28,8 +30,12 @@ Writes every match to the table, a "Calvex (.txt)" file, and says on standard
 output how many there were, what of the result gave no match, and what the table
 has no place for.
 
+A record that cannot be read is left out and told with file, line and reason;
+the others are kept. Files of any size are read in memory of a fixed size.
+
 Exit status: 0 all well; 1 failure; 2 wrong usage; 3 finished, but matches or
-parts of them are missing (the report says which and why).
+parts of them are missing (the report says which and why) and --allow does not
+name their class.
 )help";
 
 ExitStatus RunConvert(const Texts& texts)
@@ -41,6 +47,7 @@ ExitStatus RunConvert(const Texts& texts)
     if (parameters.out.empty()) {
         throw UsageError("--out: the name of the table is empty");
     }
+    TakeLossOptions(texts.losses, parameters);
     RefuseModificationsTwice(texts.result);
     TakeResultOptions(texts.result, parameters);
     return Convert(parameters);
@@ -59,6 +66,7 @@ void AddConvertCommand(CLI::App& app, Command& chosen)
         ->required();
     AddResultOptions(*convert, texts->result, true);
     convert->add_option("--out", texts->out, "table to be written")->type_name("TABLE")->required();
+    AddLossOptions(*convert, texts->losses);
     convert->callback([&chosen, texts] { chosen.run = [texts] { return RunConvert(*texts); }; });
 }
 

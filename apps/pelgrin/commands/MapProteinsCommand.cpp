@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "commands/AllowOption.h"
 #include "commands/EquateIlOption.h"
 #include "commands/ResultOptions.h"
 #include "common/Failure.h"
@@ -22,6 +23,7 @@ struct Texts {
     bool equateIl = false;
     bool hasProteins = false;
     bool hasDecoyTag = false;
+    LossFiles losses;
 };
 
 constexpr const char kMapProteinsFooter[] = R"help(
@@ -55,6 +57,7 @@ ExitStatus RunMapProteins(const Texts& texts)
     if (texts.hasDecoyTag && texts.decoyTag.empty()) {
         throw UsageError("--decoy-tag: the tag is empty");
     }
+    TakeLossOptions(texts.losses, parameters);
     RefuseModificationsTwice(texts.result);
     TakeResultOptions(texts.result, parameters);
     ProteinPlan& plan = parameters.proteins.emplace();
@@ -82,6 +85,7 @@ void AddOptions(CLI::App& command, Texts& texts)
     command.add_option("--decoy-tag", texts.decoyTag, "how the accession of a decoy begins")
         ->type_name("TAG");
     AddEquateIlOption(command, texts.equateIl);
+    AddLossOptions(command, texts.losses);
 }
 
 } // namespace

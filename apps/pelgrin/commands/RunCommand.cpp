@@ -1,11 +1,13 @@
 #include "commands/RunCommand.h"
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
 #include <fmt/format.h>
 
+#include "commands/AllowOption.h"
 #include "commands/DatasetOption.h"
 #include "commands/EquateIlOption.h"
 #include "commands/ParameterFileOptions.h"
@@ -23,6 +25,7 @@ struct RunOptions {
     std::vector<std::string> datasets;
     ProteinChoice proteins;
     bool hasFasta = false;
+    std::vector<std::string> allowed;
 };
 
 constexpr const char kRunFooter[] = R"(Example:
@@ -37,14 +40,19 @@ spectra. Relative paths in the file begin in the working folder.
 A record and its spectrum meet by dataset and spectrum name, as pelgrin annotate
 --help tells.
 
-Writes annotations.tsv, results.txt, matched.mgf and summary.json into the
-folder that the file names as output, and a short report to standard output.
+Writes annotations.tsv, results.txt, matched.mgf, rejects.tsv, ledger.json and
+summary.json into the folder that the file names as output, and a short report
+to standard output.
 With a protein database it writes proteins.tsv, too, and fills in the proteins
 of the matches, as pelgrin map-proteins --help tells.
 
-Exit status: 0 all well; 1 failure; 2 wrong usage; 3 finished, but some records
-could not be used, proteins and peptides do not fit, or the file asks for
-something that is not offered yet (summary.json says which and why).
+A record that cannot be read is left out and stands in rejects.tsv with file,
+line and reason; so does a file of matches when others can be read.
+
+Exit status: 0 all well; 1 failure; 2 wrong usage; 3 finished, but something
+that the inputs hold is not in the output (ledger.json says what and why) and
+--allow does not name its class, proteins and peptides do not fit, or the file
+asks for something that is not offered yet (summary.json says what).
 )";
 
 ExitStatus RunFile(const RunOptions& options)
@@ -52,10 +60,12 @@ ExitStatus RunFile(const RunOptions& options)
     if (options.hasFasta && options.proteins.fasta.empty()) {
         throw UsageError("--fasta: the name of the file is empty");
     }
+    const std::set<std::string> allowed = ParseAllowed(options.allowed);
     RunPlan plan = ReadRunPlan(options.file->file, options.file->makeTable, options.proteins);
     if (options.proteins.equateIl && !plan.parameters.proteins) {
         throw UsageError("--equate-il: the run has no proteins; give --fasta, too");
     }
+    plan.parameters.allowed = allowed;
     plan.parameters.datasets = ParseDatasets(options.datasets, plan.parameters.spectra);
     const std::size_t problems = plan.fileProblems.size();
     if (problems > 0) {
@@ -80,6 +90,7 @@ void AddRunCommand(CLI::App& app, Command& chosen)
                     "protein_database in the file")
         ->type_name("FASTA");
     AddEquateIlOption(*run, options->proteins.equateIl);
+    AddAllowOption(*run, options->allowed);
     run->callback([&chosen, options, run] {
         options->hasFasta = run->count("--fasta") > 0;
         chosen.run = [options] { return RunFile(*options); };

@@ -1,11 +1,14 @@
 #include "run/Conversion.h"
 
+#include <utility>
+
 #include <fmt/format.h>
 
 #include "common/Terminal.h"
-#include "run/Identifications.h"
+#include "files/ScratchFolder.h"
+#include "run/Ledger.h"
 #include "run/NativeTable.h"
-#include "run/Report.h"
+#include "run/Output.h"
 
 namespace pelgrin {
 
@@ -13,28 +16,61 @@ using Record = Vorlan::PeptideIdentification;
 
 namespace {
 
-ExitStatus Report(const Parameters& parameters, const std::vector<Record>& records,
-                  const Counts& counts)
+/// The tables that tell what was lost, for those who ask for them.
+void CheckLossFiles(const Parameters& parameters)
 {
-    const NotHeldText notHeld = NotHeldBy(records);
-    PrintOut(fmt::format("Matches read {:>9}\n{}Written      {:>9}   records to {}\n{}",
-                         counts.read, UnreadText(counts), records.size(), OneLine(parameters.out),
-                         notHeld.text));
-    return counts.LostRows() > 0 || notHeld.hasLosses ? WithLosses : AllWell;
+    for (const auto& [path, option] : {std::pair{&parameters.rejectsTable, "--rejects"},
+                                       std::pair{&parameters.ledgerFile, "--ledger"}}) {
+        if (!path->empty()) {
+            CheckNewFile(parameters, *path, option);
+        }
+    }
 }
 
 } // namespace
+
+bool WriteLosses(const Parameters& parameters, const ResultsRead& results, const Counts& counts,
+                 std::string& report)
+{
+    results.rejects.Warn(parameters.rejectsTable);
+    Ledger ledger(parameters.allowed);
+    ledger.AddMatches(results, counts);
+    report += ledger.Text();
+    for (const auto& [path, text] : {std::pair{&parameters.rejectsTable, results.rejects.Table()},
+                                     std::pair{&parameters.ledgerFile, ledger.Json()}}) {
+        if (!path->empty()) {
+            NewFile target(*path);
+            TextFile file(target.Path());
+            file.Write(text);
+            file.Close();
+            target.MoveToTarget();
+        }
+    }
+    return ledger.HasLosses();
+}
 
 ExitStatus Convert(const Parameters& parameters)
 {
     const LibraryOutput libraryOutput;
     CheckNewFile(parameters, parameters.out, parameters.outName);
+    CheckLossFiles(parameters);
     Counts counts;
-    const std::vector<Record> records = ReadIdentifications(parameters, counts).records;
+    NotHeldCounts notHeld;
+    ScratchFolder scratch;
     NewFile table(parameters.out);
-    WriteNativeTable(records, table, parameters.out);
+    NativeTableParts parts(table, parameters.out, scratch);
+    const ResultsRead results = ReadResults(parameters, counts, [&](std::vector<Record>&& records) {
+        notHeld.Add(records);
+        parts.Add(records);
+    });
+    parts.Close();
+    std::string report =
+        fmt::format("Matches read {:>9}\nWritten      {:>9}   records to {}\n{}", counts.read,
+                    counts.read, OneLine(parameters.out), notHeld.Text());
+    const bool hasLosses = WriteLosses(parameters, results, counts, report);
     table.MoveToTarget();
-    return Report(parameters, records, counts);
+    PrintOut(report);
+    return hasLosses || notHeld.HasLosses() ? WithLosses : AllWell;
 }
 
 } // namespace pelgrin

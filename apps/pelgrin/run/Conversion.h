@@ -3,6 +3,7 @@
 #define PELGRIN_CONVERSION_H
 
 #include "common/Command.h"
+#include "run/Identifications.h"
 #include "run/Parameters.h"
 
 namespace pelgrin {
@@ -13,6 +14,12 @@ namespace pelgrin {
 /// something of the result is not in the table that belongs there; throws what
 /// cannot be gone on with.
 ExitStatus Convert(const Parameters& parameters);
+
+/// Tells what of the results was lost: warnings, the closing table behind report,
+/// and the files that parameters ask for. Gives whether there are losses that were
+/// not allowed.
+bool WriteLosses(const Parameters& parameters, const ResultsRead& results, const Counts& counts,
+                 std::string& report);
 
 } // namespace pelgrin
 

@@ -27,6 +27,7 @@ constexpr ReasonTexts kTexts[kReasons] = {
     {"spectrum_with_foreign_title", "the title stands in another spectrum"},
     {"spectrum_not_readable", "the file of the spectrum cannot be opened"},
     {"spectrum_without_precursor", "the spectrum has no mass and charge of a precursor"},
+    {"spectrum_reader_ended", "the reader of the spectrum crashed twice"},
 };
 
 std::size_t IndexOf(Reason reason)
@@ -111,7 +112,7 @@ std::uint64_t Counts::NotUsed() const
 
 std::uint64_t Counts::LostRows() const
 {
-    std::uint64_t lost = rowsCut;
+    std::uint64_t lost = rowsCut + rejected + refused;
     for (std::size_t i = 0; i < kUnread; ++i) {
         lost += IsLoss(static_cast<Unread>(i)) ? unread[i] : 0;
     }

@@ -28,8 +28,9 @@ enum class Reason : std::size_t {
     SpectrumWithForeignTitle,
     SpectrumNotReadable,
     SpectrumWithoutPrecursor,
+    SpectrumReaderEnded,
 };
-constexpr std::size_t kReasons = 12;
+constexpr std::size_t kReasons = 13;
 
 /// The key in summary.json, such as "dataset_not_given".
 const char* KeyOf(Reason reason);
@@ -56,6 +57,11 @@ struct Counts {
     /// was not read.
     std::array<std::uint64_t, kUnread> unread{};
     std::uint64_t rowsCut = 0; ///< records of a line that is too long
+
+    std::uint64_t held = 0;         ///< matches of all result files, see HeldIn
+    std::uint64_t rejected = 0;     ///< that their readers did not give, one by one
+    std::uint64_t filesRefused = 0; ///< of which nothing could be read
+    std::uint64_t refused = 0;      ///< matches that these hold
 
     std::uint64_t read = 0;
     // Records that left by FDR control.

@@ -42,7 +42,7 @@ std::string PlaceOf(Vorlan::PepIdentType::EPepIdentType format, const Together& 
     const auto file = std::find_if(group.first, group.last, [record](const ResultFile& candidate) {
         return record < candidate.end;
     });
-    return PlaceOfRecord(format, file->files, record - file->begin);
+    return file->PlaceOf(format, record);
 }
 
 void CheckDirections(const Together& group, const Identifications& identifications)

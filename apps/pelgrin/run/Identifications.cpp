@@ -1,23 +1,22 @@
 #include "run/Identifications.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <filesystem>
-#include <iostream>
 #include <iterator>
-#include <memory>
-#include <optional>
+#include <stdexcept>
+#include <utility>
 
-#include <OpenMS/CONCEPT/Exception.h>
 #include <fmt/format.h>
 #include <spdlog/spdlog.h>
 
-#include "PeptideIdentificationIO.h"
 #include "common/Failure.h"
 #include "common/Terminal.h"
 #include "files/EngineFileAudit.h"
 #include "files/FileLines.h"
-#include "files/PepXmlAudit.h"
+#include "files/ScratchFolder.h"
 #include "files/UnimodFile.h"
-#include "run/Spectra.h"
+#include "isolation/ResultReader.h"
 #include "run/WholeRecords.h"
 
 namespace pelgrin {
@@ -28,110 +27,6 @@ namespace {
 
 using Records = std::vector<Vorlan::PeptideIdentification>;
 using Format = PepIdentType::EPepIdentType;
-
-struct GiveBack {
-    void operator()(Vorlan::PeptideIdentificationIO* reader) const
-    {
-        Vorlan::PepIdentIOFactory::DesctroyPepIdentIO(reader);
-    }
-};
-
-bool IsPepXml(Format format)
-{
-    return format == PepIdentType::MsFraggerPepXml || format == PepIdentType::CometPepXml;
-}
-
-/// What stands between the first and the last quote of an exception's text.
-std::string QuotedIn(const std::string& text)
-{
-    const std::size_t begin = text.find('\'');
-    const std::size_t end = text.rfind('\'');
-    return begin < end ? text.substr(begin + 1, end - begin - 1) : text;
-}
-
-// ---- Failures of the readers ------------------------------------------------
-
-[[noreturn]] void MassNotExplained(Format format, const ResultFiles& files, std::size_t record)
-{
-    throw Failure(fmt::format(
-        "{}: {}: no sum of up to five of the given modifications is the mass of one of them; name "
-        "the missing modification with its mass (--mod) or in the parameter file, fixed ones such "
-        "as Carbamidomethyl (C) included",
-        PlaceOfRecord(format, files, record), QueryText(files.path, record)));
-}
-
-const char* NumberColumns(Format format)
-{
-    return format == PepIdentType::SequestTxt
-               ? "Rank, First Scan, XCorr, Deltam/z [Da], MH+ [Da], Charge and Modifications"
-               : "Charge, ObsMH, Mass Shift, Main Score and Identified Mod Position";
-}
-
-/// Tells what a reader threw when it had given so many records.
-[[noreturn]] void Explain(const OpenMS::Exception::BaseException& error, Format format,
-                          const ResultFiles& files, std::size_t records)
-{
-    const std::string text = error.what();
-    if (dynamic_cast<const OpenMS::Exception::FileNotReadable*>(&error) != nullptr) {
-        const bool isSecond = !files.second.empty()
-                              && text.find(FileNameOf(files.path)) == std::string::npos
-                              && text.find(FileNameOf(files.second)) != std::string::npos;
-        throw Failure(fmt::format("{}: cannot be read", isSecond ? files.second : files.path));
-    }
-    if (dynamic_cast<const OpenMS::Exception::ElementNotFound*>(&error) != nullptr) {
-        if (text.find("the mass shift is a combination of modifications") != std::string::npos) {
-            MassNotExplained(format, files, records);
-        }
-        throw Failure(fmt::format("{}:1: expected a column named \"{}\" in the header line",
-                                  files.path, QuotedIn(text)));
-    }
-    const std::string place = PlaceOfRecord(format, files, records);
-    if (dynamic_cast<const OpenMS::Exception::ConversionError*>(&error) != nullptr) {
-        throw Failure(fmt::format("{}: expected numbers in the columns {}: {}", place,
-                                  NumberColumns(format), text));
-    }
-    const std::string advice =
-        format == PepIdentType::MsgfTsv && !files.second.empty()
-            ? "add the modification to " + files.second
-            : "name the modification with its mass (--mod) or in the parameter file";
-    throw Failure(fmt::format("{}: {}; {}", place, text, advice));
-}
-
-// ---- Reading ----------------------------------------------------------------
-
-Vorlan::PepIdentSource SourceOf(Format format, const ResultFiles& files)
-{
-    const auto folderOf = [](const std::string& path) {
-        return path.empty() ? std::string()
-                            : std::filesystem::absolute(path).parent_path().string();
-    };
-    return {folderOf(files.path), FileNameOf(files.path), folderOf(files.second),
-            FileNameOf(files.second), format};
-}
-
-void Load(Format format, const ResultFiles& files, Records& records)
-{
-    const std::unique_ptr<Vorlan::PeptideIdentificationIO, GiveBack> reader(
-        Vorlan::PepIdentIOFactory::pGetPepIdentIO(format));
-    // The readers of pepXML print why an XML file cannot be read, and nothing else.
-    std::optional<Captured> printed;
-    if (IsPepXml(format)) {
-        printed.emplace(std::cout);
-    }
-    try {
-        reader->InitLoad(SourceOf(format, files));
-        reader->Load(records);
-        reader->EndLoad();
-    } catch (const OpenMS::Exception::BaseException& error) {
-        printed.reset();
-        Explain(error, format, files, records.size());
-    }
-    std::string message = printed ? printed->Text() : std::string();
-    message.erase(message.find_last_not_of("\r\n ") + 1);
-    if (!message.empty()) {
-        throw Failure(fmt::format("{}: cannot be read as XML: {}", files.path, OneLine(message)));
-    }
-}
 
 void Warn(const std::string& path, const ResultAudit& audit)
 {
@@ -171,25 +66,123 @@ void CheckDefaultTable(Format format)
     }
 }
 
-Records ReadFile(Format format, const ResultFiles& files, Counts& counts)
-{
-    const ResultAudit audit = AuditResult(format, files);
-    Warn(files.path, audit);
-    Records records;
-    Load(format, files, records);
-    if (records.size() != audit.records) {
-        throw Failure(
-            fmt::format("{}: expected {} records, as counted before, but {} were read: the file "
-                        "was changed, or cannot be read to its end",
-                        files.path, audit.records, records.size()));
+/// Reads one file after the other.
+class Reading {
+public:
+    Reading(const Parameters& parameters, Counts& counts, const TakeRecords& take)
+        : parameters_(parameters), counts_(counts), take_(take), fixed_(FixedModifications()),
+          reader_(scratch_)
+    {
+        all_.format = parameters.format;
     }
-    const auto fixed = FixedModifications();
-    for (Vorlan::PeptideIdentification& record : records) {
-        MakeWhole(format, fixed, record);
+
+    void Read(const std::string& path)
+    {
+        ResultFile file;
+        file.files = FilesOf(parameters_.format, path, parameters_.second);
+        file.begin = file.end = counts_.read;
+        try {
+            file.audit = AuditResult(parameters_.format, file.files);
+        } catch (const Failure& refusal) {
+            Refuse(std::move(file), refusal.what());
+            return;
+        }
+        file.held = HeldIn(parameters_.format, path);
+        Warn(path, file.audit);
+        const ResultReading reading =
+            reader_.Read(parameters_.format, file.files, [this](Records&& some) { Take(some); });
+        Note(path, reading, file);
+        file.end = counts_.read;
+        Check(file);
+        all_.files.push_back(std::move(file));
     }
-    counts.Add(audit);
-    return records;
-}
+
+    ResultsRead Finish()
+    {
+        if (counts_.read == 0 && !all_.rejects.parts.empty()) {
+            const std::size_t more = all_.rejects.parts.size() - 1;
+            throw Failure(fmt::format(
+                "{}{}", all_.rejects.parts.front().Text(),
+                more == 0 ? "" : fmt::format(" (and {} more: nothing could be read)", more)));
+        }
+        return std::move(all_);
+    }
+
+private:
+    void Take(Records& records)
+    {
+        for (Vorlan::PeptideIdentification& record : records) {
+            MakeWhole(parameters_.format, fixed_, record);
+        }
+        counts_.read += records.size();
+        take_(std::move(records));
+    }
+
+    /// A file that its reader would not read, or end the process for.
+    void Refuse(ResultFile file, const std::string& reason)
+    {
+        try {
+            file.held = HeldIn(parameters_.format, file.files.path);
+        } catch (const Failure&) {
+            file.held = 0;
+        }
+        // Messages of a file begin with its path and, where known, the line.
+        RejectedPart part{file.files.path, 0, "", reason, true, file.held};
+        if (reason.rfind(file.files.path + ":", 0) == 0) {
+            char* end = nullptr;
+            const char* const begin = reason.c_str() + file.files.path.size() + 1;
+            part.line = std::strtoull(begin, &end, 10);
+            const std::string rest = part.line > 0 && *end == ':' ? end + 1 : begin;
+            part.reason = rest.substr(std::min(rest.find_first_not_of(' '), rest.size()));
+        }
+        all_.rejects.parts.push_back(std::move(part));
+        counts_.held += file.held;
+        counts_.refused += file.held;
+        ++counts_.filesRefused;
+        all_.files.push_back(std::move(file));
+    }
+
+    void Note(const std::string& path, const ResultReading& reading, ResultFile& file)
+    {
+        for (const Reject& reject : reading.rejects) {
+            all_.rejects.parts.push_back(
+                {path, reject.line, reject.spectrum, reject.reason, false, 1});
+            file.rejected.push_back(reject.record);
+        }
+        for (const std::string& end : reading.restarts) {
+            all_.rejects.restarts.push_back(path + ": " + end);
+        }
+        if (!reading.inPieces.empty()) {
+            all_.rejects.inPieces.push_back(path + ": " + reading.inPieces);
+        }
+        counts_.Add(file.audit);
+        counts_.held += file.held;
+        counts_.rejected += reading.rejects.size();
+    }
+
+    /// What the file holds is what was read and what is named.
+    static void Check(const ResultFile& file)
+    {
+        std::uint64_t told = file.end - file.begin + file.rejected.size();
+        for (std::size_t i = 0; i < kUnread; ++i) {
+            told += IsHeld(static_cast<Unread>(i)) ? file.audit.unread[i].units : 0;
+        }
+        if (told != file.held) {
+            throw std::logic_error(
+                fmt::format("{}: the file holds {} matches, but {} were read or counted under a "
+                            "reason",
+                            file.files.path, file.held, told));
+        }
+    }
+
+    const Parameters& parameters_;
+    Counts& counts_;
+    const TakeRecords& take_;
+    const std::vector<Vorlan::IdentModification> fixed_;
+    ScratchFolder scratch_;
+    ResultReader reader_;
+    ResultsRead all_;
+};
 
 } // namespace
 
@@ -201,19 +194,32 @@ ResultFiles FilesOf(Format format, const std::string& path, const std::string& s
     return {path, second};
 }
 
-Identifications ReadIdentifications(const Parameters& parameters, Counts& counts)
+std::string ResultFile::PlaceOf(Format format, std::size_t record) const
+{
+    std::uint64_t inFile = record - begin;
+    for (const std::uint64_t reject : rejected) {
+        inFile += reject <= inFile ? 1 : 0;
+    }
+    return PlaceOfRecord(format, files, inFile);
+}
+
+ResultsRead ReadResults(const Parameters& parameters, Counts& counts, const TakeRecords& take)
 {
     CheckDefaultTable(parameters.format);
-    Identifications all;
-    all.format = parameters.format;
+    Reading reading(parameters, counts, take);
     for (const std::string& path : parameters.psms) {
-        const ResultFiles files = FilesOf(parameters.format, path, parameters.second);
-        Records records = ReadFile(parameters.format, files, counts);
-        const std::size_t begin = all.records.size();
-        all.files.push_back({files, begin, begin + records.size()});
-        std::move(records.begin(), records.end(), std::back_inserter(all.records));
+        reading.Read(path);
     }
-    counts.read = all.records.size();
+    return reading.Finish();
+}
+
+Identifications ReadIdentifications(const Parameters& parameters, Counts& counts)
+{
+    Identifications all;
+    const TakeRecords take = [&all](Records&& some) {
+        std::move(some.begin(), some.end(), std::back_inserter(all.records));
+    };
+    static_cast<ResultsRead&>(all) = ReadResults(parameters, counts, take);
     return all;
 }
 

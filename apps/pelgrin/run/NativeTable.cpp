@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <limits>
+#include <utility>
 
 #include <OpenMS/CONCEPT/Exception.h>
 #include <fmt/format.h>
@@ -43,7 +45,8 @@ bool DoesNotReadBack(const Record& record)
                           });
 }
 
-const NotHeld kNotHeld[] = {
+constexpr std::size_t kNotHeldKinds = 8;
+const NotHeld kNotHeld[kNotHeldKinds] = {
     {"records with a name that holds a tab, a line end or \";\": they do not read back", true,
      DoesNotReadBack},
     {"records with a mass on a terminus that no given modification explains", true,
@@ -93,19 +96,77 @@ void WriteNativeTable(const std::vector<Record>& records, const NewFile& table,
     }
 }
 
-NotHeldText NotHeldBy(const std::vector<Record>& records)
+NativeTableParts::NativeTableParts(const NewFile& table, std::string path, ScratchFolder& scratch)
+    : path_(std::move(path)), part_(scratch.PathOf("part.txt")),
+      table_(table.Path(), std::ios::binary | std::ios::trunc)
 {
-    NotHeldText told;
-    const char* title = "Not in table";
-    for (const NotHeld& kind : kNotHeld) {
-        const auto count = std::count_if(records.begin(), records.end(), kind.isBorneBy);
-        if (count > 0) {
-            told.text += fmt::format("{:<13}{:>9}   {}\n", title, count, kind.text);
-            title = "";
-            told.hasLosses = told.hasLosses || kind.isLoss;
+    Add({}); // the header, whatever comes
+}
+
+NativeTableParts::~NativeTableParts() = default;
+
+void NativeTableParts::Add(const std::vector<Record>& records)
+{
+    Vorlan::TulkTXTPepIdentIO writer;
+    try {
+        writer.InitSave(part_);
+        writer.Save(records);
+        writer.EndSave();
+    } catch (const OpenMS::Exception::FileNotWritable&) {
+        throw Failure(fmt::format("{}: cannot be written to its end", part_));
+    }
+    std::ifstream part(part_, std::ios::binary);
+    if (hasHeader_) {
+        part.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
+    }
+    hasHeader_ = true;
+    if (part.peek() != std::ifstream::traits_type::eof() && !(table_ << part.rdbuf())) {
+        NotWritable();
+    }
+}
+
+void NativeTableParts::Close()
+{
+    table_.close();
+    if (!table_) {
+        NotWritable();
+    }
+}
+
+void NativeTableParts::NotWritable() const
+{
+    throw Failure(fmt::format("{}: cannot be written to its end", path_));
+}
+
+void NotHeldCounts::Add(const std::vector<Record>& records)
+{
+    for (std::size_t i = 0; i < kKinds; ++i) {
+        counts_[i] += static_cast<std::uint64_t>(
+            std::count_if(records.begin(), records.end(), kNotHeld[i].isBorneBy));
+    }
+}
+
+bool NotHeldCounts::HasLosses() const
+{
+    for (std::size_t i = 0; i < kKinds; ++i) {
+        if (counts_[i] > 0 && kNotHeld[i].isLoss) {
+            return true;
         }
     }
-    return told;
+    return false;
+}
+
+std::string NotHeldCounts::Text() const
+{
+    std::string text;
+    const char* title = "Not in table";
+    for (std::size_t i = 0; i < kKinds; ++i) {
+        if (counts_[i] > 0) {
+            text += fmt::format("{:<13}{:>9}   {}\n", title, counts_[i], kNotHeld[i].text);
+            title = "";
+        }
+    }
+    return text;
 }
 
 } // namespace pelgrin

@@ -2,10 +2,15 @@
 #ifndef PELGRIN_NATIVETABLE_H
 #define PELGRIN_NATIVETABLE_H
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <fstream>
 #include <string>
 #include <vector>
 
 #include "files/NewFile.h"
+#include "files/ScratchFolder.h"
 #include "run/Parameters.h"
 
 namespace pelgrin {
@@ -18,14 +23,42 @@ void CheckNewFile(const Parameters& parameters, const std::string& path, const s
 void WriteNativeTable(const std::vector<Vorlan::PeptideIdentification>& records,
                       const NewFile& table, const std::string& path);
 
-/// Lines of a report: how many records bear something that the table has no
-/// place for.
-struct NotHeldText {
-    std::string text;
-    bool hasLosses = false; ///< some of it belongs into the table
+/// A native table that is written some records after the other.
+class NativeTableParts {
+public:
+    /// The library writes every part into scratch first: it heads each with the
+    /// names of the columns.
+    NativeTableParts(const NewFile& table, std::string path, ScratchFolder& scratch);
+    ~NativeTableParts();
+    NativeTableParts(const NativeTableParts&) = delete;
+    NativeTableParts& operator=(const NativeTableParts&) = delete;
+
+    /// Every member throws Failure when the table cannot be written.
+    void Add(const std::vector<Vorlan::PeptideIdentification>& records);
+    void Close();
+
+private:
+    [[noreturn]] void NotWritable() const;
+
+    std::string path_;
+    std::string part_;
+    std::ofstream table_;
+    bool hasHeader_ = false;
 };
 
-NotHeldText NotHeldBy(const std::vector<Vorlan::PeptideIdentification>& records);
+/// How many records bear something that the table has no place for.
+class NotHeldCounts {
+public:
+    void Add(const std::vector<Vorlan::PeptideIdentification>& records);
+    /// Some of it belongs into the table.
+    bool HasLosses() const;
+    /// Lines of a report.
+    std::string Text() const;
+
+private:
+    static constexpr std::size_t kKinds = 8;
+    std::array<std::uint64_t, kKinds> counts_{};
+};
 
 } // namespace pelgrin
 

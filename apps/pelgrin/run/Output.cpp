@@ -1,19 +1,20 @@
 #include "run/Output.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <iterator>
+#include <stdexcept>
 #include <utility>
 
 #include <unistd.h>
 
-#include <OpenMS/CONCEPT/Exception.h>
 #include <fmt/format.h>
 
-#include "PeptideIdentificationIO.h"
 #include "SpectraIO.h"
 #include "common/Failure.h"
+#include "run/NativeTable.h"
 
 namespace pelgrin {
 
@@ -23,10 +24,11 @@ namespace {
 std::vector<const char*> FileNamesOf(const Parameters& parameters)
 {
     std::vector<const char*> names = {"annotations.tsv", "results.txt", "matched.mgf",
-                                      "summary.json"};
+                                      "rejects.tsv", "ledger.json"};
     if (parameters.proteins) {
         names.push_back("proteins.tsv");
     }
+    names.push_back("summary.json");
     return names;
 }
 
@@ -40,14 +42,6 @@ std::vector<const char*> FileNamesOf(const Parameters& parameters)
 std::string PathIn(const Parameters& parameters, const char* name)
 {
     return (std::filesystem::path(parameters.out) / name).string();
-}
-
-/// Makes the file, or empties it, and gives its path. The library finds a file
-/// that exists, even below a folder whose name holds a backslash.
-std::string MadeIn(const Parameters& parameters, const char* name)
-{
-    TextFile(PathIn(parameters, name)).Close();
-    return PathIn(parameters, name);
 }
 
 /// What can be known of a file without changing it.
@@ -169,16 +163,14 @@ private:
 
 // ---- OutputFolder -----------------------------------------------------------
 
-OutputFolder::OutputFolder(const Parameters& parameters)
-    : matchedPath_((CheckOutput(parameters), MadeIn(parameters, "matched.mgf"))),
-      resultsPath_(MadeIn(parameters, "results.txt")),
-      annotations_(PathIn(parameters, "annotations.tsv")),
-      summary_(PathIn(parameters, "summary.json"))
+OutputFolder::OutputFolder(const Parameters& parameters) : folder_(parameters.out)
 {
-    annotations_.Write(kAnnotationHeader);
-    if (parameters.proteins) {
-        proteins_.emplace(PathIn(parameters, "proteins.tsv"));
+    CheckOutput(parameters);
+    for (const char* const name : FileNamesOf(parameters)) {
+        files_.emplace_back(name, std::make_unique<NewFile>(PathIn(parameters, name)));
     }
+    annotations_.emplace(FileOf("annotations.tsv").Path());
+    annotations_->Write(kAnnotationHeader);
 }
 
 OutputFolder::~OutputFolder() = default;
@@ -189,7 +181,7 @@ void OutputFolder::WriteSpectrum(const std::string& dataset, Vorlan::Spectrum& s
         return;
     }
     if (!matched_) {
-        matched_ = std::make_unique<MatchedSpectra>(matchedPath_);
+        matched_ = std::make_unique<MatchedSpectra>(FileOf("matched.mgf").Path());
     }
     matched_->Add(spectrum);
 }
@@ -197,14 +189,15 @@ void OutputFolder::WriteSpectrum(const std::string& dataset, Vorlan::Spectrum& s
 void OutputFolder::WriteAnnotation(const Vorlan::PeptideIdentification& record,
                                    const Annotation& annotation)
 {
-    annotations_.Write(AnnotationLines(record, annotation));
+    annotations_->Write(AnnotationLines(record, annotation));
 }
 
 void OutputFolder::WriteProteins(MappedProteins& proteins,
                                  const std::vector<Vorlan::PeptideIdentification>& records)
 {
-    proteins.WriteTable(records, [this](std::string_view line) { proteins_->Write(line); });
-    proteins_->Close();
+    TextFile table(FileOf("proteins.tsv").Path());
+    proteins.WriteTable(records, [&table](std::string_view line) { table.Write(line); });
+    table.Close();
 }
 
 void OutputFolder::Finish(const std::vector<Vorlan::PeptideIdentification>& records)
@@ -212,21 +205,36 @@ void OutputFolder::Finish(const std::vector<Vorlan::PeptideIdentification>& reco
     if (matched_) {
         matched_->Close();
     }
-    annotations_.Close();
-    Vorlan::TulkTXTPepIdentIO writer;
-    try {
-        writer.InitSave(resultsPath_);
-        writer.Save(records);
-        writer.EndSave();
-    } catch (const OpenMS::Exception::FileNotWritable&) {
-        NotWritable(resultsPath_);
+    annotations_->Close();
+    WriteNativeTable(records, FileOf("results.txt"),
+                     (std::filesystem::path(folder_) / "results.txt").string());
+}
+
+void OutputFolder::WriteText(const char* name, const std::string& text)
+{
+    TextFile file(FileOf(name).Path());
+    file.Write(text);
+    file.Close();
+}
+
+void OutputFolder::TakePlaces()
+{
+    // The one that tells of a finished run goes first and comes last.
+    std::error_code ignored;
+    std::filesystem::remove(std::filesystem::path(folder_) / files_.back().first, ignored);
+    for (const auto& [name, file] : files_) {
+        file->MoveToTarget();
     }
 }
 
-void OutputFolder::WriteSummary(const std::string& json)
+NewFile& OutputFolder::FileOf(const char* name)
 {
-    summary_.Write(json);
-    summary_.Close();
+    const auto hit = std::find_if(files_.begin(), files_.end(),
+                                  [name](const auto& entry) { return entry.first == name; });
+    if (hit == files_.end()) {
+        throw std::logic_error(std::string(name) + " is no file of this run");
+    }
+    return *hit->second;
 }
 
 std::string AnnotationLines(const Vorlan::PeptideIdentification& record,

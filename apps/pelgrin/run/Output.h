@@ -8,8 +8,10 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
+#include "files/NewFile.h"
 #include "run/Annotation.h"
 #include "run/MappedProteins.h"
 #include "run/Parameters.h"
@@ -41,13 +43,13 @@ void RefuseToOverwriteInputs(const Parameters& parameters);
 /// far as that is known before. Makes the folder and changes no file.
 void CheckOutput(const Parameters& parameters);
 
-/// The files of a run. Every member throws Failure with the path of the
-/// file that cannot be written.
+/// The files of a run, written under other names and renamed when all are whole.
+/// Every member throws Failure with the path of the file that cannot be written.
 class OutputFolder {
 public:
-    /// Creates the folder and all files in it, emptying what exists. Throws
-    /// before touching anything when CheckOutput throws.
+    /// Makes the folder. Throws before touching anything when CheckOutput throws.
     explicit OutputFolder(const Parameters& parameters);
+    /// Removes what has not got its name.
     ~OutputFolder();
 
     /// Adds a spectrum to matched.mgf unless its file and name are there.
@@ -58,16 +60,19 @@ public:
                        const std::vector<Vorlan::PeptideIdentification>& records);
     /// Writes results.txt and closes the files of spectra and annotations.
     void Finish(const std::vector<Vorlan::PeptideIdentification>& records);
-    void WriteSummary(const std::string& json);
+    /// Writes a whole file of the folder, such as "summary.json".
+    void WriteText(const char* name, const std::string& text);
+    /// Gives all files their names; that of the last one of FileNamesOf comes last.
+    void TakePlaces();
 
     std::uint64_t SpectraWritten() const { return written_.size(); }
 
 private:
-    std::string matchedPath_;
-    std::string resultsPath_;
-    TextFile annotations_;
-    TextFile summary_;
-    std::optional<TextFile> proteins_;
+    NewFile& FileOf(const char* name);
+
+    std::string folder_;
+    std::vector<std::pair<std::string, std::unique_ptr<NewFile>>> files_; ///< by name
+    std::optional<TextFile> annotations_;
     std::unique_ptr<MatchedSpectra> matched_;
     std::unordered_set<std::string> written_; ///< dataset, line feed, spectrum name
 };

@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -42,6 +43,9 @@ struct Parameters {
     bool shiftedIons = true;       ///< ask ions with a record's mass shift, too
     std::string out;               ///< folder of the output files
     std::string outName = "--out"; ///< what the user knows that folder as
+    std::set<std::string> allowed; ///< classes of losses that are no reason for status 3
+    std::string rejectsTable;      ///< of "convert" and "map-proteins" only; may be empty
+    std::string ledgerFile;        ///< likewise
 
     std::string parameterFile;                        ///< may be empty for "annotate"
     std::vector<std::string> fileInputs;              ///< what else was read: never overwritten

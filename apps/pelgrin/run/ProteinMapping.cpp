@@ -7,11 +7,11 @@
 
 #include "common/Failure.h"
 #include "common/Terminal.h"
+#include "run/Conversion.h"
 #include "run/Identifications.h"
 #include "run/MappedProteins.h"
 #include "run/NativeTable.h"
 #include "run/Output.h"
-#include "run/Report.h"
 
 namespace pelgrin {
 
@@ -56,10 +56,10 @@ void WriteTables(const Parameters& parameters, const std::string& proteinTable,
 }
 
 ExitStatus Report(const Parameters& parameters, const std::string& proteinTable,
-                  const std::vector<Record>& records, const Counts& counts,
-                  const MappedProteins& proteins)
+                  const Identifications& all, const Counts& counts, const MappedProteins& proteins)
 {
-    std::string text = fmt::format("Matches read {:>9}\n{}", counts.read, UnreadText(counts));
+    const std::vector<Record>& records = all.records;
+    std::string text = fmt::format("Matches read {:>9}\n", counts.read);
     text += proteins.Text(MappedProteins::Details::All);
     text += fmt::format("Written      {:>9}   records to {}\n", records.size(),
                         OneLine(parameters.out));
@@ -67,10 +67,12 @@ ExitStatus Report(const Parameters& parameters, const std::string& proteinTable,
         text += fmt::format("             {:>9}   proteins to {}\n", proteins.Listed(),
                             OneLine(proteinTable));
     }
-    const NotHeldText notHeld = NotHeldBy(records);
-    PrintOut(text + notHeld.text);
-    return counts.LostRows() > 0 || notHeld.hasLosses || proteins.HasLosses() ? WithLosses
-                                                                              : AllWell;
+    NotHeldCounts notHeld;
+    notHeld.Add(records);
+    text += notHeld.Text();
+    const bool hasLosses = WriteLosses(parameters, all, counts, text);
+    PrintOut(text);
+    return hasLosses || notHeld.HasLosses() || proteins.HasLosses() ? WithLosses : AllWell;
 }
 
 } // namespace
@@ -81,10 +83,10 @@ ExitStatus MapProteins(const Parameters& parameters, const std::string& proteinT
     CheckTables(parameters, proteinTable);
     MappedProteins proteins(*parameters.proteins);
     Counts counts;
-    std::vector<Record> records = ReadIdentifications(parameters, counts).records;
-    proteins.Fill(records);
-    WriteTables(parameters, proteinTable, records, proteins);
-    return Report(parameters, proteinTable, records, counts, proteins);
+    Identifications all = ReadIdentifications(parameters, counts);
+    proteins.Fill(all.records);
+    WriteTables(parameters, proteinTable, all.records, proteins);
+    return Report(parameters, proteinTable, all, counts, proteins);
 }
 
 } // namespace pelgrin

@@ -197,32 +197,12 @@ std::string IonsText(const Annotation& annotation)
     return text;
 }
 
-std::string UnreadText(const Counts& counts)
-{
-    std::string text;
-    for (const bool isLoss : {true, false}) {
-        const char* title = isLoss ? "Not read" : "Passed over";
-        for (std::size_t i = 0; i < kUnread; ++i) {
-            const auto reason = static_cast<Unread>(i);
-            if (counts.unread[i] > 0 && IsLoss(reason) == isLoss) {
-                Add(text, "{:<13}{:>9}   {}\n", title, counts.unread[i], TextOf(reason));
-                title = "";
-            }
-        }
-    }
-    if (counts.rowsCut > 0) {
-        Add(text, "Cut          {:>9}   rows of more than 81919 characters\n", counts.rowsCut);
-    }
-    return text;
-}
-
 std::string ReportOf(const Parameters& parameters, const SpectraPool& spectra,
                      const RunResults& results, const BestRecords& best)
 {
     const Counts& counts = results.counts;
     std::string text;
     AddRecords(text, parameters, spectra, counts);
-    text += UnreadText(counts);
     if (results.proteins) {
         text +=
             results.proteins->Text(MappedProteins::Details::Few) + results.proteins->SitesText();
@@ -235,6 +215,8 @@ std::string ReportOf(const Parameters& parameters, const SpectraPool& spectra,
         "  results.txt       the matches {}, as a native table\n"
         "  matched.mgf       the spectra that were joined\n"
         "{}"
+        "  rejects.tsv       records and files that could not be read\n"
+        "  ledger.json       what the inputs hold, what was kept, and where the rest is\n"
         "  summary.json      all counts\n",
         OneLine(parameters.out), parameters.fdr ? "that FDR control left" : "read",
         results.proteins ? "  proteins.tsv      the proteins that hold the peptides\n" : "");

@@ -34,9 +34,6 @@ private:
 /// per charge from charge 2.
 std::string IonsText(const Annotation& annotation);
 
-/// The lines that tell what of the result files gave no match; often none.
-std::string UnreadText(const Counts& counts);
-
 std::string ReportOf(const Parameters& parameters, const SpectraPool& spectra,
                      const RunResults& results, const BestRecords& best);
 

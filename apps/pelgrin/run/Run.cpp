@@ -12,6 +12,7 @@
 #include "run/Annotation.h"
 #include "run/FdrControl.h"
 #include "run/Identifications.h"
+#include "run/Ledger.h"
 #include "run/Modifications.h"
 #include "run/Output.h"
 #include "run/Report.h"
@@ -89,7 +90,9 @@ public:
             const bool isFile = file.format == Vorlan::DatasetType::Dta;
             return Problem{unusable->second, isFile ? found->name : std::string()};
         }
-        return TakeJoined(record, spectra_.Load(file, found->name), file.dataset);
+        Vorlan::Spectrum* const spectrum = spectra_.Load(file, found->name);
+        return spectrum == nullptr ? Problem{Reason::SpectrumReaderEnded, found->name}
+                                   : TakeJoined(record, *spectrum, file.dataset);
     }
 
     const BestRecords& Best() const { return best_; }
@@ -127,6 +130,7 @@ private:
 std::vector<Vorlan::PeptideIdentification> Identify(Parameters& parameters, RunResults& results)
 {
     Identifications identifications = ReadIdentifications(parameters, results.counts);
+    results.read = identifications; // without the records
     if (parameters.fdr) {
         results.fdr = ControlFdr(*parameters.fdr, identifications, results.counts);
     }
@@ -158,18 +162,35 @@ void AnnotateAll(const std::vector<Vorlan::PeptideIdentification>& records, Anno
 }
 
 /// Says what was lost, and gives the status that tells it.
-ExitStatus Conclude(const Parameters& parameters, const RunResults& results)
+ExitStatus Conclude(const Parameters& parameters, const RunResults& results, const Ledger& ledger)
 {
     const Counts& counts = results.counts;
     const bool hasProteinLosses = results.proteins && results.proteins->HasLosses();
-    if (counts.HasLosses()) {
-        spdlog::warn("{} of {} records were not annotated, and {} rows, sections or queries not "
-                     "read or cut; all reasons are in {}",
+    if (ledger.HasLosses()) {
+        spdlog::warn("{} of {} records were not annotated, and {} matches of the results not read "
+                     "or cut; all reasons are in {}",
                      counts.NotUsed(), counts.read, counts.LostRows(),
-                     OneLine(parameters.out + "/summary.json"));
+                     OneLine(parameters.out + "/ledger.json"));
     }
-    return counts.HasLosses() || hasProteinLosses || !parameters.notOffered.empty() ? WithLosses
+    return ledger.HasLosses() || hasProteinLosses || !parameters.notOffered.empty() ? WithLosses
                                                                                     : AllWell;
+}
+
+/// The files that tell what was lost; warns of the worst.
+Ledger WriteLosses(const Parameters& parameters, const SpectraPool& spectra, RunResults& results,
+                   OutputFolder& output)
+{
+    for (const std::string& end : spectra.ReaderEnds()) {
+        results.read.rejects.restarts.push_back(end);
+    }
+    results.read.rejects.Warn(parameters.out + "/rejects.tsv");
+    Ledger ledger(parameters.allowed);
+    ledger.AddMatches(results.read, results.counts);
+    ledger.AddSpectra(spectra.Files());
+    ledger.AddRecords(results.counts);
+    output.WriteText("rejects.tsv", results.read.rejects.Table());
+    output.WriteText("ledger.json", ledger.Json());
+    return ledger;
 }
 
 } // namespace
@@ -199,9 +220,11 @@ ExitStatus Run(Parameters parameters)
     }
     output.Finish(records);
     results.counts.spectraWritten = output.SpectraWritten();
-    output.WriteSummary(SummaryOf(parameters, spectra, results));
-    PrintOut(ReportOf(parameters, spectra, results, annotator.Best()));
-    return Conclude(parameters, results);
+    const Ledger ledger = WriteLosses(parameters, spectra, results, output);
+    output.WriteText("summary.json", SummaryOf(parameters, spectra, results));
+    output.TakePlaces();
+    PrintOut(ReportOf(parameters, spectra, results, annotator.Best()) + ledger.Text());
+    return Conclude(parameters, results, ledger);
 }
 
 } // namespace pelgrin

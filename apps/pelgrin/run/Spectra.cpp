@@ -157,6 +157,7 @@ SpectraPool::SpectraPool(const std::vector<std::string>& paths, ScratchFolder& s
         const DatasetPlace place = PlaceOfDataset(path);
         files_.back().dataset = place.name;
         sources.emplace_back(place.folder, place.name, files_.back().format);
+        servers_.emplace_back(sources.back());
     }
     pool_.InitLoad(sources);
 }
@@ -225,14 +226,26 @@ std::optional<SpectrumName> SpectraPool::NameOf(const SpectraFile& file,
                : NameInMgf(file, record);
 }
 
-Vorlan::Spectrum& SpectraPool::Load(const SpectraFile& file, const std::string& spectrumName)
+Vorlan::Spectrum* SpectraPool::Load(const SpectraFile& file, const std::string& spectrumName)
 {
-    loaded_.clear();
-    if (!pool_.bLoadOneSpectrum(file.dataset, spectrumName, loaded_) || loaded_.empty()) {
-        throw Failure(
-            fmt::format("{}: spectrum \"{}\" cannot be read again", file.path, spectrumName));
+    const auto place = static_cast<std::size_t>(&file - files_.data());
+    switch (servers_.at(place).Load(spectrumName, loaded_)) {
+    case SpectrumServer::Reply::Found: return &loaded_;
+    case SpectrumServer::Reply::ReaderEnded: return nullptr;
+    case SpectrumServer::Reply::Unknown: break;
     }
-    return loaded_.back();
+    throw Failure(fmt::format("{}: spectrum \"{}\" cannot be read again", file.path, spectrumName));
+}
+
+std::vector<std::string> SpectraPool::ReaderEnds() const
+{
+    std::vector<std::string> ends;
+    for (std::size_t i = 0; i < files_.size(); ++i) {
+        for (const std::string& end : servers_[i].Ends()) {
+            ends.push_back(files_[i].path + ": " + end);
+        }
+    }
+    return ends;
 }
 
 std::string FileNameOf(const std::string& path)

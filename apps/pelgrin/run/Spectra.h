@@ -13,6 +13,7 @@
 #include "files/DtaAudit.h"
 #include "files/MgfAudit.h"
 #include "files/ScratchFolder.h"
+#include "isolation/SpectrumServer.h"
 #include "run/Counts.h"
 #include "run/DtaNames.h"
 
@@ -63,8 +64,11 @@ public:
     std::optional<SpectrumName> NameOf(const SpectraFile& file,
                                        const Vorlan::PeptideIdentification& record) const;
 
-    /// The spectrum, good until the next call. Only for names that NameOf gave.
-    Vorlan::Spectrum& Load(const SpectraFile& file, const std::string& spectrumName);
+    /// The spectrum, good until the next call; null when the library's reader ended
+    /// twice when it was asked. Only for names that NameOf gave.
+    Vorlan::Spectrum* Load(const SpectraFile& file, const std::string& spectrumName);
+    /// "run.mgf: the reader ended by signal 9 (Killed)", for each time.
+    std::vector<std::string> ReaderEnds() const;
 
 private:
     bool Has(const SpectraFile& file, const std::string& spectrumName) const;
@@ -74,7 +78,8 @@ private:
 
     std::vector<SpectraFile> files_;
     Vorlan::DatasetIOPool pool_;
-    std::vector<Vorlan::Spectrum> loaded_; ///< at most one
+    std::vector<SpectrumServer> servers_; ///< of the files
+    Vorlan::Spectrum loaded_;
 };
 
 std::string FileNameOf(const std::string& path);

@@ -9,6 +9,7 @@
 #include "run/Counts.h"
 #include "run/DatasetResolver.h"
 #include "run/FdrControl.h"
+#include "run/Identifications.h"
 #include "run/MappedProteins.h"
 #include "run/Parameters.h"
 #include "run/Spectra.h"
@@ -18,6 +19,7 @@ namespace pelgrin {
 /// What became of the records of a run.
 struct RunResults {
     Counts counts;
+    ResultsRead read;
     Datasets datasets;
     std::vector<FdrGroup> fdr;                ///< empty without FDR control
     std::unique_ptr<MappedProteins> proteins; ///< null without a protein database
