@@ -193,7 +193,7 @@ TEST(RealResults, ThatDoNotFitAreRefusedWithTheReason)
                  "msgfplus/TMT_set/few_spectra.tsv",
                  {},
                  1,
-                 ":2: spectrum \"13449\": the value '+229.163' was used but is not valid"}}) {
+                 ":2: spectrum \"10029\": the value '+229.163' was used but is not valid"}}) {
         SCOPED_TRACE(result.file);
         const TempFolder folder;
         ExpectRefusal(Convert(result, folder), result.status, result.report);

@@ -168,7 +168,7 @@ TEST(ResultAudit, CountsQueriesAndHitsOfPepXml)
          {"hits of a second run",
           PepXml(query + "</msms_run_summary><msms_run_summary>" + query + query),
           "1 records, 2 further_run at 15"},
-         {"a hit outside of a query", PepXml(query + Hit()), "1 records, 1 stray_hit at 9"},
+         {"a hit outside of a query", PepXml(query + Hit()), "1 records, 1 stray_hit at 13"},
          {"no run", "<msms_pipeline_analysis/>",
           "file: expected pepXML with an element msms_run_summary"},
          {"no XML", kMsgfHeader, "file: expected pepXML with an element msms_run_summary"}});
