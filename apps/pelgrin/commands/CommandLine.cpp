@@ -12,6 +12,7 @@
 #include "commands/MapProteinsCommand.h"
 #include "commands/ModsCommand.h"
 #include "commands/ParamsCommand.h"
+#include "commands/PrepareCommand.h"
 #include "commands/RunCommand.h"
 #include "common/Failure.h"
 
@@ -84,6 +85,7 @@ void ReadCommandLine(int argc, const char* const* argv, Command& command)
                "     pelgrin annotate --help");
     AddRunCommand(app, command);
     AddParamsCommand(app, command);
+    AddPrepareCommand(app, command);
     AddAnnotateCommand(app, command);
     AddConvertCommand(app, command);
     AddMapProteinsCommand(app, command);

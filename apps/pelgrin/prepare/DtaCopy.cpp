@@ -1,0 +1,122 @@
+#include <filesystem>
+#include <optional>
+
+#include "common/Words.h"
+#include "files/DtaAudit.h"
+#include "files/FileLines.h"
+#include "prepare/OtherCopies.h"
+#include "prepare/PeakLine.h"
+#include "prepare/PlainText.h"
+#include "prepare/TextOutput.h"
+#include "prepare/TitleScan.h"
+
+namespace pelgrin {
+
+namespace {
+
+/// "MH z", with a charge above 0 (B-70).
+bool IsPrecursor(std::string_view line)
+{
+    const std::string_view text = Trimmed(line);
+    const std::size_t blank = text.find_first_of(" \t");
+    if (blank == std::string_view::npos || PeakLineOf(text) != PeakLine::Peak) {
+        return false;
+    }
+    return LeadingNumber(Trimmed(text.substr(blank))).value_or(0) > 0;
+}
+
+/// One file. It is written while it is read; a reason to leave it out leaves no
+/// file behind.
+class FileCopy {
+public:
+    FileCopy(const std::string& source, const std::string& target, Copy& copy)
+        : lines_(source, FileLines::Mode::Text), output_(target), copy_(copy)
+    {
+    }
+
+    /// The reason to leave the file out, or nullptr.
+    const char* Take()
+    {
+        if (!lines_.Next(line_) || !IsPrecursor(line_.begin)) {
+            return "without_precursor";
+        }
+        output_.Line(Trimmed(line_.begin));
+        bool isBehindBlank = false;
+        while (lines_.Next(line_)) {
+            const std::string_view text = Trimmed(line_.begin);
+            if (line_.length > kLongestLine) {
+                return "long_line";
+            }
+            if (text.empty()) {
+                copy_.Change("blank_line", line_.number);
+                isBehindBlank = true;
+                continue;
+            }
+            if (const char* const reason = TakeLine(text, isBehindBlank)) {
+                return reason;
+            }
+            isBehindBlank = false;
+        }
+        if (peaks_ == 0) {
+            return "without_peaks";
+        }
+        output_.Finish();
+        return nullptr;
+    }
+
+    std::uint64_t Line() const { return line_.number; }
+
+private:
+    const char* TakeLine(std::string_view text, bool isBehindBlank)
+    {
+        const PeakLine kind = PeakLineOf(text);
+        if (kind == PeakLine::Comma) {
+            return "decimal_comma";
+        }
+        if (kind == PeakLine::NoPeak) {
+            copy_.Change("line_no_peak", line_.number);
+            return nullptr;
+        }
+        // Peaks go up; behind a blank line the first line of another spectrum may
+        // stand, and its first peak lies lower.
+        const double mz = ParseNumber(text.substr(0, text.find_first_of(" \t"))).value_or(0.0);
+        if (hasBlank_ = hasBlank_ || isBehindBlank; hasBlank_ && mz < highest_) {
+            return "several_spectra";
+        }
+        highest_ = std::max(highest_, mz);
+        ++peaks_;
+        output_.Line(text);
+        return nullptr;
+    }
+
+    FileLines lines_;
+    FileLines::Line line_;
+    TextOutput output_;
+    Copy& copy_;
+    std::uint64_t peaks_ = 0;
+    double highest_ = 0.0;
+    bool hasBlank_ = false;
+};
+
+} // namespace
+
+void CopyDtaFolder(const std::string& folder, const std::string& target, ScratchFolder& scratch,
+                   Copy& copy)
+{
+    for (const std::string& name : DtaFileNames(folder)) {
+        const std::string path = (std::filesystem::path(folder) / name).string();
+        copy.file = name;
+        ++copy.held;
+        const std::string plain = PlainTextOf(path, scratch, copy);
+        FileCopy file(plain, (std::filesystem::path(target) / name).string(), copy);
+        if (const char* const reason = file.Take()) {
+            copy.LeaveOut(reason, file.Line());
+        } else {
+            ++copy.written;
+        }
+        RemovePlain(plain, path);
+    }
+    copy.file.clear();
+}
+
+} // namespace pelgrin

@@ -1,0 +1,224 @@
+#include "prepare/MgfTitles.h"
+
+#include <algorithm>
+#include <functional>
+#include <set>
+
+#include <fmt/format.h>
+
+#include "files/FileLines.h"
+#include "files/MgfNames.h"
+#include "prepare/TitleScan.h"
+#include "run/DottedName.h"
+
+namespace pelgrin {
+
+namespace {
+
+/// The different names of a title.
+std::set<std::string> DifferentNames(const std::string& title)
+{
+    const MgfNames names = NamesOf("TITLE=" + title);
+    std::set<std::string> different;
+    for (std::size_t kind = 0; kind < kNameKinds; ++kind) {
+        if (names.has[kind]) {
+            different.insert(names.names[kind]);
+        }
+    }
+    return different;
+}
+
+/// How many records have a name. By hashes, which take less room than names: two
+/// names of one hash look shared, and their titles are rewritten without need.
+class Owners {
+public:
+    void Add(const std::string& name) { ++owners_[std::hash<std::string>()(name)]; }
+    std::uint32_t Of(const std::string& name) const
+    {
+        const auto known = owners_.find(std::hash<std::string>()(name));
+        return known == owners_.end() ? 0 : known->second;
+    }
+
+private:
+    std::unordered_map<std::size_t, std::uint32_t> owners_;
+};
+
+Owners OwnersOf(const std::vector<std::string>& titles)
+{
+    Owners owners;
+    for (const std::string& title : titles) {
+        for (const std::string& name : DifferentNames(title)) {
+            owners.Add(name);
+        }
+    }
+    return owners;
+}
+
+bool AllOwn(const std::string& title, const Owners& owners)
+{
+    const std::set<std::string> names = DifferentNames(title);
+    return std::all_of(names.begin(), names.end(),
+                       [&owners](const std::string& name) { return owners.Of(name) == 1; });
+}
+
+void ReplaceAll(std::string& text, std::string_view from, std::string_view to)
+{
+    for (std::size_t hit = text.find(from); hit != std::string::npos;
+         hit = text.find(from, hit + to.size())) {
+        text.replace(hit, from.size(), to);
+    }
+}
+
+/// Steps away from the old title; each is taken when the one before shares a name.
+enum Step : std::uint32_t {
+    Stays,     ///< as it is
+    KeepsWord, ///< its first word stays the first word
+    Made,      ///< the first word is made of file, scan and charge
+    Numbered,  ///< and of the place in the file; from here on more often
+};
+
+class TitleMaker {
+public:
+    TitleMaker(const std::vector<TitledRecord>& records, const std::string& stem)
+        : records_(records), stem_(stem)
+    {
+        std::replace(stem_.begin(), stem_.end(), ' ', '_');
+        std::replace(stem_.begin(), stem_.end(), '"', '_');
+        ReplaceAll(stem_, "scan=", "scan_");
+        std::vector<std::string> old;
+        for (const TitledRecord& record : records) {
+            old.push_back(record.title);
+            ++scans_[record.scan];
+        }
+        oldOwners_ = OwnersOf(old);
+    }
+
+    NewTitles Make()
+    {
+        NewTitles made;
+        for (std::size_t i = 0; i < records_.size(); ++i) {
+            steps_.push_back(FirstStep(records_[i]));
+            made.titles.push_back(TitleAt(i));
+        }
+        Owners owners = OwnersOf(made.titles);
+        while (StepOn(made.titles, owners)) {
+            owners = OwnersOf(made.titles);
+        }
+        AddRenamed(made, owners);
+        for (const std::uint32_t step : steps_) {
+            made.isShared.push_back(step >= Numbered);
+        }
+        return made;
+    }
+
+private:
+    bool ScanIsOwn(const TitledRecord& record) const { return scans_.at(record.scan) == 1; }
+
+    std::uint32_t FirstStep(const TitledRecord& record) const
+    {
+        if (IsGood(record)) {
+            return Stays;
+        }
+        return CanKeepWord(record) ? KeepsWord : Made;
+    }
+
+    bool IsGood(const TitledRecord& record) const
+    {
+        const MgfNames names = NamesOf("TITLE=" + record.title);
+        const bool scanIsRight = ScanIsOwn(record)
+                                     ? names.Of(NameKind::Scan) == std::to_string(record.scan)
+                                     : !names.Has(NameKind::Scan);
+        return names.Has(NameKind::FirstWord) && scanIsRight && AllOwn(record.title, oldOwners_);
+    }
+
+    /// A dotted word tells the scan; any other one must be the whole title.
+    bool CanKeepWord(const TitledRecord& record) const
+    {
+        const std::string word = WordOf(record.title);
+        const bool isOdd = word.empty() || word.find("scan=") != std::string::npos
+                           || oldOwners_.Of(word) != 1
+                           || (IsScanNumber(word) && word != std::to_string(record.scan));
+        const auto scan = ScanOfDottedWord(word);
+        const bool tells = scan && *scan == record.scan;
+        return !isOdd && (tells || (word == record.title && ScanIsOwn(record)));
+    }
+
+    static std::string WordOf(const std::string& title) { return title.substr(0, title.find(' ')); }
+
+    std::string FirstWordAt(std::size_t i) const
+    {
+        const TitledRecord& record = records_[i];
+        if (steps_[i] == KeepsWord) {
+            return WordOf(record.title);
+        }
+        std::string word = stem_;
+        for (std::uint32_t step = Numbered; step <= steps_[i]; ++step) {
+            word += fmt::format("-{}", i + 1);
+        }
+        return fmt::format("{}.{}.{}.{}", word, record.scan, record.scan,
+                           record.charge == 0 ? "" : std::to_string(record.charge));
+    }
+
+    std::string TitleAt(std::size_t i) const
+    {
+        const TitledRecord& record = records_[i];
+        if (steps_[i] == Stays) {
+            return record.title;
+        }
+        std::string title = fmt::format("{} File:\"{}\"", FirstWordAt(i), stem_);
+        constexpr std::size_t kRoom = 200; // for what stands around it
+        const bool hasOld = !record.title.empty() && record.title != FirstWordAt(i)
+                            && record.title.size() + title.size() + kRoom < kLongestLine;
+        if (hasOld) {
+            std::string old = record.title;
+            ReplaceAll(old, "scan=", "scan:"); // the first one gives the name
+            ReplaceAll(old, "\"", "'");
+            title += fmt::format(", Title:\"{}\"", old);
+        }
+        return ScanIsOwn(record) ? fmt::format("{}, NativeID:\"scan={}\"", title, record.scan)
+                                 : title;
+    }
+
+    /// Changes the titles that share a name; false when there is none.
+    bool StepOn(std::vector<std::string>& titles, const Owners& owners)
+    {
+        bool any = false;
+        for (std::size_t i = 0; i < titles.size(); ++i) {
+            if (!AllOwn(titles[i], owners)) {
+                steps_[i] = std::max<std::uint32_t>(steps_[i] + 1, Made);
+                titles[i] = TitleAt(i);
+                any = true;
+            }
+        }
+        return any;
+    }
+
+    void AddRenamed(NewTitles& made, const Owners& owners) const
+    {
+        for (std::size_t i = 0; i < records_.size(); ++i) {
+            const MgfNames old = NamesOf("TITLE=" + records_[i].title);
+            for (const NameKind kind : {NameKind::Title, NameKind::FirstWord, NameKind::Dotted}) {
+                const std::string& name = old.Of(kind);
+                if (steps_[i] != Stays && old.Has(kind) && !name.empty() && oldOwners_.Of(name) == 1
+                    && owners.Of(name) == 0) {
+                    made.renamed.emplace(name, WordOf(made.titles[i]));
+                }
+            }
+        }
+    }
+
+    const std::vector<TitledRecord>& records_;
+    std::string stem_;
+    std::unordered_map<std::uint32_t, std::uint32_t> scans_; ///< scan -> records
+    Owners oldOwners_;
+    std::vector<std::uint32_t> steps_;
+};
+
+} // namespace
+
+NewTitles TitlesOf(const std::vector<TitledRecord>& records, const std::string& stem)
+{
+    return TitleMaker(records, stem).Make();
+}
+
+} // namespace pelgrin

@@ -1,0 +1,124 @@
+#include "prepare/MgfWalk.h"
+
+#include <algorithm>
+#include <cctype>
+#include <utility>
+
+#include "prepare/PeakLine.h"
+
+namespace pelgrin {
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r";
+
+bool IsDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+std::string Upper(std::string_view text)
+{
+    std::string upper(text);
+    std::transform(upper.begin(), upper.end(), upper.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    return upper;
+}
+
+/// "BEGIN IONS", in any case and with any blanks.
+bool IsMarker(std::string_view text, std::string_view word)
+{
+    const std::string upper = Upper(text.substr(0, 40));
+    const std::size_t ions = upper.find_first_not_of(kBlanks, word.size());
+    return upper.compare(0, word.size(), word) == 0 && ions != std::string::npos
+           && ions > word.size() && upper.compare(ions, 4, "IONS") == 0;
+}
+
+} // namespace
+
+bool MgfWalk::Next()
+{
+    if (!isPending_) {
+        if (isAtEnd_) {
+            return false;
+        }
+        isAtEnd_ = !lines_.Next(line_);
+        if (isAtEnd_) {
+            part_ = MgfPart::EndMissing;
+            return std::exchange(isInRecord_, false);
+        }
+        text_ = line_.begin;
+        text_.remove_prefix(std::min(text_.find_first_not_of(" \t"), text_.size()));
+        if (!text_.empty() && text_.back() == '\r') {
+            text_.remove_suffix(1); // at the end of the file
+        }
+    }
+    part_ = PartOfLine();
+    return true;
+}
+
+MgfPart MgfWalk::PartOfLine()
+{
+    isPending_ = false;
+    if (IsMarker(text_, "BEGIN")) {
+        isPending_ = isInRecord_;
+        isInRecord_ = !isInRecord_;
+        hasRecords_ = true;
+        hasPeaks_ = false;
+        return isPending_ ? MgfPart::EndMissing : MgfPart::Begin;
+    }
+    if (isInRecord_) {
+        return PartInRecord();
+    }
+    return !hasRecords_ && TakeHeader() ? MgfPart::FileHeader : MgfPart::Outside;
+}
+
+MgfPart MgfWalk::PartInRecord()
+{
+    if (line_.length > kLongestLine) {
+        return MgfPart::LongLine;
+    }
+    if (IsMarker(text_, "END")) {
+        isInRecord_ = false;
+        return MgfPart::End;
+    }
+    if (Trimmed(text_).empty()) {
+        return MgfPart::Blank;
+    }
+    if (IsDigit(text_.front())) {
+        return PartOfNumbers();
+    }
+    if (std::string_view("#;!/").find(text_.front()) != std::string_view::npos) {
+        return MgfPart::Comment;
+    }
+    if (hasPeaks_) {
+        return MgfPart::NoPeak;
+    }
+    return TakeHeader() ? MgfPart::Header : MgfPart::NoHeader;
+}
+
+MgfPart MgfWalk::PartOfNumbers()
+{
+    const PeakLine kind = PeakLineOf(text_);
+    if (kind == PeakLine::Comma) {
+        return MgfPart::Comma;
+    }
+    if (kind == PeakLine::NoPeak || line_.begin.size() != line_.length) {
+        return MgfPart::NoPeak;
+    }
+    hasPeaks_ = true;
+    return MgfPart::Peak;
+}
+
+bool MgfWalk::TakeHeader()
+{
+    const std::size_t equals = text_.find('=');
+    if (equals == std::string_view::npos || equals == 0) {
+        return false;
+    }
+    key_ = Upper(Trimmed(text_.substr(0, equals)));
+    value_ = Trimmed(text_.substr(equals + 1));
+    return true;
+}
+
+} // namespace pelgrin

@@ -1,0 +1,67 @@
+#include "prepare/PeakLine.h"
+
+#include <algorithm>
+
+#include "common/Words.h"
+
+namespace pelgrin {
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r";
+
+bool IsDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+/// A finite decimal number as a whole: digits, perhaps a point, perhaps an exponent.
+bool IsDecimal(std::string_view text)
+{
+    std::size_t i = text.size() > 1 && (text[0] == '+' || text[0] == '-') ? 1 : 0;
+    std::size_t digits = 0;
+    bool hasPoint = false;
+    for (; i < text.size() && (IsDigit(text[i]) || (text[i] == '.' && !hasPoint)); ++i) {
+        hasPoint = hasPoint || text[i] == '.';
+        digits += IsDigit(text[i]) ? 1 : 0;
+    }
+    return digits > 0 && (i == text.size() || ParseNumber(text).has_value());
+}
+
+bool HasComma(std::string_view text)
+{
+    const std::size_t comma = text.find(',');
+    return comma != std::string_view::npos && comma > 0 && IsDigit(text[comma - 1]);
+}
+
+/// Takes what stands before the next blank, and the blanks behind it.
+std::string_view TakeWord(std::string_view& text)
+{
+    const std::string_view word =
+        text.substr(0, std::min(text.find_first_of(kBlanks), text.size()));
+    text.remove_prefix(word.size());
+    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+    return word;
+}
+
+} // namespace
+
+PeakLine PeakLineOf(std::string_view text)
+{
+    const std::string_view mz = TakeWord(text);
+    const std::string_view intensity = TakeWord(text);
+    if (HasComma(mz) || HasComma(intensity)) {
+        return PeakLine::Comma;
+    }
+    return IsDecimal(mz) && IsDecimal(intensity) ? PeakLine::Peak : PeakLine::NoPeak;
+}
+
+std::string_view Trimmed(std::string_view text)
+{
+    const std::size_t begin = text.find_first_not_of(kBlanks);
+    return begin == std::string_view::npos
+               ? std::string_view()
+               : text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
+}
+
+} // namespace pelgrin

@@ -1,0 +1,23 @@
+// Lines of m/z and intensity.
+#ifndef PELGRIN_PEAKLINE_H
+#define PELGRIN_PEAKLINE_H
+
+#include <string_view>
+
+namespace pelgrin {
+
+enum class PeakLine {
+    Peak,   ///< begins with two finite decimal numbers
+    Comma,  ///< one of the first two numbers has a comma in it
+    NoPeak, ///< any other line
+};
+
+/// text has no blanks in front.
+PeakLine PeakLineOf(std::string_view text);
+
+/// Without blanks, tabs and carriage returns at the ends.
+std::string_view Trimmed(std::string_view text);
+
+} // namespace pelgrin
+
+#endif // PELGRIN_PEAKLINE_H

@@ -1,0 +1,317 @@
+#include <algorithm>
+#include <array>
+#include <memory>
+
+#include <fmt/format.h>
+
+#include "common/Failure.h"
+#include "prepare/ResultCopies.h"
+#include "prepare/TextOutput.h"
+#include "prepare/TitleScan.h"
+#include "prepare/XmlPieces.h"
+
+namespace pelgrin {
+
+namespace {
+
+constexpr std::size_t kDeepest = 200;
+constexpr std::size_t kLongestQuery = 64 * 1024 * 1024;
+
+constexpr const char kRun[] = "msms_run_summary";
+constexpr const char kQuery[] = "spectrum_query";
+
+/// Texts that meet other files: names of spectra, of datasets and of proteins.
+bool MeetsOthers(const std::string& attribute)
+{
+    constexpr std::array<const char*, 3> kNames = {"spectrum", "base_name", "protein"};
+    return std::find(kNames.begin(), kNames.end(), attribute) != kNames.end();
+}
+
+/// The character that an escape at the start of text stands for, where the library
+/// would leave the escape; '\0' for others. size is the length of the escape.
+char Unescaped(std::string_view text, std::size_t& size)
+{
+    const std::size_t end = text.find(';');
+    if (end == std::string_view::npos || end > 8) {
+        return '\0';
+    }
+    size = end + 1;
+    const std::string_view name = text.substr(1, end - 1);
+    if (name == "amp") {
+        // "&amp;lt;" is the text "&lt;", which must not become an escape.
+        const std::string_view behind = text.substr(size, 9);
+        return behind.find(';') == std::string_view::npos ? '&' : '\0';
+    }
+    if (name == "apos") {
+        return '\'';
+    }
+    if (name.size() > 1 && name.front() == '#') {
+        const auto code = LeadingNumber(name.substr(1)).value_or(0);
+        const bool isPlain =
+            code >= ' ' && code < 127 && code != '"' && code != '&' && code != '<' && code != '>';
+        return isPlain ? static_cast<char>(code) : '\0';
+    }
+    return '\0';
+}
+
+/// The value as the library reads it right: ">" would end the tag, and only in
+/// proteins are escapes resolved.
+std::string ReadableValue(const XmlAttribute& attribute)
+{
+    std::string readable;
+    const std::string_view text = attribute.value;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        std::size_t size = 1;
+        char c = text[i];
+        if (c == '&' && MeetsOthers(attribute.name)) {
+            const char plain = Unescaped(text.substr(i), size);
+            c = plain == '\0' ? '&' : plain;
+            i += plain == '\0' ? 0 : size - 1;
+        }
+        switch (c) {
+        case '"': readable += "&quot;"; break;
+        case '>': readable += "&gt;"; break;
+        case '<': readable += "&lt;"; break;
+        case '\t':
+        case '\r':
+        case '\n': readable += ' '; break;
+        default: readable += c;
+        }
+    }
+    return readable;
+}
+
+class Walk {
+public:
+    Walk(const std::string& source,
+         const std::function<std::string(std::size_t k, std::size_t n)>& pathOf,
+         const NewName& newName, Copy& copy)
+        : source_(source), pathOf_(pathOf), newName_(newName), copy_(copy),
+          pieces_(source, copy.input)
+    {
+    }
+
+    std::vector<std::string> Take()
+    {
+        CountRuns();
+        while (pieces_.Next()) {
+            TakePiece();
+        }
+        if (!open_.empty()) {
+            EndCutOff();
+        }
+        return paths_;
+    }
+
+private:
+    void CountRuns()
+    {
+        XmlPieces pieces(source_, copy_.input);
+        while (pieces.Next()) {
+            runs_ += pieces.PieceKind() == XmlPieces::Kind::Open && pieces.Name() == kRun ? 1 : 0;
+        }
+        if (runs_ == 0) {
+            throw Failure(
+                fmt::format("{}: expected pepXML with an element msms_run_summary", copy_.input));
+        }
+    }
+
+    void TakePiece()
+    {
+        switch (pieces_.PieceKind()) {
+        case XmlPieces::Kind::Other:
+            copy_.Change("markup_dropped", pieces_.Line(), isDeclaration_ ? 0 : 1);
+            isDeclaration_ = false;
+            break;
+        case XmlPieces::Kind::Open: TakeOpen(); break;
+        case XmlPieces::Kind::Empty:
+            if (pieces_.Name() == kQuery) {
+                BeginQuery();
+            }
+            Put(TagText("/>"));
+            if (pieces_.Name() == kQuery) {
+                EndQuery();
+            }
+            break;
+        case XmlPieces::Kind::Close: TakeClose(); break;
+        }
+    }
+
+    void TakeOpen()
+    {
+        if (open_.size() >= kDeepest) {
+            throw Failure(fmt::format("{}:{}: expected pepXML, found {} elements in each other",
+                                      copy_.input, pieces_.Line(), kDeepest));
+        }
+        if (pieces_.Name() == kRun) {
+            BeginRun();
+        } else if (pieces_.Name() == kQuery) {
+            BeginQuery();
+        }
+        open_.push_back(pieces_.Name());
+        Put(TagText(">"));
+    }
+
+    void TakeClose()
+    {
+        if (open_.empty() || open_.back() != pieces_.Name()) {
+            throw Failure(fmt::format("{}:{}: expected </{}>, found </{}>", copy_.input,
+                                      pieces_.Line(), open_.empty() ? "" : open_.back(),
+                                      pieces_.Name()));
+        }
+        Put("</" + pieces_.Name() + ">");
+        open_.pop_back();
+        if (pieces_.Name() == kQuery) {
+            EndQuery();
+        } else if (pieces_.Name() == kRun) {
+            EndRun();
+        }
+    }
+
+    void BeginQuery()
+    {
+        if (output_ == nullptr || isInQuery_) {
+            throw Failure(fmt::format("{}:{}: expected {} in a {} alone", copy_.input,
+                                      pieces_.Line(), kQuery, kRun));
+        }
+        ++copy_.held;
+        isInQuery_ = true;
+        queryLine_ = pieces_.Line();
+    }
+
+    void EndQuery()
+    {
+        isInQuery_ = false;
+        Put(query_);
+        query_.clear();
+        ++copy_.written;
+    }
+
+    /// Every file has the root and what stands before the runs.
+    void BeginRun()
+    {
+        if (output_ != nullptr || open_.size() != 1) {
+            throw Failure(fmt::format("{}:{}: expected {} below the root alone", copy_.input,
+                                      pieces_.Line(), kRun));
+        }
+        paths_.push_back(pathOf_(paths_.size() + 1, runs_));
+        copy_.Change("run_split", pieces_.Line(), paths_.size() > 1 ? 1 : 0);
+        output_ = std::make_unique<TextOutput>(paths_.back());
+        output_->Line("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
+        output_->Write(head_);
+        dataset_ = ValueOf("base_name");
+    }
+
+    void EndRun()
+    {
+        output_->Line("</" + open_.front() + ">");
+        output_->Finish();
+        output_.reset();
+    }
+
+    /// The file ends early: what is whole stays, the query that is not goes.
+    void EndCutOff()
+    {
+        if (isInQuery_) {
+            copy_.LeaveOut("cut_off", queryLine_);
+            while (open_.back() != kQuery) {
+                open_.pop_back();
+            }
+            open_.pop_back();
+            query_.clear();
+        }
+        copy_.Change("end_added", pieces_.Line());
+        while (output_ != nullptr && open_.size() > 1) {
+            output_->Line("</" + open_.back() + ">");
+            if (open_.back() == kRun) {
+                EndRun();
+            }
+            open_.pop_back();
+        }
+    }
+
+    /// Behind the first run nothing but runs is copied.
+    void Put(const std::string& text)
+    {
+        if (isInQuery_) {
+            query_ += query_.empty() ? text : "\n" + text;
+            if (query_.size() > kLongestQuery) {
+                throw Failure(fmt::format("{}:{}: expected queries of at most {} characters",
+                                          copy_.input, queryLine_, kLongestQuery));
+            }
+        } else if (output_ != nullptr) {
+            output_->Line(text);
+        } else if (paths_.empty()) {
+            head_ += text + "\n";
+            if (head_.size() > kLongestQuery) {
+                throw Failure(fmt::format("{}:{}: expected at most {} characters before the runs",
+                                          copy_.input, pieces_.Line(), kLongestQuery));
+            }
+        }
+    }
+
+    std::string ValueOf(const char* name) const
+    {
+        for (const XmlAttribute& attribute : pieces_.Attributes()) {
+            if (attribute.name == name) {
+                return ReadableValue(attribute);
+            }
+        }
+        return {};
+    }
+
+    std::string TagText(const char* end)
+    {
+        std::string text = "<" + pieces_.Name();
+        for (const XmlAttribute& attribute : pieces_.Attributes()) {
+            std::string value = ReadableValue(attribute);
+            copy_.Change("attribute_quotes", pieces_.Line(), attribute.quote == '"' ? 0 : 1);
+            copy_.Change("attribute_text", pieces_.Line(), value == attribute.value ? 0 : 1);
+            if (pieces_.Name() == kQuery && attribute.name == "spectrum") {
+                Rename(value);
+            }
+            text += fmt::format(" {}=\"{}\"", attribute.name, value);
+        }
+        return text + end;
+    }
+
+    /// The library cuts the name at its first blank.
+    void Rename(std::string& spectrum)
+    {
+        for (const std::string& name : {spectrum, spectrum.substr(0, spectrum.find(' '))}) {
+            if (const auto known = newName_(dataset_, name)) {
+                spectrum = *known;
+                copy_.Change("spectrum_renamed", pieces_.Line());
+                return;
+            }
+        }
+    }
+
+    std::string source_;
+    const std::function<std::string(std::size_t k, std::size_t n)>& pathOf_;
+    const NewName& newName_;
+    Copy& copy_;
+    XmlPieces pieces_;
+    std::size_t runs_ = 0;
+    std::vector<std::string> paths_;
+    std::unique_ptr<TextOutput> output_; ///< of the run that is open
+    std::vector<std::string> open_;      ///< elements, from the root on
+    std::string head_;                   ///< from the root on to the first run
+    std::string dataset_;
+    std::string query_;
+    bool isInQuery_ = false;
+    std::uint64_t queryLine_ = 0;
+    bool isDeclaration_ = true; ///< the first piece is the declaration of XML
+};
+
+} // namespace
+
+std::vector<std::string>
+CopyPepXml(const std::string& source,
+           const std::function<std::string(std::size_t k, std::size_t n)>& pathOf,
+           const NewName& newName, Copy& copy)
+{
+    return Walk(source, pathOf, newName, copy).Take();
+}
+
+} // namespace pelgrin

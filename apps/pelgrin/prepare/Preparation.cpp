@@ -1,0 +1,333 @@
+#include "prepare/Preparation.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+#include <spdlog/spdlog.h>
+
+#include "common/Failure.h"
+#include "common/Terminal.h"
+#include "files/FileLines.h"
+#include "files/Packed.h"
+#include "files/SpectraSource.h"
+#include "prepare/OtherCopies.h"
+#include "prepare/PlainText.h"
+#include "prepare/TextOutput.h"
+
+namespace pelgrin {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::ordered_json;
+
+constexpr const char kReport[] = "prepared.json";
+constexpr const char kTitles[] = "titles.tsv";
+
+bool IsSpectra(FileKind kind)
+{
+    return kind == FileKind::Mgf || kind == FileKind::DtaFolder;
+}
+
+void RefuseKind(const std::string& path, const std::string& plain, FileKind kind)
+{
+    switch (kind) {
+    case FileKind::MzMl:
+    case FileKind::MzXml: CheckMgf(plain == path ? path : NameWithoutPacking(path)); break;
+    case FileKind::Dta:
+        throw Failure(fmt::format("{}: is one DTA file; expected the folder that holds it", path));
+    default: break;
+    }
+    if (kind == FileKind::Unknown || kind == FileKind::MzMl || kind == FileKind::MzXml) {
+        throw Failure(fmt::format("{}: expected spectra (MGF or a folder of DTA files), a result, "
+                                  "FASTA or modifications, found none of these",
+                                  path));
+    }
+}
+
+/// "run.pep.xml" is "run.2.pep.xml" for the second of several runs.
+std::string NameOfRun(const std::string& name, std::size_t k, std::size_t n)
+{
+    if (n == 1) {
+        return name;
+    }
+    const std::string lower = fs::path(name).stem().extension() == ".pep" ? ".pep" : "";
+    const std::string ending = lower + fs::path(name).extension().string();
+    return fmt::format("{}.{}{}", name.substr(0, name.size() - ending.size()), k, ending);
+}
+
+Json JsonOf(const Tallies& tallies)
+{
+    Json json = Json::object();
+    for (const auto& [key, tally] : tallies) {
+        json[key] = {{"count", tally.count}};
+        if (!tally.firstFile.empty()) {
+            json[key]["first_file"] = tally.firstFile;
+        }
+        if (tally.firstLine > 0) {
+            json[key]["first_line"] = tally.firstLine;
+        }
+    }
+    return json;
+}
+
+Json JsonOf(const Copy& copy)
+{
+    return {{"input", copy.input},
+            {"kind", KeyOf(copy.kind)},
+            {"outputs", copy.outputs},
+            {"changes", JsonOf(copy.changes)},
+            {"records",
+             {{"held", copy.held}, {"written", copy.written}, {"left_out", JsonOf(copy.leftOut)}}}};
+}
+
+} // namespace
+
+void Preparation::Add(const std::string& input, std::optional<FileKind> kind)
+{
+    Copy& copy = copies_.emplace_back();
+    copy.input = WithoutLastSeparators(input);
+    if (IsFolder(input)) {
+        CheckDtaFolder(copy.input);
+        copy.kind = FileKind::DtaFolder;
+        inputs_.push_back({copy.input, PlaceOfDataset(input).name});
+        return;
+    }
+    CheckReadable(input);
+    const std::string plain = PlainTextOf(input, scratch_, copy);
+    copy.kind = kind ? *kind : KindOf(plain);
+    RefuseKind(input, plain, copy.kind);
+    inputs_.push_back({plain, NameWithoutPacking(input)});
+}
+
+void Preparation::Run()
+{
+    for (const bool spectra : {true, false}) {
+        for (std::size_t i = 0; i < copies_.size(); ++i) {
+            if (IsSpectra(copies_[i].kind) == spectra) {
+                CopyOne(i);
+            }
+        }
+        if (spectra) {
+            resolver_.emplace(datasets_, DatasetResolver::Given());
+        }
+    }
+    for (std::size_t i = 0; i < copies_.size(); ++i) {
+        RemovePlain(inputs_[i].plain, copies_[i].input);
+        const Copy& copy = copies_[i];
+        std::uint64_t leftOut = 0;
+        for (const auto& [key, tally] : copy.leftOut) {
+            leftOut += tally.count;
+        }
+        if (copy.held != copy.written + leftOut) {
+            throw Failure(fmt::format("{}: {} records, but {} written and {} left out", copy.input,
+                                      copy.held, copy.written, leftOut));
+        }
+    }
+}
+
+void Preparation::CopyOne(std::size_t i)
+{
+    Copy& copy = copies_[i];
+    const Input& input = inputs_[i];
+    switch (copy.kind) {
+    case FileKind::Mgf:
+        datasets_.push_back(input.name);
+        titles_.push_back(
+            CopyMgf(input.plain, Claim(i, input.name), WithoutKnownEndings(input.name), copy));
+        break;
+    case FileKind::DtaFolder:
+        CopyDtaFolder(input.plain, Claim(i, input.name), scratch_, copy);
+        break;
+    case FileKind::Fasta: CopyFasta(input.plain, Claim(i, input.name), copy); break;
+    case FileKind::MaxQuantMatches: CopyMaxQuantPair(i); break;
+    case FileKind::MaxQuantPeptides: break; // with its msms.txt
+    case FileKind::PepXml:
+    case FileKind::NativeTable:
+    case FileKind::Msgf:
+    case FileKind::PFind3:
+    case FileKind::Sequest: CopyMatches(i); break;
+    default: CopyText(input.plain, Claim(i, input.name)); break;
+    }
+}
+
+void Preparation::CopyMatches(std::size_t i)
+{
+    Copy& copy = copies_[i];
+    const Input& input = inputs_[i];
+    const NewName newName = [this](const std::string& dataset, const std::string& spectrum) {
+        return NewNameOf(dataset, spectrum);
+    };
+    if (copy.kind == FileKind::PepXml) {
+        const auto pathOf = [&](std::size_t k, std::size_t n) {
+            return Claim(i, NameOfRun(input.name, k, n));
+        };
+        CopyPepXml(input.plain, pathOf, newName, copy);
+        return;
+    }
+    const std::string target = Claim(i, input.name);
+    switch (copy.kind) {
+    case FileKind::NativeTable: CopyNativeTable(input.plain, target, newName, copy); break;
+    case FileKind::Msgf: CopyMsgf(input.plain, target, copy); break;
+    case FileKind::PFind3: CopyPFind3(input.plain, target, copy); break;
+    default: CopySequest(input.plain, target, copy); break;
+    }
+}
+
+/// Pairs of several searches have the same names: each goes to a folder named as
+/// the one it comes from.
+void Preparation::CopyMaxQuantPair(std::size_t i)
+{
+    const auto pairs = std::count_if(copies_.begin(), copies_.end(), [](const Copy& copy) {
+        return copy.kind == FileKind::MaxQuantMatches;
+    });
+    const std::string folder =
+        pairs > 1 ? PlaceOfDataset(fs::absolute(copies_[i].input).parent_path().string()).name + "/"
+                  : "";
+    const auto given = PeptidesOf(i);
+    const std::string beside = given ? std::string() : PeptidesBeside(i);
+    Copy uncounted;
+    const std::string peptides =
+        given ? inputs_[*given].plain
+              : (beside.empty() ? std::string() : PlainTextOf(beside, scratch_, uncounted));
+    const std::string target = Claim(i, folder + inputs_[i].name);
+    const std::string second = Claim(i, folder + "peptides.txt");
+    if (given) {
+        copies_[*given].outputs = {folder + "peptides.txt"};
+    }
+    CopyMaxQuant(inputs_[i].plain, peptides, target, second, copies_[i]);
+    if (!beside.empty()) {
+        RemovePlain(peptides, beside);
+    }
+}
+
+/// The peptides.txt among the inputs: of the same folder, or the only one.
+std::optional<std::size_t> Preparation::PeptidesOf(std::size_t i) const
+{
+    std::vector<std::size_t> all;
+    std::size_t matches = 0;
+    const auto folderOf = [this](std::size_t k) {
+        return fs::absolute(copies_[k].input).lexically_normal().parent_path();
+    };
+    for (std::size_t k = 0; k < copies_.size(); ++k) {
+        matches += copies_[k].kind == FileKind::MaxQuantMatches ? 1 : 0;
+        if (copies_[k].kind == FileKind::MaxQuantPeptides) {
+            if (folderOf(k) == folderOf(i)) {
+                return k;
+            }
+            all.push_back(k);
+        }
+    }
+    return all.size() == 1 && matches == 1 ? std::optional(all.front()) : std::nullopt;
+}
+
+/// The peptides.txt beside msms.txt, packed or not; empty when there is none.
+std::string Preparation::PeptidesBeside(std::size_t i) const
+{
+    const fs::path folder = fs::path(copies_[i].input).parent_path();
+    for (const char* const ending : {"", ".gz", ".bz2", ".xz", ".zst"}) {
+        const fs::path path = folder / (std::string("peptides.txt") + ending);
+        std::error_code ignored;
+        if (fs::exists(path, ignored)) {
+            return path.string();
+        }
+    }
+    return {};
+}
+
+std::string Preparation::Claim(std::size_t i, const std::string& relative)
+{
+    const auto [former, isNew] = claimed_.emplace(relative, copies_[i].input);
+    if (!isNew || relative == kReport || relative == kTitles) {
+        throw Failure(
+            fmt::format("{}: its copy would be {}, as that of {}; prepare it into another "
+                        "folder",
+                        copies_[i].input, relative, isNew ? "the report" : former->second));
+    }
+    const std::string path = (fs::path(out_) / relative).string();
+    for (const Copy& copy : copies_) {
+        std::error_code error;
+        if (fs::equivalent(path, copy.input, error) && !error) {
+            throw Failure(fmt::format("{}: is an input, and its copy would take its place; choose "
+                                      "another folder",
+                                      copy.input));
+        }
+    }
+    copies_[i].outputs.push_back(relative);
+    return path;
+}
+
+std::optional<std::string> Preparation::NewNameOf(const std::string& dataset,
+                                                  const std::string& spectrum) const
+{
+    try {
+        const auto hit = resolver_->Find(dataset);
+        if (!hit) {
+            return std::nullopt;
+        }
+        const auto& renamed = titles_[hit->file].renamed;
+        const auto name = renamed.find(spectrum);
+        return name == renamed.end() ? std::nullopt : std::optional(name->second);
+    } catch (const Failure&) {
+        return std::nullopt; // it may be one of two files
+    }
+}
+
+std::vector<std::string> Preparation::PathsOf(const Copy& copy) const
+{
+    std::vector<std::string> paths;
+    for (const std::string& output : copy.outputs) {
+        paths.push_back((fs::path(out_) / output).string());
+    }
+    return paths;
+}
+
+void Preparation::WriteReports() const
+{
+    if (!titles_.empty()) {
+        TextOutput titles((fs::path(out_) / kTitles).string());
+        titles.Line("Dataset\tOld Title\tNew Title");
+        for (std::size_t file = 0; file < titles_.size(); ++file) {
+            for (const auto& [before, after] : titles_[file].rewritten) {
+                titles.Line(datasets_[file] + "\t" + OneLine(before) + "\t" + OneLine(after));
+            }
+        }
+        titles.Finish();
+    }
+    Json inputs = Json::array();
+    for (const Copy& copy : copies_) {
+        inputs.push_back(JsonOf(copy));
+    }
+    const Json report = {{"version", PELGRIN_VERSION}, {"inputs", inputs}};
+    TextOutput output((fs::path(out_) / kReport).string());
+    output.Line(report.dump(2, ' ', false, Json::error_handler_t::replace));
+    output.Finish();
+}
+
+bool HasLosses(const std::vector<Copy>& copies)
+{
+    return std::any_of(copies.begin(), copies.end(), [](const Copy& copy) {
+        return !copy.leftOut.empty() || copy.changes.count("end_added") > 0;
+    });
+}
+
+void WarnOfLosses(const std::vector<Copy>& copies)
+{
+    for (const Copy& copy : copies) {
+        for (const auto& [key, tally] : copy.leftOut) {
+            const std::string path =
+                tally.firstFile.empty() ? copy.input : copy.input + "/" + tally.firstFile;
+            spdlog::warn("{}:{}: {}: {} left out", OneLine(path), tally.firstLine, TextOfClass(key),
+                         tally.count);
+        }
+        const auto cut = copy.changes.find("end_added");
+        if (cut != copy.changes.end()) {
+            spdlog::warn("{}:{}: the file is cut off; what follows is lost", OneLine(copy.input),
+                         cut->second.firstLine);
+        }
+    }
+}
+
+} // namespace pelgrin

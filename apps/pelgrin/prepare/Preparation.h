@@ -1,0 +1,76 @@
+// Canonical copies of inputs, which the library reads right.
+#ifndef PELGRIN_PREPARATION_H
+#define PELGRIN_PREPARATION_H
+
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "files/ScratchFolder.h"
+#include "prepare/Copy.h"
+#include "prepare/MgfCopy.h"
+#include "prepare/ResultCopies.h"
+#include "run/DatasetResolver.h"
+
+namespace pelgrin {
+
+/// Makes the copies of one call: spectra first, since results name them.
+class Preparation {
+public:
+    /// Copies go below the folder out, which is made when it is missing.
+    explicit Preparation(std::string out) : out_(std::move(out)) {}
+
+    /// Adds a file or a folder of DTA files. Its kind is looked for when it is not
+    /// given. Throws Failure for one that cannot be read, or is of no kind.
+    void Add(const std::string& input, std::optional<FileKind> kind = std::nullopt);
+
+    /// Makes all copies. Throws Failure for what cannot be read, for an output that
+    /// is an input, and for two of one name.
+    void Run();
+
+    /// Writes prepared.json, and titles.tsv when there are MGF files.
+    void WriteReports() const;
+
+    /// In the order of Add.
+    const std::vector<Copy>& Copies() const { return copies_; }
+    /// The paths of a copy, in out.
+    std::vector<std::string> PathsOf(const Copy& copy) const;
+
+private:
+    /// An input, and its plain text in scratch or itself.
+    struct Input {
+        std::string plain;
+        std::string name; ///< of the copy
+    };
+
+    void CopyOne(std::size_t i);
+    void CopyMatches(std::size_t i);
+    void CopyMaxQuantPair(std::size_t i);
+    std::optional<std::size_t> PeptidesOf(std::size_t i) const;
+    std::string PeptidesBeside(std::size_t i) const;
+    /// The path of an output. Throws Failure for one that is taken, or an input.
+    std::string Claim(std::size_t i, const std::string& relative);
+    std::optional<std::string> NewNameOf(const std::string& dataset,
+                                         const std::string& spectrum) const;
+
+    std::string out_;
+    ScratchFolder scratch_;
+    std::vector<Copy> copies_;
+    std::vector<Input> inputs_;
+    std::map<std::string, std::string> claimed_; ///< relative path -> input
+    std::vector<std::string> datasets_;          ///< names of the MGF copies
+    std::vector<TitleChanges> titles_;           ///< of these
+    std::optional<DatasetResolver> resolver_;
+};
+
+/// Records are missing in a copy, or a file was cut off.
+bool HasLosses(const std::vector<Copy>& copies);
+
+/// A warning for every reason with records left out, by input.
+void WarnOfLosses(const std::vector<Copy>& copies);
+
+} // namespace pelgrin
+
+#endif // PELGRIN_PREPARATION_H

@@ -1,0 +1,170 @@
+#include "prepare/TableCopy.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include <fmt/format.h>
+
+#include "common/Failure.h"
+#include "common/Words.h"
+
+namespace pelgrin {
+
+namespace {
+
+bool IsBlank(std::string_view line)
+{
+    return line.find_first_not_of(" \t\r") == std::string_view::npos;
+}
+
+bool Unquote(TableCopy::Cells& cells)
+{
+    bool any = false;
+    for (std::string& cell : cells) {
+        std::string plain = WithoutQuotes(cell);
+        any = any || plain != cell;
+        cell = std::move(plain);
+    }
+    return any;
+}
+
+} // namespace
+
+TableCopy::Cells SplitCells(std::string_view line, char separator)
+{
+    TableCopy::Cells cells;
+    for (std::size_t tab = line.find(separator); tab != std::string_view::npos;
+         tab = line.find(separator)) {
+        cells.emplace_back(line.substr(0, tab));
+        line.remove_prefix(tab + 1);
+    }
+    cells.emplace_back(line);
+    return cells;
+}
+
+std::string JoinCells(const TableCopy::Cells& cells)
+{
+    return fmt::format("{}", fmt::join(cells, "\t"));
+}
+
+void RefuseMissingColumn(const Copy& copy, const std::string& name)
+{
+    throw Failure(
+        fmt::format("{}:1: expected a column named \"{}\" in the header line", copy.input, name));
+}
+
+std::string WithoutQuotes(const std::string& cell)
+{
+    if (cell.size() < 2 || cell.front() != '"' || cell.back() != '"') {
+        return cell;
+    }
+    std::string plain = cell.substr(1, cell.size() - 2);
+    for (std::size_t pair = plain.find("\"\""); pair != std::string::npos;
+         pair = plain.find("\"\"", pair + 1)) {
+        plain.erase(pair, 1);
+    }
+    return plain;
+}
+
+bool IsWholeNumber(std::string_view cell)
+{
+    const std::string_view text = WithoutBlanks(cell);
+    std::int32_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size();
+}
+
+bool IsNumber(std::string_view cell)
+{
+    const std::string text = Lower(WithoutBlanks(cell));
+    return ParseNumber(text).has_value() || text == "nan" || text == "inf" || text == "-inf";
+}
+
+TableCopy::TableCopy(const std::string& source, const std::string& target,
+                     const std::vector<WantedColumn>& wanted, Copy& copy)
+    : source_(source), copy_(copy), lines_(source, FileLines::Mode::Text), output_(target)
+{
+    lines_.Next(line_);
+    if (line_.length > kLongestLine) {
+        throw Failure(fmt::format("{}:1: expected a header of at most {} characters", copy.input,
+                                  kLongestLine));
+    }
+    header_ = SplitCells(line_.begin);
+    copy_.Change("quotes_dropped", 1, Unquote(header_) ? 1 : 0);
+    RenameColumns(wanted);
+    output_.Line(JoinCells(header_));
+}
+
+void TableCopy::RenameColumns(const std::vector<WantedColumn>& wanted)
+{
+    const auto find = [this](const std::string& name, bool isExact) {
+        const auto is = [&](const std::string& cell) {
+            return isExact ? cell == name : Lower(WithoutBlanks(cell)) == Lower(name);
+        };
+        const auto hit = std::find_if(header_.begin(), header_.end(), is);
+        return hit == header_.end() ? kNone : static_cast<std::size_t>(hit - header_.begin());
+    };
+    for (const WantedColumn& column : wanted) {
+        std::size_t place = find(column.name, true);
+        if (place == kNone) {
+            place = find(column.name, false);
+        }
+        for (std::size_t i = 0; place == kNone && i < column.others.size(); ++i) {
+            place = find(column.others[i], false);
+        }
+        if (place == kNone && column.isRequired) {
+            RefuseMissingColumn(copy_, column.name);
+        }
+        places_.push_back(place);
+        if (place == kNone) {
+            continue;
+        }
+        copy_.Change("column_spelling", 1, header_[place] == column.name ? 0 : 1);
+        header_[place] = column.name;
+        needed_ = column.mayBeCut ? needed_ : std::max(needed_, place + 1);
+    }
+}
+
+void TableCopy::CopyRows(const OnRow& onRow)
+{
+    while (lines_.Next(line_)) {
+        if (!line_.begin.empty() && line_.begin.back() == '\r') {
+            line_.begin.pop_back(); // at the end of the file
+        }
+        if (line_.length <= kLongestLine && IsBlank(line_.begin)) {
+            copy_.Change("blank_row", line_.number);
+        } else {
+            TakeRow(onRow);
+        }
+    }
+    output_.Finish();
+}
+
+void TableCopy::TakeRow(const OnRow& onRow)
+{
+    ++copy_.held;
+    if (line_.length > kLongestLine) {
+        copy_.LeaveOut("long_line", line_.number);
+        return;
+    }
+    Cells cells = SplitCells(line_.begin);
+    if (cells.size() < needed_) {
+        copy_.LeaveOut("short_row", line_.number);
+        return;
+    }
+    const bool hadQuotes = Unquote(cells);
+    if (const char* const reason = onRow(cells, line_.number)) {
+        copy_.LeaveOut(reason, line_.number);
+        return;
+    }
+    const std::string row = JoinCells(cells);
+    if (row.size() > kLongestLine) {
+        copy_.LeaveOut("long_line", line_.number);
+        return;
+    }
+    copy_.Change("quotes_dropped", line_.number, hadQuotes ? 1 : 0);
+    output_.Line(row);
+    ++copy_.written;
+}
+
+} // namespace pelgrin
