@@ -9,6 +9,7 @@
 
 #include "commands/AnnotateCommand.h"
 #include "commands/ConvertCommand.h"
+#include "commands/LintCommand.h"
 #include "commands/MapProteinsCommand.h"
 #include "commands/ModsCommand.h"
 #include "commands/ParamsCommand.h"
@@ -88,6 +89,7 @@ void ReadCommandLine(int argc, const char* const* argv, Command& command)
     AddPrepareCommand(app, command);
     AddAnnotateCommand(app, command);
     AddConvertCommand(app, command);
+    AddLintCommand(app, command);
     AddMapProteinsCommand(app, command);
     AddModsCommand(app, command);
     try {

@@ -1,5 +1,6 @@
 #include "common/Words.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -37,6 +38,23 @@ std::optional<double> ParseNumber(std::string_view text)
         return std::nullopt;
     }
     return value;
+}
+
+bool TakeNumber(std::string_view& text, double& value)
+{
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+    std::string_view digits = text;
+    if (!digits.empty() && digits.front() == '+') {
+        digits.remove_prefix(1);
+    }
+    const std::size_t first = digits.find_first_not_of('-');
+    if (first == std::string_view::npos || (digits[first] != '.' && digits[first] < '0')
+        || digits[first] > '9') {
+        return false;
+    }
+    const auto [stop, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    text.remove_prefix(static_cast<std::size_t>(stop - text.data()));
+    return error == std::errc() && (text.empty() || (text.front() | 0x20) != 'e');
 }
 
 } // namespace pelgrin

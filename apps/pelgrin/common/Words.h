@@ -17,6 +17,10 @@ std::string_view WithoutBlanks(std::string_view text);
 /// The finite number that text is as a whole, with "." whatever the locale.
 std::optional<double> ParseNumber(std::string_view text);
 
+/// Takes the decimal at the front of text, white space before it passed over.
+/// False, as for the library, for "inf", "nan" and an exponent without digits.
+bool TakeNumber(std::string_view& text, double& value);
+
 } // namespace pelgrin
 
 #endif // PELGRIN_WORDS_H

@@ -1,7 +1,6 @@
 #include "files/DtaAudit.h"
 
 #include <algorithm>
-#include <charconv>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -24,25 +23,6 @@ bool IsDtaName(const std::string& name)
 {
     return name.size() >= kEnding.size()
            && Lower(std::string_view(name).substr(name.size() - kEnding.size())) == kEnding;
-}
-
-/// Takes the decimal at the front of text, white space before it passed over.
-/// False, as for the library, for "inf", "nan" and an exponent without digits.
-bool TakeNumber(std::string_view& text, double& value)
-{
-    text.remove_prefix(std::min(text.find_first_not_of(kSpace), text.size()));
-    std::string_view digits = text;
-    if (!digits.empty() && digits.front() == '+') {
-        digits.remove_prefix(1);
-    }
-    const std::size_t first = digits.find_first_not_of('-');
-    if (first == std::string_view::npos || (digits[first] != '.' && digits[first] < '0')
-        || digits[first] > '9') {
-        return false;
-    }
-    const auto [stop, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    text.remove_prefix(static_cast<std::size_t>(stop - text.data()));
-    return error == std::errc() && (text.empty() || (text.front() | 0x20) != 'e');
 }
 
 /// "1006.5228 2": a mass above 0, and a charge.

@@ -22,6 +22,9 @@ public:
     /// The next tag. Throws Failure for a read error.
     bool Next();
 
+    /// The tag behind its "<", at most 64 KiB of it; behind the end of the file what
+    /// there is of a tag that does not end.
+    std::string_view Text() const { return tag_; }
     /// "search_hit" of "<search_hit ...>", "/search_hit" of "</search_hit>".
     std::string_view Name() const;
     /// The value of an attribute as it is written, in double quotes; empty when

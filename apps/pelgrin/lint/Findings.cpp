@@ -1,0 +1,60 @@
+#include "lint/Findings.h"
+
+#include <utility>
+
+namespace pelgrin {
+
+Findings::Findings(std::size_t examples, std::set<Rule> ignored)
+    : examples_(examples), ignored_(std::move(ignored))
+{
+}
+
+void Findings::Begin(const std::string& path, FileKind kind)
+{
+    path_.clear();
+    files_.push_back({path, kind, {}});
+}
+
+void Findings::Add(Rule rule, std::uint64_t line, std::string what, std::string subject)
+{
+    if (ignored_.count(rule) == 0) {
+        Defer(files_.back().rules[rule], line, std::move(what), std::move(subject));
+    }
+}
+
+void Findings::Defer(RuleFindings& list, std::uint64_t line, std::string what,
+                     std::string subject) const
+{
+    ++list.count;
+    if (list.examples.size() < examples_) {
+        list.examples.push_back({path_.empty() ? files_.back().path : path_, line, std::move(what),
+                                 std::move(subject)});
+    }
+}
+
+void Findings::Add(Rule rule, RuleFindings&& deferred)
+{
+    if (deferred.count == 0 || ignored_.count(rule) != 0) {
+        return;
+    }
+    RuleFindings& all = files_.back().rules[rule];
+    all.count += deferred.count;
+    for (Finding& finding : deferred.examples) {
+        if (all.examples.size() < examples_) {
+            all.examples.push_back(std::move(finding));
+        }
+    }
+}
+
+std::uint64_t Findings::Total() const
+{
+    std::uint64_t total = 0;
+    for (const FileFindings& file : files_) {
+        for (const auto& [rule, findings] : file.rules) {
+            total += findings.count;
+        }
+    }
+    return total;
+}
+
+} // namespace pelgrin

@@ -1,0 +1,44 @@
+#include "lint/LineFlaws.h"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+#include "common/Terminal.h"
+
+namespace pelgrin {
+
+bool LintLine(const FileLines::Line& line, Findings& findings)
+{
+    if (line.begin.size() < std::min<std::uint64_t>(line.length, kLongestLine)) {
+        findings.Add(Rule::NulByte, line.number,
+                     fmt::format("a NUL byte in column {}; expected text", line.begin.size() + 1));
+    }
+    const std::size_t hit = line.begin.find('\r');
+    if (hit != std::string::npos && line.begin.find_first_not_of('\r', hit) != std::string::npos) {
+        findings.Add(Rule::LoneReturn, line.number,
+                     fmt::format("a carriage return in column {}; expected lines that end in a "
+                                 "line feed",
+                                 hit + 1));
+    }
+    if (line.length > kLongestLine) {
+        findings.Add(Rule::LongLine, line.number,
+                     fmt::format("{} characters; expected at most {}", line.length, kLongestLine));
+        return false;
+    }
+    return true;
+}
+
+bool BeginsWithMark(std::string_view bytes)
+{
+    return bytes.substr(0, 3) == "\xEF\xBB\xBF";
+}
+
+std::string Shown(std::string_view text)
+{
+    constexpr std::size_t kMost = 80;
+    const bool isLong = text.size() > kMost;
+    return "\"" + OneLine(std::string(text.substr(0, kMost))) + (isLong ? "...\"" : "\"");
+}
+
+} // namespace pelgrin
