@@ -85,9 +85,8 @@ private:
     void TakeResidue(char c)
     {
         if (IsBetween(c, 'A', 'Z')) {
-            return;
-        }
-        if (IsBetween(c, 'a', 'z')) {
+            ++audit_.residues;
+        } else if (IsBetween(c, 'a', 'z')) {
             ++audit_.lowerCase;
             audit_.firstLowerCase = audit_.firstLowerCase != 0 ? audit_.firstLowerCase : line_;
         } else if (c != ' ' && c != '\t' && c != '\r') {

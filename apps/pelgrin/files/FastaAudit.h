@@ -13,6 +13,7 @@ namespace pelgrin {
 
 struct FastaAudit {
     std::uint64_t headers = 0;        ///< lines that begin with ">"
+    std::uint64_t residues = 0;       ///< upper-case letters of sequence lines
     std::uint64_t lowerCase = 0;      ///< lower-case letters of sequence lines
     std::uint64_t firstLowerCase = 0; ///< line of the first one; 0 none
     std::uint64_t others = 0; ///< what else is dropped there, blanks apart: "*", "-", digits

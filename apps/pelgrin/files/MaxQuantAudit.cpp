@@ -1,6 +1,5 @@
 #include "files/MaxQuantAudit.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -22,13 +21,8 @@ public:
     Walk(const ResultFiles& files, const OnRecord& onRecord)
         : files_(files), onRecord_(onRecord), matches_(files.path), peptides_(files.second)
     {
-        highest_ = std::max({matches_.Highest({"Raw file", "Sequence", "Scan number", "Charge",
-                                               "Reverse", "Score"}),
-                             matches_.Column("Mass Error [ppm]", "Mass error [ppm]"),
-                             matches_.Highest({"m/z", "Proteins", "Retention time", "Modifications",
-                                               "Modified sequence"})});
-        peptidesHighest_ =
-            peptides_.Highest({"Amino acid before", "Amino acid after", "Proteins", "MS/MS IDs"});
+        highest_ = matches_.Highest(NeededColumns(FileKind::MaxQuantMatches));
+        peptidesHighest_ = peptides_.Highest(NeededColumns(FileKind::MaxQuantPeptides));
     }
 
     ResultAudit Take()

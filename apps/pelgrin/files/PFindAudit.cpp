@@ -1,6 +1,5 @@
 #include "files/PFindAudit.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <optional>
@@ -18,9 +17,7 @@ ResultAudit AuditPFind3(const std::string& path, const OnRecord& onRecord)
     ResultAudit audit;
     TableRows rows(path);
     // The library ends the process for the first one that is missing.
-    const std::size_t highest = rows.Highest(
-        {"File_Name", "Sequence", "Scan_No", "Charge", "Target/Decoy", "Final_Score",
-         "Mass_Shift(Exp.-Calc.)", "Exp.MH+", "Proteins", "Modification", "Positions"});
+    const std::size_t highest = rows.Highest(NeededColumns(FileKind::PFind3));
     const std::size_t proteins = rows.Column("Proteins");
     while (rows.Next(audit)) {
         const std::string_view cell = rows.Cell(proteins);

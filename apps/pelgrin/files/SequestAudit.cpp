@@ -25,9 +25,7 @@ ResultAudit AuditSequest(const std::string& path, const OnRecord& onRecord)
 {
     ResultAudit audit;
     TableRows rows(path, TableRows::Cells::Quoted);
-    rows.Highest({"Rank", "Spectrum File", "First Scan", "Sequence", "XCorr", "Deltam/z [Da]",
-                  "MH+ [Da]", "Theo. MH+ [Da]", "Charge", "Protein Accessions", "Modifications",
-                  "DeltaCn"});
+    rows.Highest(NeededColumns(FileKind::Sequest));
     const std::size_t rank = rows.Column("Rank");
     while (rows.Next(audit)) {
         if (rows.Row().empty()) {

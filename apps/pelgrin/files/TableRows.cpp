@@ -20,26 +20,25 @@ TableRows::TableRows(const std::string& path, Cells cells)
 
 std::size_t TableRows::Column(const std::string& name) const
 {
-    const auto column = columns_.find(name);
-    if (column == columns_.end()) {
-        MissingColumn(fmt::format("\"{}\"", name));
-    }
-    return static_cast<std::size_t>(column->second);
+    return Column(ColumnNames{name});
 }
 
-std::size_t TableRows::Column(const std::string& name, const std::string& otherName) const
+std::size_t TableRows::Column(const ColumnNames& names) const
 {
-    if (columns_.count(name) == 0 && columns_.count(otherName) == 0) {
-        MissingColumn(fmt::format("\"{}\" or \"{}\"", name, otherName));
+    for (const std::string& name : names) {
+        if (const auto column = columns_.find(name); column != columns_.end()) {
+            return static_cast<std::size_t>(column->second);
+        }
     }
-    return Column(columns_.count(name) > 0 ? name : otherName);
+    throw Failure(
+        fmt::format("{}:1: expected a column named {} in the header line", path_, TextOf(names)));
 }
 
-std::size_t TableRows::Highest(std::initializer_list<const char*> names) const
+std::size_t TableRows::Highest(const std::vector<ColumnNames>& columns) const
 {
     std::size_t highest = 0;
-    for (const char* const name : names) {
-        highest = std::max(highest, Column(name));
+    for (const ColumnNames& names : columns) {
+        highest = std::max(highest, Column(names));
     }
     return highest;
 }
@@ -95,11 +94,6 @@ void TableRows::Clean()
         text.pop_back();
     }
     text.erase(std::remove(text.begin(), text.end(), '"'), text.end());
-}
-
-void TableRows::MissingColumn(const std::string& names) const
-{
-    throw Failure(fmt::format("{}:1: expected a column named {} in the header line", path_, names));
 }
 
 } // namespace pelgrin

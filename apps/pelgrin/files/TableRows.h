@@ -3,13 +3,14 @@
 #define PELGRIN_TABLEROWS_H
 
 #include <cstddef>
-#include <initializer_list>
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "files/FileLines.h"
 #include "files/ResultAudit.h"
+#include "files/ResultColumns.h"
 
 namespace pelgrin {
 
@@ -23,10 +24,8 @@ public:
     /// The place of a column. Throws Failure with file, line 1 and the name
     /// when it is not there.
     std::size_t Column(const std::string& name) const;
-    /// The first of two spellings that is there.
-    std::size_t Column(const std::string& name, const std::string& otherName) const;
     /// The highest place of columns that must all be there, in this order.
-    std::size_t Highest(std::initializer_list<const char*> names) const;
+    std::size_t Highest(const std::vector<ColumnNames>& columns) const;
 
     /// The next row; false at the end, and behind a line that is too long.
     /// Reports what stands there to audit.
@@ -42,7 +41,8 @@ public:
 
 private:
     void Clean();
-    [[noreturn]] void MissingColumn(const std::string& names) const;
+    /// Of the first spelling that is there.
+    std::size_t Column(const ColumnNames& names) const;
 
     std::string path_;
     Cells cells_;
