@@ -10,6 +10,7 @@
 #include "commands/AnnotateCommand.h"
 #include "commands/ConvertCommand.h"
 #include "commands/LintCommand.h"
+#include "commands/InspectCommand.h"
 #include "commands/MapProteinsCommand.h"
 #include "commands/ModsCommand.h"
 #include "commands/ParamsCommand.h"
@@ -92,6 +93,7 @@ void ReadCommandLine(int argc, const char* const* argv, Command& command)
     AddLintCommand(app, command);
     AddMapProteinsCommand(app, command);
     AddModsCommand(app, command);
+    AddInspectCommand(app, command);
     try {
         app.parse(argc, argv);
         command.name = NameOf(app);
