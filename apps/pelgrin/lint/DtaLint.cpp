@@ -69,8 +69,8 @@ void LintDta(const std::string& path, Findings& findings)
         }
     }
     if (!hasPeaks) {
-        findings.Add(Rule::DtaPeaks, line.number > 1 ? 2 : 1,
-                     "no peaks; expected lines of m/z and intensity");
+        findings.Add(Rule::DtaPeaks, 1,
+                     "no peaks behind the line; expected lines of m/z and intensity");
     }
 }
 

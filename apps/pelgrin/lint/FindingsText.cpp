@@ -38,6 +38,12 @@ std::string LineOf(Rule rule, const Finding& finding)
            + "\n";
 }
 
+/// "1 file", "2 files".
+std::string Counted(std::uint64_t count, const char* thing)
+{
+    return fmt::format("{} {}{}", count, thing, count == 1 ? "" : "s");
+}
+
 std::string CountsText(const Findings& findings)
 {
     TextTable table({{"Rule"}, {"Findings", true}, {"Files", true}, {"What happens"}});
@@ -87,13 +93,12 @@ std::string TextOf(const Findings& findings)
             }
         }
     }
-    const std::string files = fmt::format("{} {}", findings.Files().size(),
-                                          findings.Files().size() == 1 ? "file" : "files");
+    const std::string files = Counted(findings.Files().size(), "file");
     if (text.empty()) {
         return "No findings in " + files + "\n";
     }
     return text + "\n" + CountsText(findings)
-           + fmt::format("\n{} findings in {}\n", findings.Total(), files);
+           + fmt::format("\n{} in {}\n", Counted(findings.Total(), "finding"), files);
 }
 
 std::string JsonOf(const Findings& findings)

@@ -91,8 +91,7 @@ void LintMaxQuant(const std::string& path, Findings& findings)
     const TableForm form = MatchForm();
     TableLint table(path, form, findings);
     const bool isRead = table.ReadHeader();
-    std::uint64_t rows = 0;
-    for (; isRead && table.Next(); ++rows) {
+    while (isRead && table.Next()) {
         table.LintCells();
         LintDatasetDots(table, "Raw file", table.Cell(RawFile));
         if (!table.Cell(Reverse).empty()) {
@@ -108,7 +107,7 @@ void LintMaxQuant(const std::string& path, Findings& findings)
         return;
     }
     findings.SetPath(second);
-    LintPeptides(second, isRead ? std::optional(rows) : std::nullopt, findings);
+    LintPeptides(second, isRead ? std::optional(table.Rows()) : std::nullopt, findings);
     findings.SetPath("");
 }
 

@@ -112,7 +112,8 @@ private:
         const bool isComment =
             std::string_view("#;!/").find(FirstOf(line.begin)) != std::string::npos;
         const bool isBlank = line.begin.find_first_not_of(" \t\r") == std::string::npos;
-        if (!isComment && !isBlank && meant != MgfKey::End) {
+        const bool isBegin = FirstOf(line.begin) == 'B'; // for the index
+        if (!isComment && !isBlank && !isBegin && meant != MgfKey::End) {
             findings_.Add(Rule::LineInFront, line.number,
                           fmt::format("{} is not read; expected header lines in every record",
                                       Shown(line.begin)));

@@ -1,6 +1,7 @@
 #include "lint/MgfNameLint.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <tuple>
 #include <vector>
@@ -94,13 +95,15 @@ Rule RuleOfKind(NameKind kind)
 void AddLosses(const Entry* begin, const Entry* end, std::vector<Loss>& losses)
 {
     const std::uint64_t winner = (end - 1)->record;
+    std::array<bool, kNameKinds> winnerKinds{};
+    for (const Entry* entry = end; entry > begin && (entry - 1)->record == winner; --entry) {
+        winnerKinds[static_cast<std::size_t>((entry - 1)->kind)] = true;
+    }
     for (const Entry* entry = begin; entry < end && entry->record != winner; ++entry) {
         if (entry > begin && (entry - 1)->record == entry->record) {
             continue; // one name of two kinds
         }
-        const bool isSameKind = std::any_of(entry, end, [&](const Entry& other) {
-            return other.record == winner && other.kind == entry->kind;
-        });
+        const bool isSameKind = winnerKinds[static_cast<std::size_t>(entry->kind)];
         losses.push_back({entry->record, entry->kind, winner,
                           isSameKind ? RuleOfKind(entry->kind) : Rule::SharedAcrossKinds});
     }

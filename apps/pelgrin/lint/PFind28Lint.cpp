@@ -73,10 +73,11 @@ private:
             const bool isThere = Next();
             if (!isThere || Begins(kSection) || (i == skipped && !Begins(key))) {
                 isBroken_ = true;
+                const std::string found = isThere ? Shown(line_.begin) : "the end of the file";
                 findings_.Add(Rule::PFind28Place, isThere ? line_.number : before,
-                              fmt::format("{}; expected {} {} lines on",
-                                          isThere ? Shown(line_.begin) : "the end of the file", key,
-                                          skipped - i),
+                              i == skipped ? fmt::format("{}; expected {}", found, key)
+                                           : fmt::format("{}; expected {} lines more and then {}",
+                                                         found, skipped - i, key),
                               section_);
             }
         }

@@ -180,8 +180,11 @@ private:
         for (std::size_t hit = value.find('&'); hit != std::string_view::npos;
              hit = value.find('&', hit + 1)) {
             const std::size_t end = value.find(';', hit);
+            if (end == std::string_view::npos) {
+                return;
+            }
             const std::string_view escape = value.substr(hit, end - hit + 1);
-            bool isKnown = end == std::string_view::npos;
+            bool isKnown = false;
             for (const std::string_view text : known) {
                 isKnown |= escape == text;
             }

@@ -50,7 +50,7 @@ constexpr RuleTexts kTexts[] = {
      "writes that it is unknown"},
     {"value_list", "of a list or range in a header only the first number is read", "",
      "writes the first number"},
-    {"negative_charge", "the sign of a charge is dropped", "", kNothing},
+    {"negative_charge", "the sign of a charge is dropped, or makes it a huge number", "", kNothing},
     {"line_in_front", "header lines in front of the first record are not read", "",
      "applies them to every record"},
     {"indented_line", "a header line with a blank in front is not seen", "", "removes the blank"},

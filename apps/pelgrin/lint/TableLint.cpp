@@ -47,7 +47,10 @@ bool IsWholeNumber(std::string_view cell, Column::Cell kind)
         return ParseNumber(text).has_value() || Lower(text) == "nan";
     }
     const bool hasSign = !text.empty() && (text.front() == '-' || text.front() == '+');
-    const std::string_view digits = text.substr(hasSign ? 1 : 0);
+    std::string_view digits = text.substr(hasSign ? 1 : 0);
+    if (!hasSign && !digits.empty() && digits.back() == '+') {
+        digits.remove_suffix(1); // of a charge
+    }
     return !digits.empty() && digits.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
@@ -100,6 +103,7 @@ void TableLint::FindColumn(const Column& column, const std::vector<std::string_v
     }
     if (place != header.end()) {
         places_.push_back(static_cast<std::size_t>(place - header.begin()));
+        names_.emplace_back(*place);
         needed_ = std::max(needed_, places_.back() + 1);
         return;
     }
@@ -127,6 +131,7 @@ bool TableLint::Next()
             }
             continue;
         }
+        ++rows_;
         cells_ = PiecesOf(text_, '\t');
         if (cells_.size() >= needed_ || form_.shortRow == TableForm::ShortRow::Given) {
             return true;
@@ -196,7 +201,7 @@ void TableLint::LintNumber(std::size_t column)
                                                : IsWholeNumber(cell, wanted.cell);
     if (!isRead) {
         Add(form_.hasStrictNumbers ? Rule::NumberEndsReading : Rule::NumberInPart,
-            fmt::format("{}: {}; expected a {}number", wanted.name, Shown(cell),
+            fmt::format("{}: {}; expected a {}number", names_[column], Shown(cell),
                         wanted.cell == Column::Cell::Whole ? "whole " : ""));
     }
 }

@@ -47,7 +47,9 @@ public:
     {
         return places_[column] < cells_.size() ? cells_[places_[column]] : std::string_view();
     }
-    /// How many the row has.
+    /// Rows so far that are not empty, those passed over included.
+    std::uint64_t Rows() const { return rows_; }
+    /// How many cells the row has.
     std::size_t Cells() const { return cells_.size(); }
     /// Adds cells of the row that are no numbers, and quoted ones.
     void LintCells();
@@ -71,8 +73,10 @@ private:
     std::string text_;   ///< of the row, as the library splits it
     std::vector<std::string_view> cells_;
     std::vector<std::size_t> places_; ///< of the columns among the cells
+    std::vector<std::string> names_;  ///< of the columns, as the header spells them
     std::size_t needed_ = 0;          ///< cells of a row
     bool hasAllColumns_ = true;
+    std::uint64_t rows_ = 0;
 };
 
 /// text, split at a separator; an empty text has no pieces.
