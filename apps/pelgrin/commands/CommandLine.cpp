@@ -9,8 +9,8 @@
 
 #include "commands/AnnotateCommand.h"
 #include "commands/ConvertCommand.h"
-#include "commands/LintCommand.h"
 #include "commands/InspectCommand.h"
+#include "commands/LintCommand.h"
 #include "commands/MapProteinsCommand.h"
 #include "commands/ModsCommand.h"
 #include "commands/ParamsCommand.h"
