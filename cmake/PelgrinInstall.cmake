@@ -1,5 +1,5 @@
 # Installs the library, its headers, the CMake package, the pkg-config file, the
-# licence and the host program. Folders that CMAKE_INSTALL_* names are relative
+# licence and the host program with its manual page and completions. Folders that CMAKE_INSTALL_* names are relative
 # to the prefix.
 
 include(CMakePackageConfigHelpers)
@@ -14,6 +14,14 @@ install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/" DESTINATION "${PELGRIN_HEADER
 install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 if(PELGRIN_APPS)
   install(TARGETS pelgrin)
+  set(PELGRIN_HELP_DIR "${PROJECT_BINARY_DIR}/apps/pelgrin/help")
+  install(FILES "${PELGRIN_HELP_DIR}/pelgrin.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+  install(FILES "${PELGRIN_HELP_DIR}/pelgrin"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
+  install(FILES "${PELGRIN_HELP_DIR}/_pelgrin"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/site-functions")
+  install(FILES "${PELGRIN_HELP_DIR}/pelgrin.fish"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
 endif()
 
 configure_package_config_file(cmake/PelgrinDLLConfig.cmake.in PelgrinDLLConfig.cmake

@@ -53,7 +53,7 @@ TEST(Pelgrin, WrongUsageEndsWithStatusTwoAndNamesTheChoices)
     }
     ExpectRefusal(RunPelgrin({}), 2,
                   "no command was given; there is: run, params, annotate, convert, map-proteins, "
-                  "mods (see pelgrin --help)");
+                  "mods, completion (see pelgrin --help)");
     ExpectRefusal(RunPelgrin({"anotate"}), 2, "\"anotate\" is not a command; there is: run");
     ExpectRefusal(RunPelgrin({"params"}), 2,
                   "no command was given; there is: check, template (see pelgrin params --help)");

@@ -1,5 +1,6 @@
 #include "commands/CommandLine.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -8,6 +9,7 @@
 #include <fmt/format.h>
 
 #include "commands/AnnotateCommand.h"
+#include "commands/CompletionCommand.h"
 #include "commands/ConvertCommand.h"
 #include "commands/InspectCommand.h"
 #include "commands/LintCommand.h"
@@ -17,16 +19,17 @@
 #include "commands/PrepareCommand.h"
 #include "commands/RunCommand.h"
 #include "common/Failure.h"
+#include "help/ManualPage.h"
 
 namespace pelgrin {
-
-namespace {
 
 std::string VersionLine()
 {
     return fmt::format("pelgrin {} (with OpenMS {})", PELGRIN_VERSION,
                        static_cast<const std::string&>(OpenMS::VersionInfo::getVersion()));
 }
+
+namespace {
 
 /// "mods find": the subcommands that were chosen, from outside in.
 std::string NameOf(const CLI::App& app)
@@ -39,6 +42,9 @@ std::string NameOf(const CLI::App& app)
     return name;
 }
 
+constexpr const char kWholeProgram[] =
+    "\nOptions of every command: --log-file, --progress, -q, -v; see pelgrin --help\n";
+
 /// The help of the innermost command that was chosen.
 std::string HelpOf(const CLI::App& app)
 {
@@ -48,7 +54,7 @@ std::string HelpOf(const CLI::App& app)
         before += (before.empty() ? "" : " ") + command->get_name();
         command = command->get_subcommands().front();
     }
-    return before.empty() ? app.help() : command->help(before);
+    return before.empty() ? app.help() : command->help(before) + kWholeProgram;
 }
 
 /// The commands that app offers, joined by ", ".
@@ -56,7 +62,9 @@ std::string ChoicesOf(const CLI::App& app)
 {
     std::string choices;
     for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-        choices += (choices.empty() ? "" : ", ") + command->get_name();
+        if (!command->get_group().empty()) { // else it is hidden
+            choices += (choices.empty() ? "" : ", ") + command->get_name();
+        }
     }
     return choices;
 }
@@ -76,6 +84,45 @@ std::string ChoicesOf(const CLI::App& app)
                                  ChoicesOf(*group)));
 }
 
+/// How the help of the program ends.
+std::string Footer()
+{
+    std::string text = "Options of every command stand before or behind it.\n\n"
+                       "Try: pelgrin params template > run.ini, pelgrin run run.ini\n"
+                       "     pelgrin annotate --help\n\nExit status:\n";
+    for (const auto& [status, meaning] : ExitStatusTexts()) {
+        text += fmt::format("  {}  {}\n", status, meaning);
+    }
+    return text;
+}
+
+/// --progress as it was written; empty: not given.
+ProgressMode ProgressModeOf(const std::string& text)
+{
+    return text == "none"    ? ProgressMode::None
+           : text == "plain" ? ProgressMode::Plain
+           : text == "json"  ? ProgressMode::Json
+                             : ProgressMode::Auto;
+}
+
+/// Options that stand before or behind every command.
+void AddMessageOptions(CLI::App& app, MessageOptions& options)
+{
+    CLI::Option* const quiet =
+        app.add_flag("-q,--quiet", options.isQuiet, "only errors, and no report");
+    app.add_flag("-v,--verbose", options.isVerbose, "also what happens inside")->excludes(quiet);
+    app.add_option("--log-file", options.logFile,
+                   "file to which everything is added, with times and what -v tells")
+        ->type_name("FILE");
+    app.add_option_function<std::string>(
+           "--progress",
+           [&options](const std::string& text) { options.progress = ProgressModeOf(text); },
+           "how long steps tell how far they are")
+        ->type_name("MODE")
+        ->check(CLI::IsMember({"auto", "none", "plain", "json"}))
+        ->default_str("auto");
+}
+
 } // namespace
 
 void ReadCommandLine(int argc, const char* const* argv, Command& command)
@@ -83,8 +130,10 @@ void ReadCommandLine(int argc, const char* const* argv, Command& command)
     CLI::App app("Annotates identified spectra of tandem mass spectrometry.", "pelgrin");
     app.set_version_flag("--version", VersionLine());
     app.require_subcommand(1);
-    app.footer("Try: pelgrin params template > run.ini, pelgrin run run.ini\n"
-               "     pelgrin annotate --help");
+    app.footer(Footer());
+    app.fallthrough(); // what a command does not know may be an option of the program
+    command.arguments.assign(argv + std::min(argc, 1), argv + argc);
+    AddMessageOptions(app, command.messages);
     AddRunCommand(app, command);
     AddParamsCommand(app, command);
     AddPrepareCommand(app, command);
@@ -94,6 +143,8 @@ void ReadCommandLine(int argc, const char* const* argv, Command& command)
     AddMapProteinsCommand(app, command);
     AddModsCommand(app, command);
     AddInspectCommand(app, command);
+    AddCompletionCommand(app, command);
+    AddManualCommand(app, command);
     try {
         app.parse(argc, argv);
         command.name = NameOf(app);

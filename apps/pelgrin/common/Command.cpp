@@ -14,4 +14,11 @@ void PrintOut(const std::string& text)
     }
 }
 
+void PrintReport(const std::string& text)
+{
+    if (ReportIsWanted()) {
+        PrintOut(text);
+    }
+}
+
 } // namespace pelgrin

@@ -11,6 +11,9 @@
 
 #include <functional>
 #include <string>
+#include <vector>
+
+#include "common/Messages.h"
 
 namespace pelgrin {
 
@@ -23,12 +26,17 @@ enum ExitStatus : int {
 };
 
 struct Command {
-    std::string name;                ///< "annotate", "mods find"
-    std::function<ExitStatus()> run; ///< may throw UsageError and Failure
+    std::string name;                   ///< "annotate", "mods find"
+    std::function<ExitStatus()> run;    ///< may throw UsageError and Failure
+    std::vector<std::string> arguments; ///< the whole command line behind the program's name
+    MessageOptions messages;
 };
 
 /// Writes text to standard output. Throws Failure when that is not possible.
 void PrintOut(const std::string& text);
+
+/// The same for the report that a command ends with, which --quiet leaves out.
+void PrintReport(const std::string& text);
 
 } // namespace pelgrin
 

@@ -1,26 +1,49 @@
 #include "common/Terminal.h"
 
-#include <cstdio>
+#include <charconv>
+#include <cstdint>
 #include <iostream>
+#include <optional>
+#include <string_view>
 #include <utility>
 
-#include <unistd.h>
-
-#include <fmt/format.h>
-#include <spdlog/sinks/stdout_color_sinks.h>
 #include <spdlog/spdlog.h>
+
+#include "common/Progress.h"
 
 namespace pelgrin {
 
 namespace {
 
-/// Collects lines and passes on those that are no progress.
+struct RowCount {
+    std::uint64_t done = 0;
+    std::uint64_t total = 0;
+};
+
+/// "3000/18000 (16%)", as the library's counter of rows prints it.
+std::optional<RowCount> RowCountOf(std::string_view text)
+{
+    RowCount count;
+    const char* const end = text.data() + text.size();
+    const auto done = std::from_chars(text.data(), end, count.done);
+    if (done.ec != std::errc() || done.ptr == end || *done.ptr != '/') {
+        return std::nullopt;
+    }
+    const auto total = std::from_chars(done.ptr + 1, end, count.total);
+    const std::string_view rest = text.substr(static_cast<std::size_t>(total.ptr - text.data()));
+    const bool isCount = total.ec == std::errc() && rest.size() > 4 && rest.substr(0, 2) == " ("
+                         && rest.substr(rest.size() - 2) == "%)";
+    return isCount ? std::optional<RowCount>(count) : std::nullopt;
+}
+
+/// Collects what is printed up to a line feed or a backspace: progress goes back
+/// over its text with backspaces.
 class LineFilter : public std::streambuf {
 public:
     LineFilter() = default;
     LineFilter(const LineFilter&) = delete;
     LineFilter& operator=(const LineFilter&) = delete;
-    ~LineFilter() override { EndLine(); }
+    ~LineFilter() override { EndText(); }
 
 protected:
     int_type overflow(int_type value) override
@@ -29,46 +52,52 @@ protected:
             return traits_type::not_eof(value);
         }
         const char c = traits_type::to_char_type(value);
-        if (c == '\n') {
-            EndLine();
+        if (c == '\b') {
+            isProgress_ = true;
+            EndText();
+        } else if (c == '\n') {
+            EndText();
+            isProgress_ = false;
         } else {
-            line_ += c;
+            text_ += c;
         }
         return value;
     }
 
 private:
-    void EndLine()
+    void EndText()
     {
-        const bool isProgress = line_.find('\b') != std::string::npos || EndsInPercent();
-        if (!isProgress && line_.find_first_not_of(' ') != std::string::npos) {
-            spdlog::warn("{}", OneLine(line_));
+        const std::string text = std::exchange(text_, {});
+        if (text.empty()) {
+            return;
         }
-        line_.clear();
+        if (const auto count = RowCountOf(text)) {
+            Show(*count);
+        } else if (text.find_first_not_of(' ') == std::string::npos) {
+            rows_.reset(); // progress erases itself at its end
+            isProgress_ = false;
+        } else if (isProgress_) {
+            spdlog::debug("the library: {}", OneLine(text));
+        } else {
+            spdlog::warn("{}", OneLine(text));
+        }
     }
 
-    /// A first "row/total (percent%)", not yet overwritten when reading failed.
-    bool EndsInPercent() const
+    void Show(const RowCount& count)
     {
-        return line_.size() > 2 && line_.compare(line_.size() - 2, 2, "%)") == 0;
+        if (!rows_ || rows_->Total() != count.total || rows_->Done() > count.done) {
+            rows_.reset();
+            rows_.emplace("rows of results", count.total);
+        }
+        rows_->MoveTo(count.done);
     }
 
-    std::string line_;
+    std::string text_;
+    bool isProgress_ = false; ///< backspaces stand in the line
+    std::optional<Progress> rows_;
 };
 
 } // namespace
-
-void SetUpMessages()
-{
-    auto logger = spdlog::stderr_color_st("pelgrin");
-    logger->set_pattern("pelgrin: %^%l%$: %v");
-    spdlog::set_default_logger(std::move(logger));
-}
-
-bool ErrorsGoToTerminal()
-{
-    return ::isatty(STDERR_FILENO) == 1;
-}
 
 std::string OneLine(std::string text)
 {
@@ -81,45 +110,13 @@ std::string OneLine(std::string text)
 }
 
 LibraryOutput::LibraryOutput()
+    : filter_(std::make_unique<LineFilter>()), former_(std::cout.rdbuf(filter_.get()))
 {
-    if (!ErrorsGoToTerminal()) {
-        filter_ = std::make_unique<LineFilter>();
-    }
-    former_ = std::cout.rdbuf(filter_ ? filter_.get() : std::cerr.rdbuf());
 }
 
 LibraryOutput::~LibraryOutput()
 {
     std::cout.rdbuf(former_);
-    if (!filter_) {
-        std::fputs("\r\x1b[K", stderr); // progress that was cut short
-    }
-}
-
-ProgressBar::ProgressBar(std::string task, std::uint64_t total)
-    : task_(std::move(task)), total_(total), visible_(ErrorsGoToTerminal())
-{
-}
-
-ProgressBar::~ProgressBar()
-{
-    if (visible_ && shown_ <= 100) {
-        std::fputs("\r\x1b[K", stderr);
-    }
-}
-
-void ProgressBar::Step()
-{
-    ++done_;
-    if (!visible_) {
-        return;
-    }
-    const std::uint64_t percent = total_ == 0 ? 100 : 100 * done_ / total_;
-    if (percent != shown_) {
-        shown_ = percent;
-        const std::string bar(static_cast<std::size_t>(percent * 30 / 100), '#');
-        fmt::print(stderr, "\r{} [{:<30}] {:3}% ({}/{})", task_, bar, percent, done_, total_);
-    }
 }
 
 } // namespace pelgrin

@@ -1,9 +1,7 @@
-// What stands on the terminal during a run: messages, progress, and what the
-// library prints.
+// What others print in this process, and text as it may stand on a terminal.
 #ifndef PELGRIN_TERMINAL_H
 #define PELGRIN_TERMINAL_H
 
-#include <cstdint>
 #include <memory>
 #include <ostream>
 #include <sstream>
@@ -12,17 +10,13 @@
 
 namespace pelgrin {
 
-/// Messages go to standard error, as "pelgrin: warning: text".
-void SetUpMessages();
-
-bool ErrorsGoToTerminal();
-
 /// Text as one line: bytes below a blank become "?".
 std::string OneLine(std::string text);
 
-/// While it lives, everything printed on std::cout goes to standard error: as
-/// it stands on a terminal, else without progress (lines with backspaces), each
-/// remaining line as a warning. Standard output then holds only the report.
+/// While it lives, everything printed on std::cout is kept from standard output,
+/// which then holds only the report. The library's counter of rows becomes a
+/// Progress, other lines that it writes over go to the log, and each line that
+/// remains is a warning.
 class LibraryOutput {
 public:
     LibraryOutput();
@@ -49,24 +43,6 @@ private:
     std::stringbuf text_;
     std::ostream& stream_;
     std::streambuf* former_;
-};
-
-/// A bar on standard error, only when that is a terminal.
-class ProgressBar {
-public:
-    ProgressBar(std::string task, std::uint64_t total);
-    ~ProgressBar();
-    ProgressBar(const ProgressBar&) = delete;
-    ProgressBar& operator=(const ProgressBar&) = delete;
-
-    void Step();
-
-private:
-    std::string task_;
-    std::uint64_t total_;
-    std::uint64_t done_ = 0;
-    std::uint64_t shown_ = 101; ///< percent shown last
-    bool visible_;
 };
 
 } // namespace pelgrin

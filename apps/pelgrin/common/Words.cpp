@@ -57,4 +57,18 @@ bool TakeNumber(std::string_view& text, double& value)
     return error == std::errc() && (text.empty() || (text.front() | 0x20) != 'e');
 }
 
+std::string ShellWord(const std::string& text)
+{
+    constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
+                                        "0123456789_-./+,:=@%";
+    if (!text.empty() && text.find_first_not_of(kPlain) == std::string::npos) {
+        return text;
+    }
+    std::string word = "'";
+    for (const char c : text) {
+        word += c == '\'' ? "'\\''" : std::string(1, c);
+    }
+    return word + "'";
+}
+
 } // namespace pelgrin

@@ -1,4 +1,4 @@
-// Small texts: letter case, blanks, numbers.
+// Small texts: letter case, blanks, numbers, words of a shell.
 #ifndef PELGRIN_WORDS_H
 #define PELGRIN_WORDS_H
 
@@ -20,6 +20,8 @@ std::optional<double> ParseNumber(std::string_view text);
 /// Takes the decimal at the front of text, white space before it passed over.
 /// False, as for the library, for "inf", "nan" and an exponent without digits.
 bool TakeNumber(std::string_view& text, double& value);
+/// text as one word of a shell, quoted only when it must be.
+std::string ShellWord(const std::string& text);
 
 } // namespace pelgrin
 

@@ -65,21 +65,6 @@ std::string XmlContent(const std::string& path)
     return isXml ? kOtherXml : "";
 }
 
-/// text as one word of a shell.
-std::string ShellWord(const std::string& text)
-{
-    constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
-                                        "0123456789_-./+,:=@%";
-    if (!text.empty() && text.find_first_not_of(kPlain) == std::string::npos) {
-        return text;
-    }
-    std::string word = "'";
-    for (const char c : text) {
-        word += c == '\'' ? "'\\''" : std::string(1, c);
-    }
-    return word + "'";
-}
-
 } // namespace
 
 bool IsFolder(const std::string& path)

@@ -33,7 +33,7 @@ ExitStatus RunModsImport(const ImportQuestion& question)
         }
     }
     const std::uint64_t records = WriteModificationTable(xml, question.out);
-    PrintOut(fmt::format("{} records were written to {}.\n", records, OneLine(question.out)));
+    PrintReport(fmt::format("{} records were written to {}.\n", records, OneLine(question.out)));
     return AllWell;
 }
 

@@ -69,7 +69,7 @@ ExitStatus Convert(const Parameters& parameters)
                     counts.read, OneLine(parameters.out), notHeld.Text());
     const bool hasLosses = WriteLosses(parameters, results, counts, report);
     table.MoveToTarget();
-    PrintOut(report);
+    PrintReport(report);
     return hasLosses || notHeld.HasLosses() ? WithLosses : AllWell;
 }
 

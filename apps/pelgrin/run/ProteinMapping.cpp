@@ -71,7 +71,7 @@ ExitStatus Report(const Parameters& parameters, const std::string& proteinTable,
     notHeld.Add(records);
     text += notHeld.Text();
     const bool hasLosses = WriteLosses(parameters, all, counts, text);
-    PrintOut(text);
+    PrintReport(text);
     return hasLosses || notHeld.HasLosses() || proteins.HasLosses() ? WithLosses : AllWell;
 }
 

@@ -7,6 +7,7 @@
 
 #include <spdlog/spdlog.h>
 
+#include "common/Progress.h"
 #include "common/Terminal.h"
 #include "files/ScratchFolder.h"
 #include "run/Annotation.h"
@@ -146,12 +147,12 @@ std::vector<Vorlan::PeptideIdentification> Identify(Parameters& parameters, RunR
 void AnnotateAll(const std::vector<Vorlan::PeptideIdentification>& records, Annotator& annotator,
                  Counts& counts)
 {
-    ProgressBar bar("annotating", records.size());
+    Progress progress("annotating", records.size());
     for (const Vorlan::PeptideIdentification& record : records) {
         if (const auto problem = annotator.Take(record)) {
             counts.Add(*problem);
         }
-        bar.Step();
+        progress.Step();
     }
     counts.Check();
     if (counts.joinedByScan > 0) {
@@ -223,7 +224,7 @@ ExitStatus Run(Parameters parameters)
     const Ledger ledger = WriteLosses(parameters, spectra, results, output);
     output.WriteText("summary.json", SummaryOf(parameters, spectra, results));
     output.TakePlaces();
-    PrintOut(ReportOf(parameters, spectra, results, annotator.Best()) + ledger.Text());
+    PrintReport(ReportOf(parameters, spectra, results, annotator.Best()) + ledger.Text());
     return Conclude(parameters, results, ledger);
 }
 
