@@ -43,8 +43,8 @@ A record and a spectrum meet by dataset and spectrum name. The dataset is the
 name of the MGF file, or of the folder of DTA files; engines that write a path, another ending or the name up
 to its first dot are understood, too. --dataset says what is meant otherwise.
 
-Writes annotations.tsv, results.txt, matched.mgf, rejects.tsv, ledger.json and
-summary.json into the folder, and a short report to standard output.
+Writes annotations.tsv, results.txt, matched.mgf, rejects.tsv, ledger.json,
+summary.json and run.json into the folder, and a short report to standard output.
 
 Exit status: 0 all well; 1 failure; 2 wrong usage; 3 finished, but something
 that the inputs hold is not in the output (ledger.json says what and why) and
@@ -118,11 +118,12 @@ void CheckAllSpectra(const Parameters& parameters)
     }
 }
 
-ExitStatus RunAnnotate(const Texts& texts)
+ExitStatus RunAnnotate(const Texts& texts, const std::vector<std::string>& arguments)
 {
-    const Parameters parameters = ParametersOf(texts);
+    Parameters parameters = ParametersOf(texts);
+    parameters.arguments = arguments;
     CheckAllSpectra(parameters);
-    return Run(parameters);
+    return Run(std::move(parameters));
 }
 
 } // namespace
@@ -133,7 +134,9 @@ void AddAnnotateCommand(CLI::App& app, Command& chosen)
         "annotate", "Find the fragment ions of identified peptides in their spectra");
     const auto texts = std::make_shared<Texts>();
     AddOptions(annotate, *texts);
-    annotate->callback([&chosen, texts] { chosen.run = [texts] { return RunAnnotate(*texts); }; });
+    annotate->callback([&chosen, texts] {
+        chosen.run = [texts, &chosen] { return RunAnnotate(*texts, chosen.arguments); };
+    });
 }
 
 } // namespace pelgrin

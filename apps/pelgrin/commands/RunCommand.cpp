@@ -12,6 +12,7 @@
 #include "commands/EquateIlOption.h"
 #include "commands/ParameterFileOptions.h"
 #include "common/Failure.h"
+#include "parameters/PlanText.h"
 #include "parameters/RunParameters.h"
 #include "run/Run.h"
 
@@ -40,9 +41,9 @@ spectra. Relative paths in the file begin in the working folder.
 A record and its spectrum meet by dataset and spectrum name, as pelgrin annotate
 --help tells.
 
-Writes annotations.tsv, results.txt, matched.mgf, rejects.tsv, ledger.json and
-summary.json into the folder that the file names as output, and a short report
-to standard output.
+Writes annotations.tsv, results.txt, matched.mgf, rejects.tsv, ledger.json,
+summary.json and run.json into the folder that the file names as output, and a
+short report to standard output.
 With a protein database it writes proteins.tsv, too, and fills in the proteins
 of the matches, as pelgrin map-proteins --help tells.
 
@@ -55,7 +56,7 @@ that the inputs hold is not in the output (ledger.json says what and why) and
 asks for something that is not offered yet (summary.json says what).
 )";
 
-ExitStatus RunFile(const RunOptions& options)
+ExitStatus RunFile(const RunOptions& options, const std::vector<std::string>& arguments)
 {
     if (options.hasFasta && options.proteins.fasta.empty()) {
         throw UsageError("--fasta: the name of the file is empty");
@@ -73,6 +74,8 @@ ExitStatus RunFile(const RunOptions& options)
                                     : fmt::format("{} (and {} more: see pelgrin params check)",
                                                   plan.fileProblems.front(), problems - 1));
     }
+    plan.parameters.arguments = arguments;
+    plan.parameters.plan = TextOf(plan);
     return Run(std::move(plan.parameters));
 }
 
@@ -93,7 +96,7 @@ void AddRunCommand(CLI::App& app, Command& chosen)
     AddAllowOption(*run, options->allowed);
     run->callback([&chosen, options, run] {
         options->hasFasta = run->count("--fasta") > 0;
-        chosen.run = [options] { return RunFile(*options); };
+        chosen.run = [options, &chosen] { return RunFile(*options, chosen.arguments); };
     });
 }
 

@@ -130,6 +130,10 @@ constexpr const char kFiles[] =
 \fIunimod.txt\fR
 The table of modifications, in the working folder, that is read when a parameter file
 names no other one. \fBpelgrin mods import\fR makes it.
+.TP
+\fIrun.json\fR
+In the folder of the results, written last: inputs with their SHA\-256, parameters,
+versions, times, and exit status of the run that finished there.
 )";
 
 } // namespace

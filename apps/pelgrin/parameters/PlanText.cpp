@@ -1,7 +1,10 @@
 #include "parameters/PlanText.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <iterator>
+#include <map>
+#include <optional>
 
 #include <fmt/format.h>
 
@@ -9,6 +12,7 @@
 #include "common/Terminal.h"
 #include "files/DtaAudit.h"
 #include "files/SpectraSource.h"
+#include "parameters/ParameterKeys.h"
 #include "run/Identifications.h"
 #include "run/Modifications.h"
 
@@ -113,7 +117,44 @@ void AddFdr(std::string& text, const Parameters& parameters)
         OneLine(fdr.decoyTag));
 }
 
+/// The entry that counts for a key of the file.
+FileKey ValueIn(const ParameterText& text, const ParameterKey& row, const std::string& key)
+{
+    const ParameterText::Entry* const entry = text.Find(row.section, key);
+    return {row.section, key, entry ? std::optional<std::string>(entry->value) : std::nullopt};
+}
+
+/// fixed_mod_1 and so on: those of the file up to their number, by it.
+void AddNumbered(const ParameterText& text, const ParameterKey& row, std::vector<FileKey>& keys)
+{
+    const long long count = std::atoll(text.ValueOf(row.section, row.number).c_str());
+    std::map<std::uint64_t, std::string> names;
+    for (const ParameterText::Entry& entry : text.Entries()) {
+        const auto n = NumberIn(row, entry.key);
+        if (entry.section == row.section && n && count > 0
+            && *n <= static_cast<std::uint64_t>(count)) {
+            names[*n] = entry.key;
+        }
+    }
+    for (const auto& [n, name] : names) {
+        keys.push_back(ValueIn(text, row, name));
+    }
+}
+
 } // namespace
+
+std::vector<FileKey> KeysOf(const ParameterText& text)
+{
+    std::vector<FileKey> keys;
+    for (const ParameterKey& row : ParameterKeys()) {
+        if (row.number == nullptr) {
+            keys.push_back(ValueIn(text, row, row.key));
+        } else {
+            AddNumbered(text, row, keys);
+        }
+    }
+    return keys;
+}
 
 std::string TextOf(const RunPlan& plan)
 {

@@ -3,6 +3,7 @@
 #define PELGRIN_PLANTEXT_H
 
 #include <string>
+#include <vector>
 
 #include "parameters/RunParameters.h"
 
@@ -10,6 +11,10 @@ namespace pelgrin {
 
 /// What a run would do, for people.
 std::string TextOf(const RunPlan& plan);
+
+/// Every key that a parameter file may hold, fixed_mod_1 and so on as far as they
+/// count, with the value that the file gives.
+std::vector<FileKey> KeysOf(const ParameterText& text);
 
 } // namespace pelgrin
 

@@ -16,6 +16,7 @@
 #include "files/UnimodFile.h"
 #include "parameters/ParameterKeys.h"
 #include "parameters/ParameterMessages.h"
+#include "parameters/PlanText.h"
 #include "run/Identifications.h"
 #include "run/Modifications.h"
 #include "run/Output.h"
@@ -407,6 +408,7 @@ RunPlan ReadRunPlan(const std::string& path, bool makeTable, const ProteinChoice
     plan.parameters.program = "pelgrin run";
     plan.parameters.isRun = true;
     plan.parameters.parameterFile = path;
+    plan.parameters.fileKeys = KeysOf(text);
     AddSearch(*plan.groups->getSearchParam(), plan);
     plan.parameters.fdr = FdrPlanOf(*plan.groups->getFdrControlParam());
     plan.parameters.notOffered = NotOffered(text, *plan.groups);

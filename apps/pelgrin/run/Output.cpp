@@ -29,6 +29,7 @@ std::vector<const char*> FileNamesOf(const Parameters& parameters)
         names.push_back("proteins.tsv");
     }
     names.push_back("summary.json");
+    names.push_back("run.json"); // tells that all others are there
     return names;
 }
 

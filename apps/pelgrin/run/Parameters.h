@@ -27,13 +27,21 @@ using ModificationMasses = std::map<std::string, double>;
 
 class ModificationLookup;
 
+/// A key that a parameter file may hold, and its value; nothing when it is not read.
+struct FileKey {
+    std::string section;
+    std::string key;
+    std::optional<std::string> value;
+};
+
 /// What a run is asked for: by the command line of "annotate", or by the
 /// parameter file of "run".
 struct Parameters {
     std::string program = "pelgrin annotate";
-    std::vector<std::string> spectra; ///< paths of MGF files and folders of DTA files
-    std::vector<std::string> psms;    ///< paths of the results
-    std::string second;               ///< second file of the one result; empty: the default
+    std::vector<std::string> arguments; ///< the command line behind the program's name
+    std::vector<std::string> spectra;   ///< paths of MGF files and folders of DTA files
+    std::vector<std::string> psms;      ///< paths of the results
+    std::string second;                 ///< second file of the one result; empty: the default
     std::map<std::string, std::string> datasets; ///< what --dataset says: name -> file of spectra
     Vorlan::PepIdentType::EPepIdentType format = Vorlan::PepIdentType::CalvexTxt; ///< of psms
     Tolerance tolerance;
@@ -57,6 +65,8 @@ struct Parameters {
     std::optional<FdrPlan> fdr;
     std::optional<ProteinPlan> proteins;
     std::vector<std::string> notOffered; ///< what the file asks for in vain: "localization"
+    std::vector<FileKey> fileKeys;       ///< all keys, in the order of the template
+    std::string plan;                    ///< what "params check" says of the file
 };
 
 // Each of these throws UsageError with a text that names what was given and

@@ -217,7 +217,8 @@ std::string ReportOf(const Parameters& parameters, const SpectraPool& spectra,
         "{}"
         "  rejects.tsv       records and files that could not be read\n"
         "  ledger.json       what the inputs hold, what was kept, and where the rest is\n"
-        "  summary.json      all counts\n",
+        "  summary.json      all counts\n"
+        "  run.json          inputs with their SHA-256, parameters, versions and times\n",
         OneLine(parameters.out), parameters.fdr ? "that FDR control left" : "read",
         results.proteins ? "  proteins.tsv      the proteins that hold the peptides\n" : "");
     return text;

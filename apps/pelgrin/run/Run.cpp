@@ -17,6 +17,7 @@
 #include "run/Modifications.h"
 #include "run/Output.h"
 #include "run/Report.h"
+#include "run/RunRecord.h"
 #include "run/Spectra.h"
 #include "run/Summary.h"
 
@@ -199,6 +200,7 @@ Ledger WriteLosses(const Parameters& parameters, const SpectraPool& spectra, Run
 ExitStatus Run(Parameters parameters)
 {
     const LibraryOutput libraryOutput;
+    RunRecord record(parameters, "parameters");
     RunResults results;
     // Parameters
     if (parameters.proteins) {
@@ -206,26 +208,33 @@ ExitStatus Run(Parameters parameters)
     }
     CheckOutput(parameters);
     // Spectra
+    record.Begin("spectra");
     ScratchFolder scratch;
     SpectraPool spectra(parameters.spectra, scratch);
     // Identifications
+    record.Begin("identifications");
     const std::vector<Vorlan::PeptideIdentification> records = Identify(parameters, results);
     results.datasets = Resolve(parameters, spectra, records);
     // Annotation
+    record.Begin("annotation");
     OutputFolder output(parameters);
     Annotator annotator(parameters, results.datasets, spectra, output, results.counts);
     AnnotateAll(records, annotator, results.counts);
     // Output
+    record.Begin("output");
     if (results.proteins) {
         output.WriteProteins(*results.proteins, records);
     }
     output.Finish(records);
     results.counts.spectraWritten = output.SpectraWritten();
     const Ledger ledger = WriteLosses(parameters, spectra, results, output);
-    output.WriteText("summary.json", SummaryOf(parameters, spectra, results));
-    output.TakePlaces();
+    const std::string summary = SummaryOf(parameters, spectra, results);
+    output.WriteText("summary.json", summary);
     PrintReport(ReportOf(parameters, spectra, results, annotator.Best()) + ledger.Text());
-    return Conclude(parameters, results, ledger);
+    const ExitStatus status = Conclude(parameters, results, ledger);
+    output.WriteText("run.json", record.End(parameters, summary, status));
+    output.TakePlaces();
+    return status;
 }
 
 } // namespace pelgrin
