@@ -16,12 +16,14 @@ namespace pelgrin {
 
 using ResultFormat = std::optional<Vorlan::PepIdentType::EPepIdentType>;
 
-/// Adds the findings of an unpacked file or folder of this kind. Throws Failure for
-/// a file that cannot be read, and for a kind without rules.
+/// Adds the findings of an unpacked file or folder of this kind, which
+/// Findings::Begin was told of. Throws Failure for a file that cannot be read, and
+/// for a kind without rules; findings up to there stay.
 void Lint(const std::string& path, FileKind kind, Findings& findings);
 
 /// The same for a file as its user has it: packed ones are unpacked first, the kind
-/// is what the file shows, or what format says. Findings name this path.
+/// is what the file shows, or what format says. Begins the file itself; findings
+/// name this path. Throws as Lint.
 void LintFile(const std::string& path, const ResultFormat& format, Findings& findings);
 
 } // namespace pelgrin

@@ -1,7 +1,7 @@
 #include "lint/MgfLint.h"
 
 #include <array>
-#include <cctype>
+#include <optional>
 #include <utility>
 
 #include <fmt/format.h>
@@ -41,7 +41,8 @@ public:
             TakeMarkedLine(line);
             return;
         }
-        const std::optional<MgfKey> meant = MeantKey(line.begin);
+        const bool isPeak = IsDigit(FirstOf(line.begin)); // most lines: no key to look for
+        const std::optional<MgfKey> meant = isPeak ? std::nullopt : MeantKey(line.begin);
         if (meant == MgfKey::Begin) {
             TakeBegin(line);
             return;
@@ -188,8 +189,8 @@ private:
     {
         if (isRecord_ && place_ == Place::Header) {
             findings_.Add(Rule::NoPeaks, begin_,
-                          "no peaks: those of the next record are read; expected a line of m/z "
-                          "and intensity",
+                          "those of the next record are read, if there is one; expected a line "
+                          "of m/z and intensity",
                           subject_);
         } else if (isRecord_ && place_ == Place::Peaks) {
             TellMissing();
