@@ -219,6 +219,20 @@ TEST(LintDocs, ListTheRulesAsTheProgramDoes)
     }
 }
 
+TEST(LintDocs, NameEveryOptionOfTheHelp)
+{
+    const std::string page = ReadFile(PELGRIN_DOCS "/pelgrin-lint.md");
+    const std::string help = RunPelgrin({"lint", "--help"}).out;
+    int options = 0;
+    for (std::size_t hit = help.find("\n  --"); hit != std::string::npos;
+         hit = help.find("\n  --", hit + 1)) {
+        const std::string name = help.substr(hit + 3, help.find(' ', hit + 3) - hit - 3);
+        EXPECT_THAT(page, HasSubstr("\n| `" + name)) << name;
+        ++options;
+    }
+    EXPECT_EQ(options, 6);
+}
+
 TEST(LintDocs, ExampleShowsTheRealOutput)
 {
     const std::string page = ReadFile(PELGRIN_DOCS "/pelgrin-lint.md");

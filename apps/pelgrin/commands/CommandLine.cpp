@@ -135,14 +135,14 @@ void ReadCommandLine(int argc, const char* const* argv, Command& command)
     command.arguments.assign(argv + std::min(argc, 1), argv + argc);
     AddMessageOptions(app, command.messages);
     AddRunCommand(app, command);
-    AddParamsCommand(app, command);
-    AddPrepareCommand(app, command);
     AddAnnotateCommand(app, command);
     AddConvertCommand(app, command);
-    AddLintCommand(app, command);
     AddMapProteinsCommand(app, command);
-    AddModsCommand(app, command);
     AddInspectCommand(app, command);
+    AddLintCommand(app, command);
+    AddPrepareCommand(app, command);
+    AddParamsCommand(app, command);
+    AddModsCommand(app, command);
     AddCompletionCommand(app, command);
     AddManualCommand(app, command);
     try {
