@@ -107,7 +107,7 @@ private:
 
 } // namespace
 
-MgfAudit AuditMgf(const std::string& path)
+MgfAudit AuditMgf(const std::string& path, MgfIndex* index)
 {
     MgfAudit audit;
     Walk walk(audit);
@@ -115,6 +115,12 @@ MgfAudit AuditMgf(const std::string& path)
     FileLines::Line line;
     while (lines.Next(line)) {
         walk.Take(line);
+        if (index != nullptr) {
+            index->Take(line);
+        }
+    }
+    if (index != nullptr) {
+        index->Finish();
     }
     return audit;
 }

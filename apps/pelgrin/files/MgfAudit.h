@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+#include "files/MgfIndex.h"
+
 namespace pelgrin {
 
 struct MgfAudit {
@@ -27,8 +29,9 @@ struct MgfAudit {
     std::vector<std::string> titlesWithScan;
 };
 
+/// Fills index, too, when there is one: both are made in one walk over the file.
 /// Throws Failure when the file cannot be read.
-MgfAudit AuditMgf(const std::string& path);
+MgfAudit AuditMgf(const std::string& path, MgfIndex* index = nullptr);
 
 } // namespace pelgrin
 
