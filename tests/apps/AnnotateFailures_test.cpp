@@ -52,8 +52,8 @@ TEST(Pelgrin, WrongUsageEndsWithStatusTwoAndNamesTheChoices)
         ExpectRefusal(workplace.Annotate({Row()}, c.more), 2, c.text);
     }
     ExpectRefusal(RunPelgrin({}), 2,
-                  "no command was given; there is: run, annotate, convert, map-proteins, inspect, "
-                  "lint, prepare, params, mods, completion (see pelgrin --help)");
+                  "no command was given; there is: run, join, annotate, convert, map-proteins, "
+                  "inspect, lint, prepare, params, mods, completion (see pelgrin --help)");
     ExpectRefusal(RunPelgrin({"anotate"}), 2, "\"anotate\" is not a command; there is: run");
     ExpectRefusal(RunPelgrin({"params"}), 2,
                   "no command was given; there is: check, template (see pelgrin params --help)");

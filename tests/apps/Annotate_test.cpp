@@ -26,7 +26,7 @@ TEST(PelgrinAnnotate, WritesTheRecordsAndTheJoinedSpectrumAsTheLibraryDoes)
 {
     const Workplace workplace;
     EXPECT_EQ(workplace.Annotate({Row(), Row()}).status, 0);
-    const std::string row = "run.mgf\trun.00001.00001.2\tGASK\t2\t500.500000\t0.000000\t1.500000\t1"
+    const std::string row = "run.mgf\trun.00001.00001.2\tGASK\t2\t361.192724\t0.000000\t1.500000\t1"
                             "\t\t\tP1\tK\tA\t7\n";
     EXPECT_EQ(workplace.Output("results.txt"), kTableHeader + row + row);
     EXPECT_EQ(workplace.Output("matched.mgf"),

@@ -36,10 +36,10 @@ TEST(PelgrinConvert, WritesEveryEnginesMatchAsTheLibraryDoes)
     place.Write("peptides.txt", kPeptidesHeader + PeptidesRow("0"));
     for (const Case& c :
          {Case{"MSFragger (.pepXML)", PepXml(Query(Hit())),
-               "/data/run.mgf\trun.00001.00001.2\tGASK\t2\t390.207276\t0.000000\t0.001000\t0\t\t\t"
+               "/data/run.mgf\trun.00001.00001.2\tGASK\t2\t361.192723\t0.000000\t0.001000\t0\t\t\t"
                "P1\tK\tA\t-1\n"},
           Case{"Comet (.pep.xml)", PepXml(Query(Hit())),
-               "/data/run.mgf\trun.00001.00001.2\tGASK\t2\t390.207276\t0.000000\t0.001000\t0\t\t\t"
+               "/data/run.mgf\trun.00001.00001.2\tGASK\t2\t361.192723\t0.000000\t0.001000\t0\t\t\t"
                "P1\tK\tA\t-1\n"},
           Case{"MSGF (.tsv)", kMsgfHeader + MsgfRow(),
                "run.mgf\t1\tGASK\t2\t390.192724\t0.000000\t1.00000e-09\t0\t\t\tP1\tK\tA\t-1\n"},

@@ -162,11 +162,15 @@ TEST(DottedName, EndsInTwoScansAndPerhapsACharge)
     }
 }
 
-/// "file", "file by scan" or "-".
+/// "file", "file by scan", "several" or "-".
 std::string Found(const DtaNames& names, const std::string& name, std::uint64_t charge = 2)
 {
     const auto found = names.Find(name, charge);
-    return found ? found->name + (found->isByScan ? " by scan" : "") : "-";
+    if (found && found->isAmbiguous) {
+        EXPECT_EQ(found->name, name);
+        return "several";
+    }
+    return found ? found->name + (found->IsByScan() ? " by scan" : "") : "-";
 }
 
 TEST(DtaNames, FindEveryFormOfAName)
@@ -207,15 +211,15 @@ TEST(DtaNames, FindEveryFormOfAName)
     EXPECT_EQ(Found(names, "7", 4), "run.7.7.dta by scan");
 }
 
-TEST(DtaNames, WhatMayBeTwoFilesIsNone)
+TEST(DtaNames, WhatMayBeTwoFilesIsNeither)
 {
     const DtaNames names({"a.3.3.2.dta", "b.3.3.2.dta", "a.4.4.2.dta", "a.04.04.2.dta", "c.DTA",
                           "c.dta", "x\\y.dta"});
-    EXPECT_EQ(Found(names, "3"), "-");
+    EXPECT_EQ(Found(names, "3"), "several");
     EXPECT_EQ(Found(names, "a.3.3.2"), "a.3.3.2.dta");
     EXPECT_EQ(Found(names, "a.4.4.2"), "a.4.4.2.dta");
-    EXPECT_EQ(Found(names, "a.00004.00004.2"), "-");
-    EXPECT_EQ(Found(names, "c"), "-");
+    EXPECT_EQ(Found(names, "a.00004.00004.2"), "several");
+    EXPECT_EQ(Found(names, "c"), "several");
     EXPECT_EQ(Found(names, "c.DTA"), "c.DTA");
     // The library would open y.dta in the folder x.
     EXPECT_EQ(Found(names, "x\\y.dta"), "-");

@@ -39,7 +39,7 @@ struct Row {
     std::string massShift = "0";
     std::string modNames;
     std::string modPositions;
-    std::string observedMh = "500.5";
+    std::string observedMh = "361.192724"; ///< of the spectrum in run.mgf
     std::string score = "1.5";
     std::string highBetter = "1";
     std::string protein = "P1"; ///< empty: no protein at all

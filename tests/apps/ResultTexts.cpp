@@ -88,7 +88,7 @@ std::string PepXml(const std::string& queries, const std::string& baseName)
 std::string Query(const std::string& hits)
 {
     return "<spectrum_query spectrum=\"run.00001.00001.2\" assumed_charge=\"2\" "
-           "precursor_neutral_mass=\"389.2\">\n<search_result>\n"
+           "precursor_neutral_mass=\"360.185447\">\n<search_result>\n"
            + hits + "</search_result>\n</spectrum_query>\n";
 }
 

@@ -226,11 +226,11 @@ TEST(PelgrinRun, CountsEveryRecordThatLeavesByFdrControl)
     EXPECT_EQ(summary["parameters"]["fdr"]["formula"], "decoy/target");
     EXPECT_EQ(workplace.Output("results.txt"),
               std::string(kTableHeader)
-                  + "run.mgf\trun.00001.00001.2\tGASK\t2\t500.500000\t0.000000\t9."
+                  + "run.mgf\trun.00001.00001.2\tGASK\t2\t361.192724\t0.000000\t9."
                     "000000\t1\t\t\tP1\tK\tA\t7\n"
-                  + "run.mgf\trun.00001.00001.2\tGASK\t2\t500.500000\t0.000000\t8."
+                  + "run.mgf\trun.00001.00001.2\tGASK\t2\t361.192724\t0.000000\t8."
                     "000000\t1\t\t\tP2\tK\tA\t7\n"
-                  + "run.mgf\trun.00001.00001.2\tGASK\t2\t500.500000\t0.000000\t6."
+                  + "run.mgf\trun.00001.00001.2\tGASK\t2\t361.192724\t0.000000\t6."
                     "000000\t1\t\t\tP4\tK\tA\t7\n");
 }
 

@@ -1,6 +1,7 @@
 #include "commands/AnnotateCommand.h"
 
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -9,6 +10,7 @@
 
 #include "commands/AllowOption.h"
 #include "commands/DatasetOption.h"
+#include "commands/MinMatchOption.h"
 #include "commands/ResultOptions.h"
 #include "common/Failure.h"
 #include "files/SpectraSource.h"
@@ -25,6 +27,7 @@ struct Texts {
     std::string psms;
     ResultOptions result;
     std::vector<std::string> datasets;
+    std::optional<std::string> minMatch;
     std::string tolerance;
     std::string ions = "b,y";
     std::string minShift = "0.5";
@@ -64,6 +67,7 @@ void AddOptions(CLI::App* annotate, Texts& texts)
         ->required();
     AddResultOptions(*annotate, texts.result, false);
     AddDatasetOption(*annotate, texts.datasets);
+    AddMinMatchOption(*annotate, texts.minMatch);
     annotate
         ->add_option("--tolerance", texts.tolerance,
                      "how far a peak may lie from the ion, such as 20ppm or 0.02Da")
@@ -99,6 +103,7 @@ Parameters ParametersOf(const Texts& texts)
     }
     parameters.allowed = ParseAllowed(texts.allowed);
     parameters.datasets = ParseDatasets(texts.datasets, parameters.spectra);
+    parameters.minMatch = MinMatchOf(texts.minMatch);
     TakeResultOptions(texts.result, parameters);
     return parameters;
 }

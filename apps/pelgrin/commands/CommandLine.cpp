@@ -12,6 +12,7 @@
 #include "commands/CompletionCommand.h"
 #include "commands/ConvertCommand.h"
 #include "commands/InspectCommand.h"
+#include "commands/JoinCommand.h"
 #include "commands/LintCommand.h"
 #include "commands/MapProteinsCommand.h"
 #include "commands/ModsCommand.h"
@@ -135,6 +136,7 @@ void ReadCommandLine(int argc, const char* const* argv, Command& command)
     command.arguments.assign(argv + std::min(argc, 1), argv + argc);
     AddMessageOptions(app, command.messages);
     AddRunCommand(app, command);
+    AddJoinCommand(app, command);
     AddAnnotateCommand(app, command);
     AddConvertCommand(app, command);
     AddMapProteinsCommand(app, command);

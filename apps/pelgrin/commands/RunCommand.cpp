@@ -1,15 +1,15 @@
 #include "commands/RunCommand.h"
 
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
-#include <fmt/format.h>
-
 #include "commands/AllowOption.h"
 #include "commands/DatasetOption.h"
 #include "commands/EquateIlOption.h"
+#include "commands/MinMatchOption.h"
 #include "commands/ParameterFileOptions.h"
 #include "common/Failure.h"
 #include "parameters/PlanText.h"
@@ -24,6 +24,7 @@ namespace {
 struct RunOptions {
     std::shared_ptr<ParameterFileOptions> file;
     std::vector<std::string> datasets;
+    std::optional<std::string> minMatch;
     ProteinChoice proteins;
     bool hasFasta = false;
     std::vector<std::string> allowed;
@@ -62,20 +63,17 @@ ExitStatus RunFile(const RunOptions& options, const std::vector<std::string>& ar
         throw UsageError("--fasta: the name of the file is empty");
     }
     const std::set<std::string> allowed = ParseAllowed(options.allowed);
+    const auto minMatch = MinMatchOf(options.minMatch);
     RunPlan plan = ReadRunPlan(options.file->file, options.file->makeTable, options.proteins);
     if (options.proteins.equateIl && !plan.parameters.proteins) {
         throw UsageError("--equate-il: the run has no proteins; give --fasta, too");
     }
     plan.parameters.allowed = allowed;
     plan.parameters.datasets = ParseDatasets(options.datasets, plan.parameters.spectra);
-    const std::size_t problems = plan.fileProblems.size();
-    if (problems > 0) {
-        throw Failure(problems == 1 ? plan.fileProblems.front()
-                                    : fmt::format("{} (and {} more: see pelgrin params check)",
-                                                  plan.fileProblems.front(), problems - 1));
-    }
     plan.parameters.arguments = arguments;
     plan.parameters.plan = TextOf(plan);
+    plan.parameters.minMatch = minMatch;
+    RefuseFileProblems(plan);
     return Run(std::move(plan.parameters));
 }
 
@@ -88,6 +86,7 @@ void AddRunCommand(CLI::App& app, Command& chosen)
     const auto options = std::make_shared<RunOptions>();
     options->file = AddParameterFileOptions(*run);
     AddDatasetOption(*run, options->datasets);
+    AddMinMatchOption(*run, options->minMatch);
     run->add_option("--fasta", options->proteins.fasta,
                     "proteins in which the peptides are looked for; counts instead of "
                     "protein_database in the file")

@@ -1,10 +1,12 @@
 #include "files/DtaAudit.h"
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
 
+#include <OpenMS/CONCEPT/Constants.h>
 #include <fmt/format.h>
 
 #include "common/Failure.h"
@@ -25,13 +27,16 @@ bool IsDtaName(const std::string& name)
            && Lower(std::string_view(name).substr(name.size() - kEnding.size())) == kEnding;
 }
 
-/// "1006.5228 2": a mass above 0, and a charge.
-bool IsPrecursor(std::string_view line)
+/// The m/z that the library makes of "1006.5228 2": a mass above 0, and a charge. 0
+/// when the line is none.
+double PrecursorMzOf(std::string_view line)
 {
     double mh = 0.0;
     double charge = 0.0;
-    return TakeNumber(line, mh) && mh > 0.0 && TakeNumber(line, charge) && charge >= 1.0
-           && charge <= kHighestCharge;
+    const bool isGood = TakeNumber(line, mh) && mh > 0.0 && TakeNumber(line, charge)
+                        && charge >= 1.0 && charge <= kHighestCharge;
+    const double kProton = OpenMS::Constants::PROTON_MASS_U;
+    return isGood ? (mh - kProton) / std::floor(charge) + kProton : 0.0;
 }
 
 bool IsPeak(std::string_view line)
@@ -50,7 +55,7 @@ public:
     bool Take(const FileLines::Line& line)
     {
         if (line.number == 1) {
-            hasPrecursor_ = IsPrecursor(line.begin);
+            precursorMz_ = PrecursorMzOf(line.begin);
         } else if (isBehindEmptyLine_) {
             if (line.begin.find_first_not_of(kSpace) != std::string::npos) {
                 Add(audit_.behindEmptyLine, emptyLine_);
@@ -73,10 +78,12 @@ public:
 
     void End() const
     {
-        if (!hasPrecursor_) {
+        if (precursorMz_ == 0.0) {
             audit_.withoutPrecursor.push_back(name_);
         } else if (!hasPeaks_) {
             audit_.withoutPeaks.push_back(name_);
+        } else {
+            audit_.precursorMz.emplace(name_, precursorMz_);
         }
     }
 
@@ -100,7 +107,7 @@ private:
 
     const std::string& name_;
     DtaAudit& audit_;
-    bool hasPrecursor_ = false;
+    double precursorMz_ = 0.0; ///< Th; 0: none
     bool hasPeaks_ = false;
     bool isBehindEmptyLine_ = false;
     std::uint64_t emptyLine_ = 0;

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace pelgrin {
@@ -26,6 +27,9 @@ struct DtaAudit {
     std::vector<std::string> notReadable;
     std::vector<std::string> withoutPrecursor;
     std::vector<std::string> withoutPeaks; ///< none, or none that can be read
+
+    /// Name -> m/z of the precursor, Th, of files that are none of these.
+    std::unordered_map<std::string, double> precursorMz;
 
     Flaw behindEmptyLine;   ///< files with lines behind an empty one
     Flaw longLine;          ///< files that end at a line too long

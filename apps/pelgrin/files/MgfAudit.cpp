@@ -45,6 +45,12 @@ public:
     void Take(const FileLines::Line& line)
     {
         const char first = line.begin.empty() ? '\0' : line.begin.front();
+        if (line.number == 1) {
+            audit_.hidesFirst = line.begin.compare(0, 4,
+                                                   "\xEF\xBB\xBF"
+                                                   "B")
+                                == 0;
+        }
         if (line.length > kLongestLine && audit_.longLine == 0) {
             audit_.longLine = line.number;
         }

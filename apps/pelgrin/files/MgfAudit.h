@@ -17,8 +17,9 @@
 namespace pelgrin {
 
 struct MgfAudit {
-    std::uint64_t spectra = 0;                   ///< lines that begin a spectrum
-    std::uint64_t longLine = 0;                  ///< number of the first line too long; 0 none
+    std::uint64_t spectra = 0;  ///< lines that begin a spectrum
+    bool hidesFirst = false;    ///< a byte order mark hides the first one, which is not counted
+    std::uint64_t longLine = 0; ///< number of the first line too long; 0 none
     std::uint64_t spectraBehindLongLine = 0;     ///< of those spectra
     std::uint64_t firstWithoutPeaks = 0;         ///< line of its beginning; 0 none
     std::uint64_t firstWithoutTitle = 0;         ///< line of its beginning; 0 none

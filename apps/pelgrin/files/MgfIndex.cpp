@@ -261,6 +261,17 @@ std::size_t MgfIndex::AmbiguousNames() const
     return count;
 }
 
+std::vector<std::string_view> MgfIndex::NamesThatFind() const
+{
+    std::vector<std::string_view> names(records_.size());
+    for (std::size_t group = 0; group < groups_.size(); ++group) {
+        if (IsOfUse(group) && !IsAmbiguous(group)) {
+            names[entries_[EndOf(group) - 1].record] = NameOf(group);
+        }
+    }
+    return names;
+}
+
 std::vector<std::string> MgfIndex::Around(std::string_view name, std::size_t most) const
 {
     std::vector<std::string> names;

@@ -51,6 +51,9 @@ public:
     /// Different names, as many as the library's index has.
     std::size_t Names() const { return groups_.size(); }
     std::size_t AmbiguousNames() const;
+    /// For every record a name that finds it and no other; empty where there is
+    /// none. Good as long as the index is.
+    std::vector<std::string_view> NamesThatFind() const;
 
     /// The names that stand beside name in byte-wise order, at most so many on
     /// either side. Cut scan numbers and the empty name are left out.

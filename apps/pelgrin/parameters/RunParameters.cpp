@@ -418,4 +418,14 @@ RunPlan ReadRunPlan(const std::string& path, bool makeTable, const ProteinChoice
     return plan;
 }
 
+void RefuseFileProblems(const RunPlan& plan)
+{
+    const std::size_t problems = plan.fileProblems.size();
+    if (problems > 0) {
+        throw Failure(problems == 1 ? plan.fileProblems.front()
+                                    : fmt::format("{} (and {} more: see pelgrin params check)",
+                                                  plan.fileProblems.front(), problems - 1));
+    }
+}
+
 } // namespace pelgrin

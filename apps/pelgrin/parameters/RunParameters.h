@@ -22,6 +22,9 @@ struct RunPlan {
     std::vector<std::string> fileProblems;
 };
 
+/// Throws Failure with the first file problem of a plan, when there is one.
+void RefuseFileProblems(const RunPlan& plan);
+
 /// What the command line says of the proteins.
 struct ProteinChoice {
     std::string fasta; ///< counts instead of protein_database; empty: not given

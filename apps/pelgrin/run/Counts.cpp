@@ -17,6 +17,7 @@ struct ReasonTexts {
 constexpr ReasonTexts kTexts[kReasons] = {
     {"dataset_not_given", "no spectra file of that name was given"},
     {"spectrum_name_unknown", "no spectrum of that name in the file"},
+    {"spectrum_name_ambiguous", "several spectra of the file have that name"},
     {"charge_unusable", "charge is not 1 to 100"},
     {"empty_sequence", "the sequence is empty"},
     {"residue_without_mass", "a residue has no mass"},
@@ -49,7 +50,8 @@ const char* TextOf(Reason reason)
 
 bool IsNotJoined(Reason reason)
 {
-    return reason == Reason::DatasetNotGiven || reason == Reason::SpectrumUnknown;
+    return reason == Reason::DatasetNotGiven || reason == Reason::SpectrumUnknown
+           || reason == Reason::SpectrumNameAmbiguous;
 }
 
 double Share::Value() const
@@ -67,7 +69,8 @@ void Counts::Add(const Problem& problem)
 
 std::uint64_t Counts::NotJoined() const
 {
-    return notUsed[IndexOf(Reason::DatasetNotGiven)] + notUsed[IndexOf(Reason::SpectrumUnknown)];
+    return notUsed[IndexOf(Reason::DatasetNotGiven)] + notUsed[IndexOf(Reason::SpectrumUnknown)]
+           + notUsed[IndexOf(Reason::SpectrumNameAmbiguous)];
 }
 
 std::uint64_t Counts::Skipped() const

@@ -18,6 +18,7 @@ namespace pelgrin {
 enum class Reason : std::size_t {
     DatasetNotGiven,
     SpectrumUnknown,
+    SpectrumNameAmbiguous,
     ChargeUnusable,
     EmptySequence,
     ResidueWithoutMass,

@@ -46,24 +46,26 @@ DtaNames::DtaNames(const std::vector<std::string>& fileNames)
 std::optional<SpectrumName> DtaNames::Find(const std::string& name, std::uint64_t charge) const
 {
     if (names_.count(name) > 0) {
-        return SpectrumName{name, false};
+        return SpectrumName{name, MeetKind::DtaName, false};
     }
-    const auto nameIn = [](const Unique& names, const std::string& key, bool isByScan) {
+    const auto nameIn = [&name](const Unique& names, const std::string& key, MeetKind kind) {
         const auto hit = names.find(key);
+        const bool isAmbiguous = hit != names.end() && hit->second.empty();
         return hit == names.end() ? std::nullopt
-                                  : std::optional(SpectrumName{hit->second, isByScan});
+                                  : std::optional(SpectrumName{isAmbiguous ? name : hit->second,
+                                                               kind, isAmbiguous});
     };
     const std::string stem(StemOf(name));
-    auto found = nameIn(stems_, stem, false);
+    auto found = nameIn(stems_, stem, MeetKind::DtaName);
     if (const auto dotted = ParseDottedName(stem); !found && dotted) {
-        found = nameIn(dotted_, dotted->Key(), false);
+        found = nameIn(dotted_, dotted->Key(), MeetKind::DtaName);
     }
     if (!found && IsScanNumber(name)) {
         const std::string scan = WithoutZeros(name);
-        found = nameIn(scans_, scan + "." + std::to_string(charge), true);
-        found = found ? found : nameIn(scans_, scan, true);
+        found = nameIn(scans_, scan + "." + std::to_string(charge), MeetKind::ScanInTitle);
+        found = found ? found : nameIn(scans_, scan, MeetKind::ScanInTitle);
     }
-    return found && found->name.empty() ? std::nullopt : found;
+    return found;
 }
 
 } // namespace pelgrin

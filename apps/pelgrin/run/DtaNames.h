@@ -12,13 +12,9 @@
 #include <unordered_set>
 #include <vector>
 
-namespace pelgrin {
+#include "run/SpectrumName.h"
 
-/// The name of a spectrum in its dataset.
-struct SpectrumName {
-    std::string name;
-    bool isByScan = false; ///< found by the scan number in it
-};
+namespace pelgrin {
 
 class DtaNames {
 public:
@@ -29,7 +25,8 @@ public:
     /// this name but for ".dta", in any letter case, at the end of either; else
     /// one whose scan numbers and charge have other zeros in front of them; for
     /// a bare number the file of this scan and charge, or of this scan when it
-    /// has no charge in its name. Nothing when there is none, or when several are.
+    /// has no charge in its name. Nothing when there is none; when several are, it
+    /// is ambiguous, and its name the one that was looked for.
     std::optional<SpectrumName> Find(const std::string& name, std::uint64_t charge) const;
 
 private:

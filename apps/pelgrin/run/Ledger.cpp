@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 #include <fmt/format.h>
@@ -24,6 +26,9 @@ constexpr char kRejected[] = "record_rejected";
 constexpr char kRefused[] = "file_refused";
 constexpr char kCut[] = "row_cut";
 constexpr char kBehindLongLine[] = "spectrum_behind_long_line";
+constexpr char kBehindMark[] = "spectrum_behind_mark";
+constexpr char kWithoutTitle[] = "spectrum_without_title";
+constexpr char kHidden[] = "spectrum_hidden";
 constexpr char kWithoutProteins[] = "without_proteins";
 constexpr char kNotANumber[] = "score_not_a_number";
 
@@ -89,38 +94,70 @@ LedgerPage::File PageOf(const ResultFile& file, const Rejects& rejects, LedgerPa
     return entry;
 }
 
-/// The spectra of a file that cannot be read as they stand.
-LedgerPage::File PageOf(const SpectraFile& file, LedgerPage& page)
+LedgerPage::File PageOfFolder(const SpectraFile& file, LedgerPage& page)
 {
-    LedgerPage::File entry{file.path, file.spectra, 0, {}};
-    const auto add = [&](Reason reason, std::uint64_t count, const std::string& example) {
-        Add(page, entry, {KeyOf(reason), TextOf(reason), count, true, true, {example}});
-    };
-    if (file.format == Vorlan::DatasetType::Dta) {
-        for (const auto& [names, reason] :
-             {std::pair{&file.dta.notReadable, Reason::SpectrumNotReadable},
-              {&file.dta.withoutPrecursor, Reason::SpectrumWithoutPrecursor},
-              {&file.dta.withoutPeaks, Reason::SpectrumWithoutPeaks}}) {
-            add(reason, names->size(),
-                names->empty() ? std::string() : file.path + "/" + names->front());
-        }
-    } else {
-        add(Reason::SpectrumWithoutPeaks, file.mgf.titlesWithoutPeaks.size(),
-            PlaceText(file.path, file.mgf.firstWithoutPeaks));
-        add(Reason::SpectrumWithForeignTitle, file.mgf.foreignTitles.size(),
-            PlaceText(file.path, file.mgf.firstWithoutTitle));
+    LedgerPage::File entry{file.path, file.spectra, file.spectra, {}};
+    for (const auto& [names, reason] :
+         {std::pair{&file.dta.notReadable, Reason::SpectrumNotReadable},
+          {&file.dta.withoutPrecursor, Reason::SpectrumWithoutPrecursor},
+          {&file.dta.withoutPeaks, Reason::SpectrumWithoutPeaks}}) {
+        const std::string first = names->empty() ? std::string() : "/" + names->front();
         Add(page, entry,
-            {kBehindLongLine,
-             "spectra behind a line of more than 81919 characters",
-             file.mgf.spectraBehindLongLine,
-             true,
-             true,
-             {PlaceText(file.path, file.mgf.longLine)}});
+            {KeyOf(reason), TextOf(reason), names->size(), true, true, {file.path + first}});
+        entry.kept -= names->size();
     }
-    entry.kept = entry.held;
-    for (const LedgerClass& one : entry.classes) {
-        entry.kept -= std::min(entry.kept, one.count);
+    return entry;
+}
+
+/// A spectrum is kept when a name finds it and no other, and the library reads it
+/// under that name.
+LedgerPage::File PageOfMgf(const SpectraFile& file, LedgerPage& page)
+{
+    const MgfAudit& audit = file.mgf;
+    LedgerPage::File entry{file.path, audit.spectra + (audit.hidesFirst ? 1 : 0), 0, {}};
+    const auto& records = file.index.Records();
+    LedgerClass hidden{kHidden, "spectra that no name finds alone", 0, true, true, {}};
+    std::map<Reason, LedgerClass> unusable;
+    const std::vector<std::string_view> names = file.index.NamesThatFind();
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        LedgerClass* lost = names[i].empty() ? &hidden : nullptr;
+        const auto hit = file.unusable.find(std::string(names[i]));
+        if (lost == nullptr && hit != file.unusable.end()) {
+            lost = &unusable[hit->second];
+        }
+        if (lost == nullptr) {
+            ++entry.kept;
+        } else if (++lost->count <= kExamples) {
+            lost->examples.push_back(PlaceText(file.path, records[i].line));
+        }
     }
+    for (auto& [reason, one] : unusable) {
+        one.key = KeyOf(reason);
+        one.text = TextOf(reason);
+        Add(page, entry, one);
+    }
+    Add(page, entry, hidden);
+    Add(page, entry,
+        {kWithoutTitle,
+         "spectra without a title of their own",
+         audit.spectra - audit.spectraBehindLongLine - records.size(),
+         true,
+         true,
+         {PlaceText(file.path, audit.firstWithoutTitle)}});
+    Add(page, entry,
+        {kBehindMark,
+         "spectra that a byte order mark hides",
+         audit.hidesFirst ? 1U : 0U,
+         true,
+         true,
+         {PlaceText(file.path, 1)}});
+    Add(page, entry,
+        {kBehindLongLine,
+         "spectra behind a line of more than 81919 characters",
+         audit.spectraBehindLongLine,
+         true,
+         true,
+         {PlaceText(file.path, audit.longLine)}});
     return entry;
 }
 
@@ -162,7 +199,8 @@ void Ledger::AddSpectra(const std::vector<SpectraFile>& files)
 {
     LedgerPage page{"spectra", "spectra in the files of spectra", 0, 0, {}, {}};
     for (const SpectraFile& file : files) {
-        page.files.push_back(PageOf(file, page));
+        const bool isFolder = file.format == Vorlan::DatasetType::Dta;
+        page.files.push_back(isFolder ? PageOfFolder(file, page) : PageOfMgf(file, page));
         page.held += page.files.back().held;
         page.kept += page.files.back().kept;
     }
@@ -269,7 +307,8 @@ std::string Ledger::Json() const
 std::vector<std::string> LossClasses()
 {
     std::set<std::string> keys = {kRejected,       kRefused,         kCut,
-                                  kBehindLongLine, kWithoutProteins, kNotANumber};
+                                  kBehindLongLine, kBehindMark,      kWithoutTitle,
+                                  kHidden,         kWithoutProteins, kNotANumber};
     for (std::size_t i = 0; i < kUnread; ++i) {
         if (IsLoss(static_cast<Unread>(i))) {
             keys.insert(KeyOf(static_cast<Unread>(i)));

@@ -143,6 +143,16 @@ std::map<std::string, std::string> ParseDatasets(const std::vector<std::string>&
     return datasets;
 }
 
+double ParseMinMatch(const std::string& text)
+{
+    const std::optional<double> value = ParseNumber(WithoutBlanks(text));
+    if (!value || *value < 0.0 || *value > 1.0) {
+        throw UsageError(
+            fmt::format("--min-match: \"{}\" is not a share from 0 to 1, such as 0.9", text));
+    }
+    return *value;
+}
+
 double ParseMinShift(const std::string& text)
 {
     const std::optional<double> value = ParseNumber(WithoutBlanks(text));

@@ -43,6 +43,7 @@ struct Parameters {
     std::vector<std::string> psms;      ///< paths of the results
     std::string second;                 ///< second file of the one result; empty: the default
     std::map<std::string, std::string> datasets; ///< what --dataset says: name -> file of spectra
+    std::optional<double> minMatch; ///< share of the records that must meet their spectrum
     Vorlan::PepIdentType::EPepIdentType format = Vorlan::PepIdentType::CalvexTxt; ///< of psms
     Tolerance tolerance;
     std::vector<Vorlan::Peak::EIonType> ions;
@@ -89,6 +90,9 @@ ModificationMasses ParseModifications(const std::vector<std::string>& texts);
 /// Gives dataset name -> path in spectra.
 std::map<std::string, std::string> ParseDatasets(const std::vector<std::string>& texts,
                                                  const std::vector<std::string>& spectra);
+
+/// "0.9": the share of records that must meet their spectrum, 0 to 1.
+double ParseMinMatch(const std::string& text);
 
 /// A mass that is not negative.
 double ParseMinShift(const std::string& text);

@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "common/Terminal.h"
+#include "run/JoinText.h"
 
 namespace pelgrin {
 
@@ -203,6 +204,9 @@ std::string ReportOf(const Parameters& parameters, const SpectraPool& spectra,
     const Counts& counts = results.counts;
     std::string text;
     AddRecords(text, parameters, spectra, counts);
+    if (results.join) {
+        text += ShortTextOf(*results.join);
+    }
     if (results.proteins) {
         text +=
             results.proteins->Text(MappedProteins::Details::Few) + results.proteins->SitesText();

@@ -1,6 +1,5 @@
 #include "run/Run.h"
 
-#include <algorithm>
 #include <memory>
 #include <utility>
 #include <variant>
@@ -9,10 +8,10 @@
 
 #include "common/Progress.h"
 #include "common/Terminal.h"
-#include "files/ScratchFolder.h"
 #include "run/Annotation.h"
 #include "run/FdrControl.h"
 #include "run/Identifications.h"
+#include "run/Join.h"
 #include "run/Ledger.h"
 #include "run/Modifications.h"
 #include "run/Output.h"
@@ -25,50 +24,12 @@ namespace pelgrin {
 
 namespace {
 
-DatasetResolver ResolverOf(const Parameters& parameters, const SpectraPool& spectra)
-{
-    DatasetResolver::Given given;
-    for (const auto& [name, path] : parameters.datasets) {
-        const auto hit = std::find(parameters.spectra.begin(), parameters.spectra.end(), path);
-        given[name] = static_cast<std::size_t>(hit - parameters.spectra.begin());
-    }
-    return {spectra.DatasetNames(), std::move(given)};
-}
-
-/// The file of every dataset name that the records bear. Says what was met only
-/// by a weak rule, and what of --dataset nothing met.
-Datasets Resolve(const Parameters& parameters, const SpectraPool& spectra,
-                 const std::vector<Vorlan::PeptideIdentification>& records)
-{
-    const DatasetResolver resolver = ResolverOf(parameters, spectra);
-    Datasets datasets;
-    for (const Vorlan::PeptideIdentification& record : records) {
-        const auto [dataset, isNew] = datasets.try_emplace(record.strDatasetName);
-        if (!isNew) {
-            continue;
-        }
-        dataset->second = resolver.Find(record.strDatasetName);
-        if (dataset->second && dataset->second->rule > NameRule::Exact) {
-            spdlog::info("the dataset \"{}\" is taken for \"{}\": {}",
-                         OneLine(record.strDatasetName),
-                         OneLine(spectra.Files()[dataset->second->file].dataset),
-                         TextOf(dataset->second->rule));
-        }
-    }
-    for (const auto& [name, path] : parameters.datasets) {
-        if (datasets.count(name) == 0) {
-            spdlog::warn("--dataset: no record has the dataset \"{}\"", OneLine(name));
-        }
-    }
-    return datasets;
-}
-
 /// Annotates the records of a run one by one.
 class Annotator {
 public:
-    Annotator(const Parameters& parameters, const Datasets& datasets, SpectraPool& spectra,
+    Annotator(const Parameters& parameters, Joiner joiner, SpectraPool& spectra,
               OutputFolder& output, Counts& counts)
-        : parameters_(parameters), datasets_(datasets), spectra_(spectra), output_(output),
+        : parameters_(parameters), joiner_(joiner), spectra_(spectra), output_(output),
           counts_(counts)
     {
     }
@@ -76,24 +37,21 @@ public:
     /// Annotates record, or says why not.
     std::optional<Problem> Take(const Vorlan::PeptideIdentification& record)
     {
-        const auto& dataset = datasets_.at(record.strDatasetName);
-        if (!dataset) {
-            return Problem{Reason::DatasetNotGiven, record.strDatasetName};
+        const auto found = joiner_.Find(record);
+        if (const auto* const problem = std::get_if<Problem>(&found)) {
+            return *problem;
         }
-        const SpectraFile& file = spectra_.Files()[dataset->file];
-        const auto found = spectra_.NameOf(file, record);
-        if (!found) {
-            return Problem{Reason::SpectrumUnknown, {}};
-        }
-        ++counts_.joined.at(static_cast<std::size_t>(dataset->rule));
-        counts_.joinedByScan += found->isByScan ? 1 : 0;
-        const auto unusable = file.unusable.find(found->name);
+        const Meeting& met = std::get<Meeting>(found);
+        const SpectraFile& file = *met.file;
+        ++counts_.joined.at(static_cast<std::size_t>(met.rule));
+        counts_.joinedByScan += met.name.IsByScan() ? 1 : 0;
+        const auto unusable = file.unusable.find(met.name.name);
         if (unusable != file.unusable.end()) {
             const bool isFile = file.format == Vorlan::DatasetType::Dta;
-            return Problem{unusable->second, isFile ? found->name : std::string()};
+            return Problem{unusable->second, isFile ? met.name.name : std::string()};
         }
-        Vorlan::Spectrum* const spectrum = spectra_.Load(file, found->name);
-        return spectrum == nullptr ? Problem{Reason::SpectrumReaderEnded, found->name}
+        Vorlan::Spectrum* const spectrum = spectra_.Load(file, met.name.name);
+        return spectrum == nullptr ? Problem{Reason::SpectrumReaderEnded, met.name.name}
                                    : TakeJoined(record, *spectrum, file.dataset);
     }
 
@@ -120,7 +78,7 @@ private:
     }
 
     const Parameters& parameters_;
-    const Datasets& datasets_;
+    Joiner joiner_;
     SpectraPool& spectra_;
     OutputFolder& output_;
     Counts& counts_;
@@ -167,6 +125,7 @@ void AnnotateAll(const std::vector<Vorlan::PeptideIdentification>& records, Anno
 ExitStatus Conclude(const Parameters& parameters, const RunResults& results, const Ledger& ledger)
 {
     const Counts& counts = results.counts;
+    const bool isEnough = !results.join || results.join->Warn(parameters.minMatch);
     const bool hasProteinLosses = results.proteins && results.proteins->HasLosses();
     if (ledger.HasLosses()) {
         spdlog::warn("{} of {} records were not annotated, and {} matches of the results not read "
@@ -174,8 +133,9 @@ ExitStatus Conclude(const Parameters& parameters, const RunResults& results, con
                      counts.NotUsed(), counts.read, counts.LostRows(),
                      OneLine(parameters.out + "/ledger.json"));
     }
-    return ledger.HasLosses() || hasProteinLosses || !parameters.notOffered.empty() ? WithLosses
-                                                                                    : AllWell;
+    return ledger.HasLosses() || hasProteinLosses || !parameters.notOffered.empty() || !isEnough
+               ? WithLosses
+               : AllWell;
 }
 
 /// The files that tell what was lost; warns of the worst.
@@ -209,16 +169,17 @@ ExitStatus Run(Parameters parameters)
     CheckOutput(parameters);
     // Spectra
     record.Begin("spectra");
-    ScratchFolder scratch;
-    SpectraPool spectra(parameters.spectra, scratch);
+    SpectraPool spectra(parameters.spectra);
     // Identifications
     record.Begin("identifications");
     const std::vector<Vorlan::PeptideIdentification> records = Identify(parameters, results);
-    results.datasets = Resolve(parameters, spectra, records);
+    results.datasets = ResolveDatasets(parameters, spectra, records);
+    results.join = JoinAudit(spectra.Files());
     // Annotation
     record.Begin("annotation");
     OutputFolder output(parameters);
-    Annotator annotator(parameters, results.datasets, spectra, output, results.counts);
+    Annotator annotator(parameters, Joiner(results.datasets, spectra, *results.join), spectra,
+                        output, results.counts);
     AnnotateAll(records, annotator, results.counts);
     // Output
     record.Begin("output");

@@ -16,27 +16,17 @@ namespace pelgrin {
 
 namespace {
 
-/// Enters every name under which the library would index a spectrum of one of
-/// these title lines. The library is asked, so that the host needs no rules of
-/// its own: each title is written with one peak and read back.
-void AddNamesOf(const std::vector<std::string>& titleLines, Reason reason, ScratchFolder& scratch,
-                SpectraFile& file)
+/// Enters every name that one of these title lines gives its spectrum.
+void AddNamesOf(const std::vector<std::string>& titleLines, Reason reason, SpectraFile& file)
 {
-    if (titleLines.empty()) {
-        return;
-    }
-    std::string text;
     for (const std::string& line : titleLines) {
-        text += "BEGIN IONS\n" + line + "\n1 1\nEND IONS\n";
+        const MgfNames names = NamesOf(line);
+        for (std::size_t i = 0; i < kNameKinds; ++i) {
+            if (names.has[i]) {
+                file.unusable.emplace(names.names[i], reason);
+            }
+        }
     }
-    Vorlan::MgfIO reader;
-    reader.InitLoad(scratch.Write("titles.mgf", text));
-    std::vector<Vorlan::Spectrum> spectra;
-    while (reader.bLoadNextSpectrum(spectra)) {
-        file.unusable.emplace(spectra.back().strTitle, reason);
-        spectra.clear();
-    }
-    reader.EndLoad();
 }
 
 void AddScans(SpectraFile& file)
@@ -49,9 +39,6 @@ void AddScans(SpectraFile& file)
         const auto [entry, isNew] = file.scanTitles.emplace(scan, line.substr(kKey));
         if (!isNew && entry->second != line.substr(kKey)) {
             entry->second.clear(); // one of several spectra
-        }
-        if (end == std::string::npos) {
-            file.cutScans.insert(scan.substr(0, scan.size() - 1));
         }
     }
 }
@@ -114,15 +101,15 @@ void WarnOfDta(const SpectraFile& file)
                        audit.unreadableNumbers.count));
 }
 
-SpectraFile OpenMgf(const std::string& path, ScratchFolder& scratch)
+SpectraFile OpenMgf(const std::string& path)
 {
     SpectraFile file;
     file.path = path;
-    file.mgf = AuditMgf(path);
+    file.mgf = AuditMgf(path, &file.index);
     file.spectra = file.mgf.spectra;
     AddScans(file);
-    AddNamesOf(file.mgf.titlesWithoutPeaks, Reason::SpectrumWithoutPeaks, scratch, file);
-    AddNamesOf(file.mgf.foreignTitles, Reason::SpectrumWithForeignTitle, scratch, file);
+    AddNamesOf(file.mgf.titlesWithoutPeaks, Reason::SpectrumWithoutPeaks, file);
+    AddNamesOf(file.mgf.foreignTitles, Reason::SpectrumWithForeignTitle, file);
     WarnOfMgf(file);
     return file;
 }
@@ -147,19 +134,103 @@ SpectraFile OpenDta(const std::string& path)
     return file;
 }
 
+// ---- Names in an MGF file -------------------------------------------------------
+
+/// What the file has under a name. The number that a title lost its last digit to
+/// get (B-13) is no name, and neither is the empty one.
+std::optional<SpectrumName> Look(const SpectraFile& file, const std::string& name)
+{
+    const auto hit = file.index.Find(name);
+    if (!hit || hit->isCutScan || name.empty()) {
+        return std::nullopt;
+    }
+    return SpectrumName{name, MeetKindOf(hit->kind), hit->isAmbiguous};
+}
+
+/// The same for a name that the host has made.
+std::optional<SpectrumName> Look(const SpectraFile& file, const std::string& name, MeetKind kind)
+{
+    auto found = Look(file, name);
+    if (found) {
+        found->kind = kind;
+    }
+    return found;
+}
+
+std::optional<SpectrumName> LookForScan(const SpectraFile& file, const std::string& scan)
+{
+    const auto known = file.scanTitles.find(scan);
+    if (known == file.scanTitles.end()) {
+        return std::nullopt;
+    }
+    return known->second.empty() ? SpectrumName{scan, MeetKind::ScanInTitle, true}
+                                 : Look(file, known->second, MeetKind::ScanInTitle);
+}
+
+/// A spectrum whose title says run, scan and charge.
+std::optional<SpectrumName> LookForComposed(const SpectraFile& file, const std::string& scan,
+                                            const std::string& charge)
+{
+    const std::string stem = WithoutKnownEndings(file.dataset);
+    for (const std::string& number : {scan, fmt::format("{:0>5}", scan)}) {
+        const std::string title = fmt::format("{}.{}.{}{}", stem, number, number, charge);
+        if (auto found = Look(file, title, MeetKind::Composed)) {
+            return found;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<SpectrumName> LookForDotted(const SpectraFile& file, const std::string& name,
+                                          const DottedName& dotted)
+{
+    if (auto found = LookForScan(file, dotted.firstScan)) {
+        return found;
+    }
+    return dotted.charge.empty()
+               ? std::nullopt
+               : Look(file, name.substr(0, name.rfind('.') + 1), MeetKind::WithoutCharge);
+}
+
+std::optional<SpectrumName> NameInMgf(const SpectraFile& file,
+                                      const Vorlan::PeptideIdentification& record)
+{
+    const std::string& name = record.strSpectrumName;
+    auto found = LookForScan(file, name);
+    found = found ? found : Look(file, name);
+    if (found && !found->isAmbiguous) {
+        return found;
+    }
+    if (IsScanNumber(name)) {
+        auto composed = LookForComposed(file, name, "." + std::to_string(record.nCharge));
+        composed = composed || found ? composed : LookForComposed(file, name, {});
+        return composed && !(composed->isAmbiguous && found) ? composed : found;
+    }
+    const auto dotted = ParseDottedName(name);
+    return found || !dotted ? found : LookForDotted(file, name, *dotted);
+}
+
 } // namespace
 
-SpectraPool::SpectraPool(const std::vector<std::string>& paths, ScratchFolder& scratch)
+SpectraPool::SpectraPool(const std::vector<std::string>& paths)
 {
-    std::vector<Vorlan::DatasetSource> sources;
     for (const std::string& path : paths) {
-        files_.push_back(IsFolder(path) ? OpenDta(path) : OpenMgf(path, scratch));
+        files_.push_back(IsFolder(path) ? OpenDta(path) : OpenMgf(path));
         const DatasetPlace place = PlaceOfDataset(path);
         files_.back().dataset = place.name;
-        sources.emplace_back(place.folder, place.name, files_.back().format);
-        servers_.emplace_back(sources.back());
+        servers_.emplace_back(
+            Vorlan::DatasetSource(place.folder, place.name, files_.back().format));
     }
-    pool_.InitLoad(sources);
+}
+
+std::uint64_t SpectraPool::Names() const
+{
+    std::uint64_t names = 0;
+    for (const SpectraFile& file : files_) {
+        const bool isFolder = file.format == Vorlan::DatasetType::Dta;
+        names += isFolder ? file.dta.names.size() : file.index.Names();
+    }
+    return names;
 }
 
 std::vector<std::string> SpectraPool::DatasetNames() const
@@ -169,53 +240,6 @@ std::vector<std::string> SpectraPool::DatasetNames() const
         names.push_back(file.dataset);
     }
     return names;
-}
-
-bool SpectraPool::Has(const SpectraFile& file, const std::string& spectrumName) const
-{
-    return pool_.bHasSpectrum(file.dataset, spectrumName);
-}
-
-std::optional<std::string> SpectraPool::TitleOfScan(const SpectraFile& file,
-                                                    const std::string& scan) const
-{
-    const auto known = file.scanTitles.find(scan);
-    const bool isKnown =
-        known != file.scanTitles.end() && !known->second.empty() && Has(file, known->second);
-    return isKnown ? std::optional(known->second) : std::nullopt;
-}
-
-std::optional<SpectrumName>
-SpectraPool::NameInMgf(const SpectraFile& file, const Vorlan::PeptideIdentification& record) const
-{
-    const std::string& name = record.strSpectrumName;
-    if (const auto title = TitleOfScan(file, name)) {
-        return SpectrumName{*title, true};
-    }
-    if (file.cutScans.count(name) == 0 && Has(file, name)) {
-        return SpectrumName{name, false};
-    }
-    if (const auto dotted = ParseDottedName(name)) {
-        if (const auto title = TitleOfScan(file, dotted->firstScan)) {
-            return SpectrumName{*title, true};
-        }
-        const std::string withoutCharge = name.substr(0, name.rfind('.') + 1);
-        const bool has = !dotted->charge.empty() && Has(file, withoutCharge);
-        return has ? std::optional(SpectrumName{withoutCharge, false}) : std::nullopt;
-    }
-    if (!IsScanNumber(name)) {
-        return std::nullopt;
-    }
-    const std::string stem = WithoutKnownEndings(file.dataset);
-    for (const std::string& charge : {"." + std::to_string(record.nCharge), std::string()}) {
-        for (const std::string& scan : {name, fmt::format("{:0>5}", name)}) {
-            std::string title = stem + "." + scan + "." + scan + charge;
-            if (Has(file, title)) {
-                return SpectrumName{std::move(title), true};
-            }
-        }
-    }
-    return std::nullopt;
 }
 
 std::optional<SpectrumName> SpectraPool::NameOf(const SpectraFile& file,
@@ -246,6 +270,19 @@ std::vector<std::string> SpectraPool::ReaderEnds() const
         }
     }
     return ends;
+}
+
+std::optional<double> PrecursorMzOf(const SpectraFile& file, const std::string& spectrumName)
+{
+    if (file.unusable.count(spectrumName) > 0) {
+        return std::nullopt;
+    }
+    if (file.format == Vorlan::DatasetType::Dta) {
+        const auto known = file.dta.precursorMz.find(spectrumName);
+        return known == file.dta.precursorMz.end() ? std::nullopt : std::optional(known->second);
+    }
+    const auto hit = file.index.Find(spectrumName);
+    return hit ? file.index.Records()[hit->record].precursorMz : std::nullopt;
 }
 
 std::string FileNameOf(const std::string& path)

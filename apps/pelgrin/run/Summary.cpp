@@ -2,6 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "run/JoinText.h"
+
 namespace pelgrin {
 
 namespace {
@@ -218,6 +220,7 @@ std::string SummaryOf(const Parameters& parameters, const SpectraPool& spectra,
                  {"rows_cut", counts.rowsCut},
                  {"passed_over", UnreadOf(counts, false)},
                  {"records", RecordsOf(counts)},
+                 {"join", results.join ? JsonOf(*results.join, parameters.minMatch) : Json()},
                  {"ions", IonsOf(parameters, counts)},
                  {"bonds", JsonOf(counts.fragments, "asked", "matched")},
                  {"peaks", JsonOf(counts.peaks, "in_annotated_spectra", "annotated")}};

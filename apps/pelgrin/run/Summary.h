@@ -3,6 +3,7 @@
 #define PELGRIN_SUMMARY_H
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include "run/DatasetResolver.h"
 #include "run/FdrControl.h"
 #include "run/Identifications.h"
+#include "run/JoinAudit.h"
 #include "run/MappedProteins.h"
 #include "run/Parameters.h"
 #include "run/Spectra.h"
@@ -21,6 +23,7 @@ struct RunResults {
     Counts counts;
     ResultsRead read;
     Datasets datasets;
+    std::optional<JoinAudit> join;            ///< there when records were joined
     std::vector<FdrGroup> fdr;                ///< empty without FDR control
     std::unique_ptr<MappedProteins> proteins; ///< null without a protein database
 };
