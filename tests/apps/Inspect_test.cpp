@@ -162,6 +162,17 @@ TEST(Inspect, CountsTheNamesOfAnMgfFile)
     EXPECT_EQ(json["spectra_read"], 2);
 }
 
+TEST(Inspect, TellsTheSharesOfMixedTitles)
+{
+    const TempFolder folder;
+    const std::string text =
+        TextOf(Inspect(folder.Write("a.mgf", "BEGIN IONS\nTITLE=mine\n1 2\nEND IONS\n"
+                                             "BEGIN IONS\nTITLE=a.5.5.2\n1 2\nEND IONS\n"
+                                             "BEGIN IONS\nTITLE=a.6.6.2\n1 2\nEND IONS\n")));
+    EXPECT_THAT(text, HasSubstr("  Titles          2  run.5.5.2 (66.7 %)\n"
+                                "                  1  other forms (33.3 %)\n"));
+}
+
 TEST(Inspect, TellsWhatOfAnMgfFileIsLost)
 {
     const ordered_json json = JsonOfFile("\xEF\xBB\xBF"

@@ -26,6 +26,11 @@ std::string_view WithoutBlanks(std::string_view text)
     return text.substr(begin, text.find_last_not_of(' ') - begin + 1);
 }
 
+bool BeginsWith(std::string_view text, std::string_view front)
+{
+    return text.substr(0, front.size()) == front;
+}
+
 std::optional<double> ParseNumber(std::string_view text)
 {
     if (text.size() > 1 && text[0] == '+' && text[1] != '-') {

@@ -14,6 +14,9 @@ std::string Lower(std::string_view text);
 /// text without the blanks at its ends.
 std::string_view WithoutBlanks(std::string_view text);
 
+/// text begins with front.
+bool BeginsWith(std::string_view text, std::string_view front);
+
 /// The finite number that text is as a whole, with "." whatever the locale.
 std::optional<double> ParseNumber(std::string_view text);
 

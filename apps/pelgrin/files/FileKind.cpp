@@ -107,11 +107,6 @@ std::string_view Trimmed(std::string_view text)
     return text.substr(begin, text.find_last_not_of(kSpace) - begin + 1);
 }
 
-bool BeginsWith(std::string_view text, std::string_view front)
-{
-    return text.substr(0, front.size()) == front;
-}
-
 /// The ASCII characters of UTF-16; "?" for all others.
 std::string NarrowOf(std::string_view bytes, std::size_t low)
 {

@@ -35,7 +35,7 @@ const std::vector<ColumnNames>& NeededColumns(FileKind kind)
     return found == columns.end() ? none : found->second;
 }
 
-std::string TextOf(const ColumnNames& names)
+std::string ChoiceText(const ColumnNames& names)
 {
     std::string text;
     for (const std::string& name : names) {

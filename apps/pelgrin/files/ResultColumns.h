@@ -17,7 +17,7 @@ using ColumnNames = std::vector<std::string>;
 const std::vector<ColumnNames>& NeededColumns(FileKind kind);
 
 /// '"A" or "B"', for messages.
-std::string TextOf(const ColumnNames& names);
+std::string ChoiceText(const ColumnNames& names);
 
 } // namespace pelgrin
 

@@ -30,8 +30,8 @@ std::size_t TableRows::Column(const ColumnNames& names) const
             return static_cast<std::size_t>(column->second);
         }
     }
-    throw Failure(
-        fmt::format("{}:1: expected a column named {} in the header line", path_, TextOf(names)));
+    throw Failure(fmt::format("{}:1: expected a column named {} in the header line", path_,
+                              ChoiceText(names)));
 }
 
 std::size_t TableRows::Highest(const std::vector<ColumnNames>& columns) const

@@ -12,11 +12,6 @@ namespace pelgrin {
 
 namespace {
 
-bool BeginsWith(std::string_view text, std::string_view front)
-{
-    return text.substr(0, front.size()) == front;
-}
-
 /// Follows the lines of a file of one kind.
 class Walk {
 public:

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "common/Words.h"
 #include "files/FileLines.h"
 
 namespace pelgrin {
@@ -26,8 +27,7 @@ std::string HeaderStyleOf(std::string_view accession)
 {
     accession.remove_prefix(DecoyFrontOf(accession).size());
     for (const Style& style : kStyles) {
-        const std::string_view front = style.front;
-        if (accession.substr(0, front.size()) == front) {
+        if (BeginsWith(accession, style.front)) {
             return style.name;
         }
     }

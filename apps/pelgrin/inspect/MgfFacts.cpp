@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include "common/Words.h"
 #include "files/FileLines.h"
 
 namespace pelgrin {
@@ -35,11 +36,6 @@ std::string KeyOfLine(const std::string& line)
                return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
            });
     return isKey ? line.substr(0, sign) : std::string();
-}
-
-bool BeginsRecord(const std::string& line)
-{
-    return line.compare(0, 10, "BEGIN IONS") == 0;
 }
 
 /// The names of the library's index: of the first title line behind each line that
@@ -106,14 +102,14 @@ public:
     void Take(const FileLines::Line& line)
     {
         constexpr std::string_view kMark = "\xEF\xBB\xBF";
-        const bool hasMark = line.number == 1 && line.begin.compare(0, 3, kMark) == 0;
-        TakeText(hasMark ? line.begin.substr(3) : line.begin);
+        const bool hasMark = line.number == 1 && BeginsWith(line.begin, kMark);
+        TakeText(hasMark ? line.begin.substr(kMark.size()) : line.begin);
     }
 
 private:
     void TakeText(const std::string& text)
     {
-        if (BeginsRecord(text)) {
+        if (BeginsWith(text, "BEGIN IONS")) {
             ++mgf_.records;
         } else if (mgf_.records > 0 && !text.empty() && text[0] >= '0' && text[0] <= '9') {
             ++mgf_.peakLines;

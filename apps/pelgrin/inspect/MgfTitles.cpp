@@ -37,11 +37,6 @@ bool IsDigits(std::string_view text)
     return !text.empty() && text.find_first_not_of(kDigits) == std::string_view::npos;
 }
 
-bool BeginsWith(std::string_view text, std::string_view front)
-{
-    return text.substr(0, front.size()) == front;
-}
-
 bool Holds(std::string_view text, std::string_view part)
 {
     return text.find(part) != std::string_view::npos;

@@ -11,18 +11,25 @@ namespace pelgrin {
 
 namespace {
 
+/// An attribute; a long one is cut: a file may hold many of them.
+std::string Clipped(const XmlTags& tags, std::string_view name)
+{
+    constexpr std::size_t kLongest = 1000;
+    return std::string(tags.Attribute(name).substr(0, kLongest));
+}
+
 /// "M +15.994900 variable", "protein N-terminus +42.010565 variable".
 std::string ModificationText(const XmlTags& tags)
 {
-    std::string site(tags.Attribute("aminoacid"));
+    std::string site = Clipped(tags, "aminoacid");
     if (tags.Name() == "terminal_modification") {
         // "Y" or "N"; the schema has "n" and "c" for the terminus of a protein
         const std::string_view protein = tags.Attribute("protein_terminus");
         const bool isProteins = protein == "Y" || protein == "n" || protein == "c";
         site =
-            fmt::format("{}{}-terminus", isProteins ? "protein " : "", tags.Attribute("terminus"));
+            fmt::format("{}{}-terminus", isProteins ? "protein " : "", Clipped(tags, "terminus"));
     }
-    const std::string_view shift = tags.Attribute("massdiff");
+    const std::string shift = Clipped(tags, "massdiff");
     const bool hasSign = !shift.empty() && (shift.front() == '-' || shift.front() == '+');
     const bool isVariable = tags.Attribute("variable") == "Y";
     return fmt::format("{} {}{} {}", site, hasSign ? "" : "+", shift,
@@ -58,7 +65,7 @@ private:
         if (facts_.runs.size() < PepXmlFacts::kMostRuns) {
             facts_.runs.emplace_back();
             run_ = &facts_.runs.back(); // the others are not asked any more
-            run_->baseName = tags.Attribute("base_name");
+            run_->baseName = Clipped(tags, "base_name");
         } else {
             rest_ = PepXmlRun();
             run_ = &rest_;
@@ -68,14 +75,14 @@ private:
     void TakeSearch(std::string_view name, const XmlTags& tags)
     {
         if (name == "sample_enzyme") {
-            run_->enzyme = tags.Attribute("name");
+            run_->enzyme = Clipped(tags, "name");
         } else if (name == "search_summary") {
             const PepXmlEngine engine =
-                EngineOf(tags.Attribute("search_engine"), tags.Attribute("search_engine_version"));
+                EngineOf(Clipped(tags, "search_engine"), Clipped(tags, "search_engine_version"));
             run_->engine = engine.name;
             run_->version = engine.version;
         } else if (name == "search_database") {
-            run_->database = tags.Attribute("local_path");
+            run_->database = Clipped(tags, "local_path");
         } else if ((name == "aminoacid_modification" || name == "terminal_modification")
                    && run_->modifications.size() < PepXmlRun::kMostModifications) {
             run_->modifications.push_back(ModificationText(tags));

@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "common/Failure.h"
+#include "common/Words.h"
 #include "files/DtaAudit.h"
 #include "files/EngineFileAudit.h"
 #include "files/FastaAudit.h"
@@ -47,10 +48,8 @@ Reading ReadingOfMgf(const std::string& path)
     FileLines lines(path, FileLines::Mode::Binary);
     FileLines::Line line;
     if (lines.Next(line)
-        && line.begin.compare(0, 13,
-                              "\xEF\xBB\xBF"
-                              "BEGIN IONS")
-               == 0) {
+        && BeginsWith(line.begin, "\xEF\xBB\xBF"
+                                  "BEGIN IONS")) {
         Lose(reading, "behind_byte_order_mark", "spectra hidden by the byte order mark", 1, 1);
     }
     return reading;

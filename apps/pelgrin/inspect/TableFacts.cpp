@@ -85,9 +85,9 @@ void CompareColumns(TableFacts& table)
         const std::size_t place = PlaceOf(table.columns, names.front());
         if (!isThere && place != kNone) {
             table.otherCase.push_back(
-                fmt::format("{}, here \"{}\"", TextOf(names), table.columns[place]));
+                fmt::format("{}, here \"{}\"", ChoiceText(names), table.columns[place]));
         } else if (!isThere) {
-            table.missing.push_back(TextOf(names));
+            table.missing.push_back(ChoiceText(names));
         }
     }
 }
@@ -195,11 +195,11 @@ PFind28Facts PFind28FactsOf(const std::string& path)
     FileLines::Line line;
     while (lines.Next(line)) {
         const std::string_view text = line.begin;
-        if (text.substr(0, 9) == "[Spectrum") {
+        if (BeginsWith(text, "[Spectrum")) {
             ++sections.sections;
-        } else if (text.substr(0, 7) == "NO1_SQ=") {
+        } else if (BeginsWith(text, "NO1_SQ=")) {
             ++sections.candidates;
-        } else if (text.substr(0, kProteins.size()) == kProteins) {
+        } else if (BeginsWith(text, kProteins)) {
             const std::size_t comma = text.find(',');
             if (comma != std::string_view::npos) {
                 sections.decoys.Add(text.substr(comma + 1, text.find(',', comma + 1) - comma - 1));

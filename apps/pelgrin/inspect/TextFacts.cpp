@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 
 #include "common/Failure.h"
+#include "common/Words.h"
 #include "files/FileLines.h"
 
 namespace pelgrin {
@@ -101,13 +102,13 @@ private:
 
 Encoding EncodingOfMark(std::string_view head)
 {
-    if (head.substr(0, 3) == "\xEF\xBB\xBF") {
+    if (BeginsWith(head, "\xEF\xBB\xBF")) {
         return Encoding::Utf8Mark;
     }
-    if (head.substr(0, 2) == "\xFF\xFE") {
+    if (BeginsWith(head, "\xFF\xFE")) {
         return Encoding::Utf16Low;
     }
-    return head.substr(0, 2) == "\xFE\xFF" ? Encoding::Utf16High : Encoding::Ascii;
+    return BeginsWith(head, "\xFE\xFF") ? Encoding::Utf16High : Encoding::Ascii;
 }
 
 bool IsWide(Encoding encoding)
