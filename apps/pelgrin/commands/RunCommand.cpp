@@ -1,5 +1,6 @@
 #include "commands/RunCommand.h"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <set>
@@ -12,8 +13,10 @@
 #include "commands/MinMatchOption.h"
 #include "commands/ParameterFileOptions.h"
 #include "common/Failure.h"
+#include "files/ScratchFolder.h"
 #include "parameters/PlanText.h"
 #include "parameters/RunParameters.h"
+#include "prepare/RunInputs.h"
 #include "run/Run.h"
 
 namespace pelgrin {
@@ -28,6 +31,8 @@ struct RunOptions {
     ProteinChoice proteins;
     bool hasFasta = false;
     std::vector<std::string> allowed;
+    bool prepares = false;
+    std::string prepareFolder; ///< empty: none that stays
 };
 
 constexpr const char kRunFooter[] = R"(Example:
@@ -45,6 +50,8 @@ A record and its spectrum meet by dataset and spectrum name, as pelgrin annotate
 Writes annotations.tsv, results.txt, matched.mgf, rejects.tsv, ledger.json,
 summary.json and run.json into the folder that the file names as output, and a
 short report to standard output.
+With --prepare the library reads copies that pelgrin prepare makes: packed files,
+tables with other headers and spectra that share names are read right then.
 With a protein database it writes proteins.tsv, too, and fills in the proteins
 of the matches, as pelgrin map-proteins --help tells.
 
@@ -57,8 +64,31 @@ that the inputs hold is not in the output (ledger.json says what and why) and
 asks for something that is not offered yet (summary.json says what).
 )";
 
+/// Runs on copies of spectra and results.
+ExitStatus RunPrepared(const RunOptions& options, Parameters parameters)
+{
+    ScratchFolder scratch;
+    const std::string folder =
+        options.prepareFolder.empty() ? scratch.PathOf("prepared") : options.prepareFolder;
+    const bool hasLosses = PrepareInputs(parameters, folder);
+    const ExitStatus status = Run(std::move(parameters));
+    return status == AllWell && hasLosses ? WithLosses : status;
+}
+
+/// Preparing makes the second files that are missing.
+void TakeOutMendable(RunPlan& plan)
+{
+    std::vector<std::string>& problems = plan.fileProblems;
+    const auto isMendable = [&plan](const std::string& problem) {
+        return std::find(plan.mendable.begin(), plan.mendable.end(), problem)
+               != plan.mendable.end();
+    };
+    problems.erase(std::remove_if(problems.begin(), problems.end(), isMendable), problems.end());
+}
+
 ExitStatus RunFile(const RunOptions& options, const std::vector<std::string>& arguments)
 {
+    const bool prepares = options.prepares || !options.prepareFolder.empty();
     if (options.hasFasta && options.proteins.fasta.empty()) {
         throw UsageError("--fasta: the name of the file is empty");
     }
@@ -73,8 +103,12 @@ ExitStatus RunFile(const RunOptions& options, const std::vector<std::string>& ar
     plan.parameters.arguments = arguments;
     plan.parameters.plan = TextOf(plan);
     plan.parameters.minMatch = minMatch;
+    if (prepares) {
+        TakeOutMendable(plan);
+    }
     RefuseFileProblems(plan);
-    return Run(std::move(plan.parameters));
+    return prepares ? RunPrepared(options, std::move(plan.parameters))
+                    : Run(std::move(plan.parameters));
 }
 
 } // namespace
@@ -91,6 +125,11 @@ void AddRunCommand(CLI::App& app, Command& chosen)
                     "proteins in which the peptides are looked for; counts instead of "
                     "protein_database in the file")
         ->type_name("FASTA");
+    run->add_flag("--prepare", options->prepares,
+                  "read copies of spectra and matches, made as pelgrin prepare makes them");
+    run->add_option("--prepare-dir", options->prepareFolder,
+                    "folder in which these copies stay, with prepared.json; includes --prepare")
+        ->type_name("DIR");
     AddEquateIlOption(*run, options->proteins.equateIl);
     AddAllowOption(*run, options->allowed);
     run->callback([&chosen, options, run] {

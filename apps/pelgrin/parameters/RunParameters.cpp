@@ -288,6 +288,7 @@ void AddSecondFiles(const ParameterText& text, Vorlan::PepIdentType::EPepIdentTy
         } catch (const Failure& failure) {
             const std::string key = fmt::format("pep_ident_filename_{}", i + 1);
             plan.fileProblems.push_back(text.PlaceOf("Search", key) + ": " + failure.what());
+            plan.mendable.push_back(plan.fileProblems.back());
         }
     }
 }

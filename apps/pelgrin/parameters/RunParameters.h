@@ -20,6 +20,8 @@ struct RunPlan {
     std::string database;                       ///< path of the modifications
     /// Files that are missing or cannot be used: one message each.
     std::vector<std::string> fileProblems;
+    /// Of these, such that "run --prepare" mends: second files that are missing.
+    std::vector<std::string> mendable;
 };
 
 /// Throws Failure with the first file problem of a plan, when there is one.

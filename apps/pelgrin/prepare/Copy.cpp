@@ -98,4 +98,13 @@ const char* TextOfClass(const std::string& key)
     return text == Texts().end() ? key.c_str() : text->second;
 }
 
+std::vector<std::string> ClassKeys()
+{
+    std::vector<std::string> keys;
+    for (const auto& [key, text] : Texts()) {
+        keys.push_back(key);
+    }
+    return keys;
+}
+
 } // namespace pelgrin

@@ -38,6 +38,8 @@ struct Copy {
 
 /// The words of a class of change, or of a reason to leave a record out.
 const char* TextOfClass(const std::string& key);
+/// The keys of all classes.
+std::vector<std::string> ClassKeys();
 
 } // namespace pelgrin
 

@@ -1,0 +1,70 @@
+#include "prepare/RunInputs.h"
+
+#include "files/SpectraSource.h"
+#include "prepare/Preparation.h"
+
+namespace pelgrin {
+
+using Vorlan::PepIdentType;
+
+namespace {
+
+/// What a result must be, whatever it looks like.
+FileKind KindOfResult(PepIdentType::EPepIdentType format)
+{
+    switch (format) {
+    case PepIdentType::MsFraggerPepXml:
+    case PepIdentType::CometPepXml: return FileKind::PepXml;
+    case PepIdentType::MsgfTsv: return FileKind::Msgf;
+    case PepIdentType::MaxQuant: return FileKind::MaxQuantMatches;
+    case PepIdentType::Pfind3Spectra: return FileKind::PFind3;
+    case PepIdentType::Pfind28Txt: return FileKind::PFind28;
+    case PepIdentType::SequestTxt: return FileKind::Sequest;
+    default: return FileKind::NativeTable;
+    }
+}
+
+/// The copies of the inputs from begin to end.
+std::vector<std::string> PathsOf(const Preparation& preparation, std::size_t begin, std::size_t end)
+{
+    std::vector<std::string> paths;
+    for (std::size_t i = begin; i < end; ++i) {
+        const Copy& copy = preparation.Copies()[i];
+        const std::vector<std::string> outputs = preparation.PathsOf(copy);
+        // The second file of a pair is found beside the first.
+        const bool isPair = copy.kind == FileKind::MaxQuantMatches;
+        paths.insert(paths.end(), outputs.begin(), isPair ? outputs.begin() + 1 : outputs.end());
+    }
+    return paths;
+}
+
+} // namespace
+
+bool PrepareInputs(Parameters& parameters, const std::string& folder)
+{
+    Preparation preparation(folder);
+    for (const std::string& path : parameters.spectra) {
+        preparation.Add(path, FileKind::Mgf);
+    }
+    for (const std::string& path : parameters.psms) {
+        preparation.Add(path, KindOfResult(parameters.format));
+    }
+    preparation.Run();
+    preparation.WriteReports();
+    WarnOfLosses(preparation.Copies());
+    const std::size_t spectra = parameters.spectra.size();
+    const std::vector<std::string> copies = PathsOf(preparation, 0, spectra);
+    for (auto& [name, path] : parameters.datasets) {
+        for (std::size_t i = 0; i < spectra; ++i) {
+            if (path == parameters.spectra[i]) {
+                path = copies[i];
+                break;
+            }
+        }
+    }
+    parameters.spectra = copies;
+    parameters.psms = PathsOf(preparation, spectra, preparation.Copies().size());
+    return HasLosses(preparation.Copies());
+}
+
+} // namespace pelgrin
