@@ -1,6 +1,8 @@
 // "pelgrin prepare" and "pelgrin run --prepare" as child processes.
 #include <filesystem>
 
+#include <zlib.h>
+
 #include "ParameterFiles.h"
 #include "ResultTexts.h"
 #include "prepare/Copy.h"
@@ -133,6 +135,31 @@ TEST(PelgrinRunPrepare, MaxQuantNeedsNoPeptides)
               "Sequence\tAmino acid before\tAmino acid after\tProteins\tMS/MS IDs\n"
               "GASK\t\t\tP1\t0;1\n");
     EXPECT_TRUE(std::filesystem::exists(place.PathOf("copies/prepared.json")));
+}
+
+void WriteGzip(const std::string& path, const std::string& text)
+{
+    const gzFile file = gzopen(path.c_str(), "wb");
+    EXPECT_EQ(gzwrite(file, text.data(), static_cast<unsigned>(text.size())),
+              static_cast<int>(text.size()));
+    gzclose(file);
+}
+
+TEST(PelgrinRunPrepare, PackedFilesAndFurtherRunsAreRead)
+{
+    const ParameterWorkplace place;
+    WriteGzip(place.PathOf("run.mgf.gz"), kRunMgf);
+    const std::string one = PepXml(Query(Hit()));
+    const std::size_t begin = one.find("<msms_run_summary");
+    const std::size_t end = one.find("</msms_pipeline_analysis>");
+    const std::string two = one.substr(0, end) + one.substr(begin);
+    WriteGzip(place.PathOf("run.pep.xml.gz"), two);
+    const Ini ini = Ini()
+                        .With("Search", "dataset_filename_1", "./run.mgf.gz")
+                        .With("Search", "pep_ident_format", "Comet (.pep.xml)")
+                        .With("Search", "pep_ident_filename_1", "./run.pep.xml.gz");
+    EXPECT_EQ(place.Run(ini).status, 1);
+    EXPECT_EQ(AnnotatedOf(place, {"run", "--prepare"}, ini, 0), std::pair(2, 2));
 }
 
 TEST(PelgrinRunPrepare, WhatIsLeftOutEndsTheRunWithStatus3)

@@ -28,6 +28,9 @@ std::string Upper(std::string_view text)
 /// "BEGIN IONS", in any case and with any blanks.
 bool IsMarker(std::string_view text, std::string_view word)
 {
+    if (text.empty() || (text.front() | 0x20) != (word.front() | 0x20)) {
+        return false; // nearly every line
+    }
     const std::string upper = Upper(text.substr(0, 40));
     const std::size_t ions = upper.find_first_not_of(kBlanks, word.size());
     return upper.compare(0, word.size(), word) == 0 && ions != std::string::npos
