@@ -143,7 +143,8 @@ TEST(Manners, ALogIsNotAddedToSomethingElse)
     EXPECT_EQ(ReadFile(place.PathOf("run.mgf")), kRunMgf);
     ExpectRefusal(place.Annotate({Row()}, {"--log-file", place.PathOf("gone/run.log")}), 1,
                   "gone/run.log: cannot be opened: No such file");
-    EXPECT_THAT(place.Annotate({Row()}, {"--log-file", place.PathOf("")}).status, 1);
+    EXPECT_EQ(place.Annotate({Row()}, {"--log-file", place.PathOf("")}).status, 1);
+    EXPECT_EQ(place.Annotate({Row()}, {"--log-file", "/dev/null"}).status, 0);
 }
 
 TEST(Manners, VerboseTellsTheStepsOnStandardError)

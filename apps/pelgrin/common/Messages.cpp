@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <utility>
@@ -61,6 +62,10 @@ spdlog::level::level_enum ScreenLevel(const MessageOptions& options)
 /// somebody's data.
 bool HoldsSomethingElse(const std::string& path)
 {
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(path, ignored)) {
+        return false; // /dev/stderr: reading it would wait
+    }
     std::ifstream file(path, std::ios::binary);
     char front[2] = {};
     file.read(front, 2);
