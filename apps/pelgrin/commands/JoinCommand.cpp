@@ -2,9 +2,11 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
+#include "commands/AllowOption.h"
 #include "commands/DatasetOption.h"
 #include "commands/MinMatchOption.h"
 #include "commands/ParameterFileOptions.h"
@@ -19,6 +21,7 @@ struct JoinOptions {
     std::shared_ptr<ParameterFileOptions> file;
     std::vector<std::string> datasets;
     std::optional<std::string> minMatch;
+    std::vector<std::string> allowed;
     bool asJson = false;
 };
 
@@ -31,16 +34,19 @@ precursors of both lie apart, which names several spectra have, and which names
 met nothing, with those that are nearest to them. No file is written, but
 unimod.txt with --make-table.
 
-Exit status: 0 all met; 1 failure; 2 wrong usage; 3 some did not, or rows of the
-results were not read. With --min-match so many need not meet.
+Exit status: 0 all met; 1 failure; 2 wrong usage; 3 some did not, or something of
+the results was lost that --allow does not name. With --min-match so many need
+not meet.
 )";
 
 ExitStatus JoinFile(const JoinOptions& options)
 {
     const auto minMatch = MinMatchOf(options.minMatch);
+    const std::set<std::string> allowed = ParseAllowed(options.allowed);
     RunPlan plan = ReadRunPlan(options.file->file, options.file->makeTable);
     plan.parameters.datasets = ParseDatasets(options.datasets, plan.parameters.spectra);
     plan.parameters.minMatch = minMatch;
+    plan.parameters.allowed = allowed;
     RefuseFileProblems(plan);
     return Join(plan.parameters, options.asJson);
 }
@@ -56,6 +62,7 @@ void AddJoinCommand(CLI::App& app, Command& chosen)
     options->file = AddParameterFileOptions(*join);
     AddDatasetOption(*join, options->datasets);
     AddMinMatchOption(*join, options->minMatch);
+    AddAllowOption(*join, options->allowed);
     join->add_flag("--json", options->asJson, "print JSON, as under join in summary.json");
     join->callback([&chosen, options] { chosen.run = [options] { return JoinFile(*options); }; });
 }

@@ -16,7 +16,7 @@
 #include "files/ScratchFolder.h"
 #include "parameters/PlanText.h"
 #include "parameters/RunParameters.h"
-#include "prepare/RunInputs.h"
+#include "prepare/PreparedRun.h"
 #include "run/Run.h"
 
 namespace pelgrin {
@@ -70,9 +70,8 @@ ExitStatus RunPrepared(const RunOptions& options, Parameters parameters)
     ScratchFolder scratch;
     const std::string folder =
         options.prepareFolder.empty() ? scratch.PathOf("prepared") : options.prepareFolder;
-    const bool hasLosses = PrepareInputs(parameters, folder);
-    const ExitStatus status = Run(std::move(parameters));
-    return status == AllWell && hasLosses ? WithLosses : status;
+    PrepareInputs(parameters, folder);
+    return Run(std::move(parameters));
 }
 
 /// Preparing makes the second files that are missing.
@@ -92,7 +91,7 @@ ExitStatus RunFile(const RunOptions& options, const std::vector<std::string>& ar
     if (options.hasFasta && options.proteins.fasta.empty()) {
         throw UsageError("--fasta: the name of the file is empty");
     }
-    const std::set<std::string> allowed = ParseAllowed(options.allowed);
+    const std::set<std::string> allowed = ParseAllowed(options.allowed, PrepareLossClasses());
     const auto minMatch = MinMatchOf(options.minMatch);
     RunPlan plan = ReadRunPlan(options.file->file, options.file->makeTable, options.proteins);
     if (options.proteins.equateIl && !plan.parameters.proteins) {

@@ -16,11 +16,6 @@ constexpr std::string_view kKeys[] = {
     "PEPMASS=", "CHARGE=", "RTINSECONDS=", "SCANS=", "TITLE=", "BEGIN IONS", "END IONS"};
 constexpr std::string_view kSpace = " \t\r";
 
-bool BeginsWith(std::string_view text, std::string_view front)
-{
-    return text.substr(0, front.size()) == front;
-}
-
 /// The beginning of a line up to its "=", which comes behind it, or the whole of
 /// one without; in capital letters, blanks in a row as one, none at the ends.
 std::string Normal(std::string_view line)

@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "common/Words.h"
 #include "files/FileLines.h"
 #include "files/MgfNames.h"
 #include "lint/LineFlaws.h"
@@ -15,11 +16,6 @@
 namespace pelgrin {
 
 namespace {
-
-bool BeginsWith(std::string_view text, std::string_view front)
-{
-    return text.substr(0, front.size()) == front;
-}
 
 /// The records that the index knows, in the order of the file: it looks for a line
 /// that begins with 'B', and from there on for one with 'T' (B-18, B-23).

@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include "common/Words.h"
 #include "lint/LineFlaws.h"
 
 namespace pelgrin {
@@ -13,11 +14,6 @@ namespace {
 /// Open elements and characters of their names up to which the walk follows.
 constexpr std::size_t kMostOpen = 1000;
 constexpr std::size_t kMostLength = 64 * 1024;
-
-bool BeginsWith(std::string_view text, std::string_view front)
-{
-    return text.substr(0, front.size()) == front;
-}
 
 bool EndsWith(std::string_view text, std::string_view end)
 {

@@ -31,7 +31,7 @@ enum class Reason : std::size_t {
     SpectrumWithoutPrecursor,
     SpectrumReaderEnded,
 };
-constexpr std::size_t kReasons = 13;
+constexpr std::size_t kReasons = 14;
 
 /// The key in summary.json, such as "dataset_not_given".
 const char* KeyOf(Reason reason);

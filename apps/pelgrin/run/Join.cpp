@@ -6,9 +6,9 @@
 #include <spdlog/spdlog.h>
 
 #include "common/Terminal.h"
+#include "run/Conversion.h"
 #include "run/Identifications.h"
 #include "run/JoinText.h"
-#include "run/Report.h"
 
 namespace pelgrin {
 
@@ -85,11 +85,13 @@ ExitStatus Join(const Parameters& parameters, bool asJson)
     }
     // Names may hold any bytes; what is no UTF-8 becomes U+FFFD.
     constexpr auto kReplace = nlohmann::ordered_json::error_handler_t::replace;
+    std::string report = FullTextOf(audit);
+    const bool hasLosses = WriteLosses(parameters, identifications, counts, report);
     PrintOut(asJson ? JsonOf(audit, parameters.minMatch).dump(2, ' ', false, kReplace) + "\n"
-                    : FullTextOf(audit) + UnreadText(counts));
+                    : report);
     const bool isEnough = audit.Warn(parameters.minMatch);
     const bool areAllMet = parameters.minMatch || audit.Met() == audit.Read();
-    return isEnough && areAllMet && counts.LostRows() == 0 ? AllWell : WithLosses;
+    return isEnough && areAllMet && !hasLosses ? AllWell : WithLosses;
 }
 
 } // namespace pelgrin

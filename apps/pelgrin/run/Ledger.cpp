@@ -186,6 +186,25 @@ Json JsonOf(const LedgerPage::File& file)
 
 } // namespace
 
+void Ledger::AddPrepared(const std::vector<PreparedInput>& inputs)
+{
+    if (inputs.empty()) {
+        return;
+    }
+    LedgerPage page{"inputs", "records of the inputs that were prepared", 0, 0, {}, {}};
+    for (const PreparedInput& input : inputs) {
+        LedgerPage::File file{input.path, input.held, input.written, {}};
+        for (const PreparedInput::LeftOut& left : input.leftOut) {
+            pelgrin::Add(page, file,
+                         {left.key, left.text, left.records, left.isHeld, true, {left.example}});
+        }
+        page.held += input.held;
+        page.kept += input.written;
+        page.files.push_back(std::move(file));
+    }
+    Add(std::move(page));
+}
+
 void Ledger::AddMatches(const ResultsRead& results, const Counts& counts)
 {
     LedgerPage page{"matches", "matches in the result files", counts.held, counts.read, {}, {}};
@@ -320,9 +339,11 @@ std::vector<std::string> LossClasses()
     return {keys.begin(), keys.end()};
 }
 
-std::set<std::string> ParseAllowed(const std::vector<std::string>& texts)
+std::set<std::string> ParseAllowed(const std::vector<std::string>& texts,
+                                   const std::vector<std::string>& more)
 {
-    const std::vector<std::string> classes = LossClasses();
+    std::vector<std::string> classes = LossClasses();
+    classes.insert(classes.end(), more.begin(), more.end());
     std::set<std::string> allowed;
     for (const std::string& text : texts) {
         for (std::size_t begin = 0; begin <= text.size();) {

@@ -48,6 +48,8 @@ public:
     /// allowed: keys of classes that may be lost.
     explicit Ledger(std::set<std::string> allowed) : allowed_(std::move(allowed)) {}
 
+    /// Does nothing when the inputs were read as they came.
+    void AddPrepared(const std::vector<PreparedInput>& inputs);
     void AddMatches(const ResultsRead& results, const Counts& counts);
     void AddSpectra(const std::vector<SpectraFile>& files);
     void AddRecords(const Counts& counts);
@@ -72,8 +74,9 @@ private:
 std::vector<std::string> LossClasses();
 
 /// "further_hit,blank_row", each option a list: the keys. Throws UsageError for one
-/// that is no class.
-std::set<std::string> ParseAllowed(const std::vector<std::string>& texts);
+/// that is no class, and none of more.
+std::set<std::string> ParseAllowed(const std::vector<std::string>& texts,
+                                   const std::vector<std::string>& more = {});
 
 } // namespace pelgrin
 

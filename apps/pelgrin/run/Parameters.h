@@ -2,6 +2,7 @@
 #ifndef PELGRIN_PARAMETERS_H
 #define PELGRIN_PARAMETERS_H
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
@@ -34,6 +35,22 @@ struct FileKey {
     std::optional<std::string> value;
 };
 
+/// An input that a copy stands for, and what of it is not in the copy.
+struct PreparedInput {
+    struct LeftOut {
+        std::string key;
+        std::string text;
+        std::uint64_t records = 0;
+        std::string example; ///< "run.mgf:12"
+        bool isHeld = true;  ///< else something that may be missing cannot be counted
+    };
+
+    std::string path;
+    std::uint64_t held = 0;
+    std::uint64_t written = 0;
+    std::vector<LeftOut> leftOut;
+};
+
 /// What a run is asked for: by the command line of "annotate", or by the
 /// parameter file of "run".
 struct Parameters {
@@ -48,13 +65,14 @@ struct Parameters {
     Tolerance tolerance;
     std::vector<Vorlan::Peak::EIonType> ions;
     ModificationMasses modifications;
-    double minShift = 0.5;         ///< smaller mass shifts are errors of measurement, Da
-    bool shiftedIons = true;       ///< ask ions with a record's mass shift, too
-    std::string out;               ///< folder of the output files
-    std::string outName = "--out"; ///< what the user knows that folder as
-    std::set<std::string> allowed; ///< classes of losses that are no reason for status 3
-    std::string rejectsTable;      ///< of "convert" and "map-proteins" only; may be empty
-    std::string ledgerFile;        ///< likewise
+    double minShift = 0.5;               ///< smaller mass shifts are errors of measurement, Da
+    bool shiftedIons = true;             ///< ask ions with a record's mass shift, too
+    std::string out;                     ///< folder of the output files
+    std::string outName = "--out";       ///< what the user knows that folder as
+    std::set<std::string> allowed;       ///< classes of losses that are no reason for status 3
+    std::vector<PreparedInput> prepared; ///< empty: the inputs are read as they came
+    std::string rejectsTable;            ///< of "convert" and "map-proteins" only; may be empty
+    std::string ledgerFile;              ///< likewise
 
     std::string parameterFile;                        ///< may be empty for "annotate"
     std::vector<std::string> fileInputs;              ///< what else was read: never overwritten

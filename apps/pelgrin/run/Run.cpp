@@ -147,6 +147,7 @@ Ledger WriteLosses(const Parameters& parameters, const SpectraPool& spectra, Run
     }
     results.read.rejects.Warn(parameters.out + "/rejects.tsv");
     Ledger ledger(parameters.allowed);
+    ledger.AddPrepared(parameters.prepared);
     ledger.AddMatches(results.read, results.counts);
     ledger.AddSpectra(spectra.Files());
     ledger.AddRecords(results.counts);

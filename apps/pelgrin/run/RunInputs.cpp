@@ -61,6 +61,9 @@ std::string Sha256Of(const std::string& path, const OnBytes& onBytes)
 
 InputStamps::InputStamps(const Parameters& parameters)
 {
+    for (const PreparedInput& input : parameters.prepared) {
+        Add(input.path, "prepared input");
+    }
     for (const std::string& path : parameters.spectra) {
         Add(path, "spectra");
     }

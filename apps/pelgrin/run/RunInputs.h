@@ -15,7 +15,7 @@ namespace pelgrin {
 /// A file, or a folder of DTA files.
 struct RunInput {
     std::string path;
-    /// "spectra", "matches", "second file of matches", "parameters", "proteins" or
+    /// "prepared input" (the copies have the others), "spectra", "matches", "second file of matches", "parameters", "proteins" or
     /// "modifications".
     std::string role;
     std::uint64_t size = 0;             ///< bytes; of a folder those of its DTA files

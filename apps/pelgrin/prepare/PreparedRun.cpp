@@ -1,4 +1,4 @@
-#include "prepare/RunInputs.h"
+#include "prepare/PreparedRun.h"
 
 #include "files/SpectraSource.h"
 #include "prepare/Preparation.h"
@@ -38,9 +38,37 @@ std::vector<std::string> PathsOf(const Preparation& preparation, std::size_t beg
     return paths;
 }
 
+constexpr const char kFront[] = "prepare_";
+
+PreparedInput PreparedOf(const Copy& copy)
+{
+    PreparedInput input{copy.input, copy.held, copy.written, {}};
+    for (const auto& [key, tally] : copy.leftOut) {
+        const std::string path =
+            tally.firstFile.empty() ? copy.input : copy.input + "/" + tally.firstFile;
+        input.leftOut.push_back({kFront + key, TextOfClass(key), tally.count,
+                                 path + ":" + std::to_string(tally.firstLine)});
+    }
+    const auto cut = copy.changes.find("end_added");
+    if (cut != copy.changes.end()) {
+        input.leftOut.push_back({kFront + cut->first, TextOfClass(cut->first), cut->second.count,
+                                 copy.input + ":" + std::to_string(cut->second.firstLine), false});
+    }
+    return input;
+}
+
 } // namespace
 
-bool PrepareInputs(Parameters& parameters, const std::string& folder)
+std::vector<std::string> PrepareLossClasses()
+{
+    std::vector<std::string> keys = ClassKeys();
+    for (std::string& key : keys) {
+        key = kFront + key;
+    }
+    return keys;
+}
+
+void PrepareInputs(Parameters& parameters, const std::string& folder)
 {
     Preparation preparation(folder);
     for (const std::string& path : parameters.spectra) {
@@ -64,7 +92,9 @@ bool PrepareInputs(Parameters& parameters, const std::string& folder)
     }
     parameters.spectra = copies;
     parameters.psms = PathsOf(preparation, spectra, preparation.Copies().size());
-    return HasLosses(preparation.Copies());
+    for (const Copy& copy : preparation.Copies()) {
+        parameters.prepared.push_back(PreparedOf(copy));
+    }
 }
 
 } // namespace pelgrin
