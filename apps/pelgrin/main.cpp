@@ -1,3 +1,4 @@
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <new>
@@ -41,6 +42,8 @@ pelgrin::ExitStatus RunCommandLine(int argc, char** argv, Command& command)
 
 int main(int argc, char** argv)
 {
+    // A file that may not grow is a failure with path and reason, not a signal.
+    std::signal(SIGXFSZ, SIG_IGN);
     Command command;
     const pelgrin::ExitStatus status = RunCommandLine(argc, argv, command);
     spdlog::debug("exit status {}", static_cast<int>(status));
