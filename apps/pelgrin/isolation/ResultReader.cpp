@@ -54,11 +54,11 @@ public:
     {
         const std::size_t rejectsBefore = reading.rejects.size();
         std::size_t endsInVain = 0;
-        for (std::size_t before = 0; next_ < places_.size(); before = next_) {
-            endsInVain = next_ > before ? 0 : endsInVain + 1;
+        while (next_ < places_.size()) {
             if (endsInVain > kMostEndsInVain) {
                 throw Failure("no process for reading stays alive: " + reading.restarts.back());
             }
+            const std::size_t before = next_;
             Child child([this](Channel& way) { WorkInChild(way); });
             const bool isInPiece = Follow(child.Way(), onRecords, firstRecord, reading);
             const ChildEnd end = child.Wait();
@@ -68,6 +68,7 @@ public:
             if (!end.isWell || next_ < places_.size()) {
                 AfterEnd(end, isInPiece, firstRecord, reading);
             }
+            endsInVain = next_ > before ? 0 : endsInVain + 1;
         }
         if (reading.rejects.size() == rejectsBefore && !lastPieceFault_.empty()) {
             reading.inPieces = lastPieceFault_;

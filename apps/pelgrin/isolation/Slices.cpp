@@ -78,23 +78,29 @@ public:
     explicit Target(const std::string& path)
         : path_(path), file_(path, std::ios::binary | std::ios::trunc)
     {
+        Check();
     }
 
     void Write(std::string_view text)
     {
         file_.write(text.data(), static_cast<std::streamsize>(text.size()));
+        Check();
     }
 
     void Close()
     {
-        errno = 0;
         file_.close();
+        Check();
+    }
+
+private:
+    void Check() const
+    {
         if (!file_) {
             throw Failure(fmt::format("{}: cannot be written: {}", path_, std::strerror(errno)));
         }
     }
 
-private:
     std::string path_;
     std::ofstream file_;
 };
@@ -107,14 +113,19 @@ std::uint64_t EndOfFirstLine(const std::string& path)
     return line.end;
 }
 
-/// The first line that begins so.
-std::uint64_t BeginOfLine(const std::string& path, std::string_view front)
+/// The first section of pFind 2.8 that can be a record: behind the line "[Search]" and
+/// the next one. A section before that is lost, and no reader begins without it.
+std::uint64_t BeginOfSections(const std::string& path)
 {
     FileLines lines(path, FileLines::Mode::Text);
     FileLines::Line line;
-    while (lines.Next(line) && line.begin.compare(0, front.size(), front) != 0) {
+    while (lines.Next(line) && line.begin.rfind("[Search]", 0) != 0) {
     }
-    return line.offset;
+    bool isMore = lines.Next(line) && lines.Next(line);
+    while (isMore && line.begin.rfind("[Spectrum", 0) != 0) {
+        isMore = lines.Next(line);
+    }
+    return isMore ? line.offset : line.end;
 }
 
 std::uint64_t BeginOfElement(const std::string& path, std::string_view name)
@@ -175,7 +186,7 @@ void Slices::FindHead()
     if (IsPepXml(format_)) {
         headEnd_ = BeginOfElement(files_.path, "spectrum_query");
     } else if (format_ == PepIdentType::Pfind28Txt) {
-        headEnd_ = BeginOfLine(files_.path, "[Spectrum");
+        headEnd_ = BeginOfSections(files_.path);
     } else {
         headEnd_ = EndOfFirstLine(files_.path);
     }
@@ -256,7 +267,11 @@ std::string Slices::SpectrumAt(const RecordPlace& place) const
     }
     const bool isQuoted = format_ == PepIdentType::SequestTxt;
     TableRows header(files_.path, isQuoted ? TableRows::Cells::Quoted : TableRows::Cells::Plain);
-    std::string cell(CellOf(text, header.Column(SpectrumColumn(format_))));
+    std::string cell;
+    try {
+        cell = CellOf(text, header.Column(SpectrumColumn(format_)));
+    } catch (const Failure&) { // a native table without the column: its reader says so
+    }
     cell.erase(std::remove(cell.begin(), cell.end(), '"'), cell.end());
     return cell;
 }
