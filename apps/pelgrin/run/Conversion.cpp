@@ -14,21 +14,6 @@ namespace pelgrin {
 
 using Record = Vorlan::PeptideIdentification;
 
-namespace {
-
-/// The tables that tell what was lost, for those who ask for them.
-void CheckLossFiles(const Parameters& parameters)
-{
-    for (const auto& [path, option] : {std::pair{&parameters.rejectsTable, "--rejects"},
-                                       std::pair{&parameters.ledgerFile, "--ledger"}}) {
-        if (!path->empty()) {
-            CheckNewFile(parameters, *path, option);
-        }
-    }
-}
-
-} // namespace
-
 bool WriteLosses(const Parameters& parameters, const ResultsRead& results, const Counts& counts,
                  std::string& report)
 {
@@ -52,8 +37,7 @@ bool WriteLosses(const Parameters& parameters, const ResultsRead& results, const
 ExitStatus Convert(const Parameters& parameters)
 {
     const LibraryOutput libraryOutput;
-    CheckNewFile(parameters, parameters.out, parameters.outName);
-    CheckLossFiles(parameters);
+    CheckNewFiles(parameters);
     Counts counts;
     NotHeldCounts notHeld;
     ScratchFolder scratch;

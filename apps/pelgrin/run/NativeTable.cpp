@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <limits>
+#include <map>
 #include <utility>
 
 #include <OpenMS/CONCEPT/Exception.h>
@@ -66,8 +67,7 @@ const NotHeld kNotHeld[kNotHeldKinds] = {
     {"records with a scan number", false, [](const Record& record) { return record.nValue5 != 0; }},
 };
 
-} // namespace
-
+/// Throws Failure when path is an input, or no file that can be written.
 void CheckNewFile(const Parameters& parameters, const std::string& path, const std::string& option)
 {
     CheckTarget(path);
@@ -79,6 +79,29 @@ void CheckNewFile(const Parameters& parameters, const std::string& path, const s
             throw Failure(fmt::format("{}: is an input and would be overwritten; choose another "
                                       "table for {}",
                                       path, option));
+        }
+    }
+}
+
+} // namespace
+
+void CheckNewFiles(const Parameters& parameters, const std::string& proteinTable)
+{
+    std::map<std::filesystem::path, std::string> seen;
+    for (const auto& [path, option] :
+         std::vector<std::pair<std::string, std::string>>{{parameters.out, parameters.outName},
+                                                          {proteinTable, "--proteins"},
+                                                          {parameters.rejectsTable, "--rejects"},
+                                                          {parameters.ledgerFile, "--ledger"}}) {
+        if (path.empty()) {
+            continue;
+        }
+        CheckNewFile(parameters, path, option);
+        std::error_code ignored;
+        const auto [entry, isNew] = seen.emplace(
+            std::filesystem::weakly_canonical(std::filesystem::absolute(path), ignored), option);
+        if (!isNew) {
+            throw Failure(fmt::format("{}: {} and {} are one file", path, entry->second, option));
         }
     }
 }

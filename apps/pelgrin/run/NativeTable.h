@@ -15,9 +15,10 @@
 
 namespace pelgrin {
 
-/// Throws Failure unless path can be written and is no input. option is what the
-/// user knows it as: "--out".
-void CheckNewFile(const Parameters& parameters, const std::string& path, const std::string& option);
+/// Checks the files that a command writes: the table, the one of proteins, rejects
+/// and ledger, as far as they are asked for. Throws Failure for one that is an input
+/// or cannot be written, and for two that are one file.
+void CheckNewFiles(const Parameters& parameters, const std::string& proteinTable = {});
 
 /// Lets the library write all records. Throws Failure when it cannot.
 void WriteNativeTable(const std::vector<Vorlan::PeptideIdentification>& records,

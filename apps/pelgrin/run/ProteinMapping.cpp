@@ -1,11 +1,9 @@
 #include "run/ProteinMapping.h"
 
-#include <filesystem>
 #include <optional>
 
 #include <fmt/format.h>
 
-#include "common/Failure.h"
 #include "common/Terminal.h"
 #include "run/Conversion.h"
 #include "run/Identifications.h"
@@ -18,24 +16,6 @@ namespace pelgrin {
 namespace {
 
 using Record = Vorlan::PeptideIdentification;
-
-/// Throws Failure for tables that cannot be written, overwrite an input, or are
-/// one file.
-void CheckTables(const Parameters& parameters, const std::string& proteinTable)
-{
-    CheckNewFile(parameters, parameters.out, parameters.outName);
-    if (proteinTable.empty()) {
-        return;
-    }
-    CheckNewFile(parameters, proteinTable, "--proteins");
-    std::error_code error;
-    const auto real = [&error](const std::string& path) {
-        return std::filesystem::weakly_canonical(std::filesystem::absolute(path), error);
-    };
-    if (real(parameters.out) == real(proteinTable)) {
-        throw Failure(fmt::format("{}: --out and --proteins are one file", proteinTable));
-    }
-}
 
 /// Writes all that was asked for; nothing takes its place before all is whole.
 void WriteTables(const Parameters& parameters, const std::string& proteinTable,
@@ -80,7 +60,7 @@ ExitStatus Report(const Parameters& parameters, const std::string& proteinTable,
 ExitStatus MapProteins(const Parameters& parameters, const std::string& proteinTable)
 {
     const LibraryOutput libraryOutput;
-    CheckTables(parameters, proteinTable);
+    CheckNewFiles(parameters, proteinTable);
     MappedProteins proteins(*parameters.proteins);
     Counts counts;
     Identifications all = ReadIdentifications(parameters, counts);
