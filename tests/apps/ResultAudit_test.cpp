@@ -7,6 +7,7 @@
 
 #include <OpenMS/CONCEPT/Exception.h>
 
+#include "HostProgram.h"
 #include "PeptideIdentificationIO.h"
 #include "ResultTexts.h"
 #include "common/Failure.h"
@@ -193,7 +194,7 @@ TEST(ResultAudit, CountsRowsOfMaxQuant)
 
 TEST(ResultAudit, CountsRowsOfTheNativeTable)
 {
-    EXPECT_EQ(AuditText(PepIdentType::CalvexTxt, "header\na\nb\n\nc\n"),
+    EXPECT_EQ(AuditText(PepIdentType::CalvexTxt, kTableHeader + std::string("a\nb\n\nc\n")),
               "2 records, 1 behind_empty_line at 4");
 }
 
@@ -231,6 +232,12 @@ TEST(ResultAudit, AMissingColumnIsRefused)
          {"Raw file", "Sequence", "Scan number", "Charge", "Reverse", "Score", "m/z", "Proteins",
           "Retention time", "Modifications", "Modified sequence"}) {
         columns.push_back({PepIdentType::MaxQuant, kMsmsHeader, name, name});
+    }
+    for (const char* const name :
+         {"Dataset Name", "Spectrum Name", "Sequence", "Charge", "ObsMH", "Mass Shift",
+          "Main Score", "High Score Better", "Identified Mod Name", "Identified Mod Position",
+          "Protein Access", "Before AA", "After AA"}) {
+        columns.push_back({PepIdentType::CalvexTxt, kTableHeader, name, name});
     }
     columns.push_back({PepIdentType::MaxQuant, kMsmsHeader, "Mass error [ppm]",
                        "Mass Error [ppm]\" or \"Mass error [ppm]"});
@@ -294,8 +301,8 @@ TEST(PlaceOfRecord, IsTheLineOfARecordWhateverStandsBetween)
         placeOf(PepIdentType::Pfind28Txt, kPFind28Head + kPFind28NoCandidate + PFind28Section(), 0),
         "file:13");
     EXPECT_EQ(placeOf(PepIdentType::CometPepXml, PepXml(Query("") + Query(Hit())), 0), "file:8");
-    EXPECT_EQ(placeOf(PepIdentType::CalvexTxt, "header\na\nb\n", 1), "file:3");
-    EXPECT_EQ(placeOf(PepIdentType::CalvexTxt, "header\na\nb\n", 2), "file");
+    EXPECT_EQ(placeOf(PepIdentType::CalvexTxt, kTableHeader + std::string("a\nb\n"), 1), "file:3");
+    EXPECT_EQ(placeOf(PepIdentType::CalvexTxt, kTableHeader + std::string("a\nb\n"), 2), "file");
 }
 
 TEST(HitText, NamesPeptideAndModifiedResidues)

@@ -9,8 +9,10 @@
 #include "files/MsgfAudit.h"
 #include "files/PFindAudit.h"
 #include "files/PepXmlAudit.h"
+#include "files/ResultColumns.h"
 #include "files/SequestAudit.h"
 #include "files/TableAudit.h"
+#include "files/TableRows.h"
 #include "files/XmlTags.h"
 
 namespace pelgrin {
@@ -51,6 +53,8 @@ const UnreadTexts& TextsOf(Unread reason)
 
 ResultAudit AuditNative(const std::string& path, const OnRecord& onRecord)
 {
+    // A file without rows is no reason to pass over what is not the header of a table.
+    TableRows(path).Highest(NeededColumns(FileKind::NativeTable));
     const TableAudit table = AuditTable(path, onRecord);
     ResultAudit audit;
     audit.records = table.rows;

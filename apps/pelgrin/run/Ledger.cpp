@@ -24,6 +24,7 @@ constexpr std::size_t kExamples = 5;
 // Classes beside those of Unread and Reason.
 constexpr char kRejected[] = "record_rejected";
 constexpr char kRefused[] = "file_refused";
+constexpr char kUnknown[] = "file_unknown";
 constexpr char kCut[] = "row_cut";
 constexpr char kBehindLongLine[] = "spectrum_behind_long_line";
 constexpr char kBehindMark[] = "spectrum_behind_mark";
@@ -81,6 +82,14 @@ LedgerPage::File PageOf(const ResultFile& file, const Rejects& rejects, LedgerPa
                 which.examples.push_back(part.Text());
             }
         }
+    }
+    if (refused.count == 0) { // nobody knows what is lost with them
+        refused = {kUnknown,
+                   "files that cannot be read and hold nothing that can be counted",
+                   refused.examples.size(),
+                   false,
+                   true,
+                   std::move(refused.examples)};
     }
     Add(page, entry, rejected);
     Add(page, entry, refused);
@@ -325,9 +334,9 @@ std::string Ledger::Json() const
 
 std::vector<std::string> LossClasses()
 {
-    std::set<std::string> keys = {kRejected,       kRefused,         kCut,
-                                  kBehindLongLine, kBehindMark,      kWithoutTitle,
-                                  kHidden,         kWithoutProteins, kNotANumber};
+    std::set<std::string> keys = {kRejected,        kRefused,    kUnknown,      kCut,
+                                  kBehindLongLine,  kBehindMark, kWithoutTitle, kHidden,
+                                  kWithoutProteins, kNotANumber};
     for (std::size_t i = 0; i < kUnread; ++i) {
         if (IsLoss(static_cast<Unread>(i))) {
             keys.insert(KeyOf(static_cast<Unread>(i)));
