@@ -149,7 +149,7 @@ TEST(PelgrinAnnotate, AnOutputFileThatIsAFolderIsAFailure)
     }
 }
 
-TEST(PelgrinAnnotate, AFullDiskIsNoticedForEveryFile)
+TEST(PelgrinAnnotate, WritesNoFileInPlaceOfADevice)
 {
     if (::access("/dev/full", W_OK) != 0) {
         GTEST_SKIP() << "no /dev/full";
@@ -159,7 +159,8 @@ TEST(PelgrinAnnotate, AFullDiskIsNoticedForEveryFile)
         const Workplace workplace;
         std::filesystem::create_directory(workplace.PathOf("out"));
         std::filesystem::create_symlink("/dev/full", workplace.PathOf("out/" + std::string(name)));
-        ExpectRefusal(workplace.Annotate({Row()}), 1, std::string(name) + ": cannot be written");
+        ExpectRefusal(workplace.Annotate({Row()}), 1,
+                      std::string(name) + ": cannot be written: it is not an ordinary file");
     }
 }
 

@@ -47,7 +47,7 @@ PeptideIdentification Named(const std::string& name, double mz = 500.0, std::uin
 class Place {
 public:
     explicit Place(const std::string& mgf)
-        : pool_({folder_.Write("run.mgf", mgf)}, scratch_), audit_(pool_.Files())
+        : pool_({folder_.Write("run.mgf", mgf)}), audit_(pool_.Files())
     {
     }
 
@@ -77,7 +77,6 @@ public:
 
 private:
     TempFolder folder_;
-    ScratchFolder scratch_;
     SpectraPool pool_;
     JoinAudit audit_;
 };

@@ -209,7 +209,8 @@ TEST(RunRecord, IsThereOnlyWhenTheRunFinished)
                                         "20ppm", "--out", broken.PathOf("out")},
                                        full);
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_FALSE(std::filesystem::exists(broken.PathOf("out/run.json")));
+    EXPECT_EQ(broken.Output("run.json"), "{}") << "that of the run before stays";
+    EXPECT_FALSE(std::filesystem::exists(broken.PathOf("out/results.txt")));
 }
 
 TEST(RunRecord, SummaryKnowsNoTimes)

@@ -49,7 +49,11 @@ std::string PathIn(const Parameters& parameters, const char* name)
 void CheckWritable(const std::string& path)
 {
     std::error_code ignored;
-    if (std::filesystem::exists(path, ignored)) {
+    const std::filesystem::file_status status = std::filesystem::status(path, ignored);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+        throw Failure(fmt::format("{}: cannot be written: it is not an ordinary file", path));
+    }
+    if (std::filesystem::exists(status)) {
         errno = 0;
         if (!std::ofstream(path, std::ios::binary | std::ios::app)) {
             NotWritable(path, errno);
