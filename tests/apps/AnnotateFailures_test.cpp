@@ -107,11 +107,12 @@ TEST(PelgrinAnnotate, ACellThatIsNoNumberIsReportedWithItsLine)
     const Workplace workplace;
     Row bad;
     bad.charge = "two";
-    ExpectRefusal(workplace.Annotate({Row(), Row(), bad, Row()}), 1,
-                  "psms.txt:4: expected numbers");
+    ExpectReject(workplace.Annotate({Row(), Row(), bad, Row()}),
+                 "psms.txt:4: spectrum \"run.00001.00001.2\": expected numbers");
     bad = Row();
     bad.massShift = "1,5";
-    ExpectRefusal(workplace.Annotate({bad}), 1, "psms.txt:2: expected numbers");
+    ExpectRefusal(workplace.Annotate({bad}), 1,
+                  "psms.txt:2: spectrum \"run.00001.00001.2\": expected numbers");
     ExpectRefusal(workplace.AnnotateTable(kTableHeader + std::string("short row\n")), 1,
                   "psms.txt:2: expected numbers");
 }
@@ -145,7 +146,7 @@ TEST(PelgrinAnnotate, AnOutputFileThatIsAFolderIsAFailure)
         const Workplace workplace;
         std::filesystem::create_directories(workplace.PathOf("out/" + std::string(name)));
         ExpectRefusal(workplace.Annotate({Row()}), 1,
-                      std::string(name) + ": cannot be written: Is a directory");
+                      std::string(name) + ": cannot be written: it is not an ordinary file");
     }
 }
 

@@ -159,7 +159,7 @@ TEST(Counts, LostRowsAreThoseThatShouldHaveGivenARecord)
 {
     Counts counts;
     ResultAudit audit;
-    audit.Add(Unread::LowerRank, 2);
+    audit.Add(Unread::WithoutCandidate, 2);
     audit.Add(Unread::QueryWithoutHit, 3);
     counts.Add(audit);
     EXPECT_FALSE(counts.HasLosses());
@@ -167,7 +167,7 @@ TEST(Counts, LostRowsAreThoseThatShouldHaveGivenARecord)
     audit.cutsRow = true;
     counts.Add(audit);
     EXPECT_EQ(counts.LostRows(), 2U);
-    EXPECT_EQ(counts.unread[static_cast<std::size_t>(Unread::LowerRank)], 2U);
+    EXPECT_EQ(counts.unread[static_cast<std::size_t>(Unread::WithoutCandidate)], 2U);
 }
 
 // ---- Names and masses of modifications ---------------------------------------

@@ -96,7 +96,10 @@ TEST(PelgrinConvert, SaysWhatTheTableDoesNotHold)
                     "                     2   records with the m/z of the precursor\n"
                     "                     2   records with a retention time\n"
                     "                     2   records with a mass error of the precursor\n"
-                    "                     2   records with a scan number\n");
+                    "                     2   records with a scan number\n"
+                    "\n"
+                    "Ledger                     held      kept\n"
+                    "  matches                     2         2   matches in the result files\n");
     EXPECT_THAT(place.Table(), HasSubstr("\tOxidation (M)\t3\tDECOY\t-\t-\t"));
 }
 
@@ -113,7 +116,7 @@ TEST(PelgrinConvert, MatchesThatAreLostEndWithStatusThree)
     twoInOne.replace(twoInOne.find("P1"), 2, "P1;P2");
     for (const Case& c :
          {Case{"short row", "MSGF (.tsv)", kMsgfHeader + "a\tb\n",
-               "Not read             1   rows with too few cells\n"},
+               "    lost           1  short_row: rows with too few cells ("},
           Case{"a name that does not read back", "MSGF (.tsv)", kMsgfHeader + twoInOne,
                "Not in table         1   records with a name that holds a tab, a line end or "
                "\";\": they do not read back\n"},
@@ -123,7 +126,7 @@ TEST(PelgrinConvert, MatchesThatAreLostEndWithStatusThree)
                "modification explains\n"},
           Case{"sections of another layout", "pFind 2.8 (.txt)",
                kPFind28Head + "[Spectrum1]\nInput=a\n",
-               "Not read             1   sections of another layout\n"}}) {
+               "    lost           1  other_layout: sections of another layout ("}}) {
         SCOPED_TRACE(c.reason);
         const Outcome outcome = place.Convert(c.format, c.text);
         EXPECT_EQ(outcome.status, 3) << outcome.err;

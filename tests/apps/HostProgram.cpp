@@ -157,6 +157,16 @@ void ExpectRefusal(const Outcome& outcome, int status, const std::string& text)
     EXPECT_THAT(outcome.err, testing::HasSubstr(text));
 }
 
+void ExpectReject(const Outcome& outcome, const std::string& text)
+{
+    EXPECT_EQ(outcome.status, 3);
+    const std::size_t begin = outcome.err.find(text);
+    EXPECT_NE(begin, std::string::npos) << outcome.err;
+    const std::size_t end = outcome.err.find('\n', std::min(begin, outcome.err.size()));
+    EXPECT_NE(outcome.err.substr(0, end).find("; the record is left out"), std::string::npos)
+        << outcome.err;
+}
+
 void ExpectCountsAddUp(const nlohmann::json& summary)
 {
     const auto sumOf = [](const nlohmann::json& reasons) {

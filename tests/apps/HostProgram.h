@@ -82,6 +82,9 @@ extern const char* const kGaskLines;
 /// The refusal is one line on standard error and nothing else.
 void ExpectRefusal(const Outcome& outcome, int status, const std::string& text);
 
+/// The run finished without a record, which it tells with text.
+void ExpectReject(const Outcome& outcome, const std::string& text);
+
 /// Adds up summary.json: records read = annotated + every reason.
 void ExpectCountsAddUp(const nlohmann::json& summary);
 

@@ -43,7 +43,11 @@ TEST(PelgrinJoin, SaysHowEveryRecordMetItsSpectrumAndWritesNoFile)
                            "  met                1   by the dotted name\n"
                            "                     1   by the scan name\n"
                            "  precursor          2   within 1 ppm\n"
-                           "  median          0.00   ppm, of those within 100 ppm\n");
+                           "  median          0.00   ppm, of those within 100 ppm\n"
+                           "\n"
+                           "Ledger                     held      kept\n"
+                           "  matches                     2         2   matches in the result "
+                           "files\n");
     EXPECT_FALSE(std::filesystem::exists(place.PathOf("out")));
 }
 
@@ -115,7 +119,7 @@ TEST(PelgrinJoin, RowsThatWereNotReadAreStatus3)
     place.Write("psms.txt", TableOf({Row()}) + "\n" + LineOf(Row()));
     const Outcome outcome = place.Pelgrin({"join", "--min-match", "0"}, Ini());
     EXPECT_EQ(outcome.status, 3);
-    EXPECT_THAT(outcome.out, HasSubstr("Not read             1   "));
+    EXPECT_THAT(outcome.out, HasSubstr("    lost           1  behind_empty_line: "));
 }
 
 TEST(PelgrinJoin, DatasetSaysWhichFileIsMeant)
@@ -233,7 +237,7 @@ nlohmann::json RealJoin(const std::string& format, const std::string& result,
                                           "--mod",
                                           "Acetyl (Protein N-term)=42.010565"};
     arguments.insert(arguments.end(), more.begin(), more.end());
-    arguments.emplace_back("--spectra");
+    arguments.insert(arguments.end(), {"--allow", "further_hit,further_protein", "--spectra"});
     arguments.insert(arguments.end(), spectra.begin(), spectra.end());
     const Outcome outcome = RunPelgrin(arguments);
     EXPECT_EQ(outcome.status, status) << outcome.err;

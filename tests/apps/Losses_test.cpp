@@ -88,12 +88,12 @@ const std::vector<Break>& BreaksOfTables()
          {},
          true},
         {"a bad number",
-         [](Strings& parts) { Replace(parts[3], "500.5", "5OO.5"); },
+         [](Strings& parts) { Replace(parts[3], Row().observedMh, "5OO.5"); },
          {0, 1, 3, 4},
          {2}},
         {"bad numbers in the first and the last row",
          [](Strings& parts) {
-             Replace(parts[1], "500.5", "");
+             Replace(parts[1], Row().observedMh, "");
              Replace(parts[5], "GASK\t2", "GASK\ttwo");
          },
          {1, 2, 3},

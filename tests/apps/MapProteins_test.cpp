@@ -64,7 +64,11 @@ TEST(PelgrinMapProteins, FillsInTheProteinsOfATable)
                                + place.PathOf("table.txt")
                                + "\n"
                                  "                     3   proteins to "
-                               + place.PathOf("proteins.tsv") + "\n");
+                               + place.PathOf("proteins.tsv")
+                               + "\n\n"
+                                 "Ledger                     held      kept\n"
+                                 "  matches                     2         2   matches in the "
+                                 "result files\n");
     EXPECT_EQ(place.Table(), kTableHeader + RowWith("GASK", "P1;P2\tM;A\tG;-\t2;2")
                                  + RowWith("GAMK", "P1\tK\t-\t6", "Oxidation (M)\t3"));
     EXPECT_EQ(ReadFile(place.PathOf("proteins.tsv")),

@@ -174,7 +174,9 @@ TEST(PelgrinRun, ReadsSeveralFilesOfSpectraAndMatches)
     EXPECT_EQ(workplace.Summary()["spectra"]["files"].size(), 2U);
 
     workplace.Write("b.txt", TableOf({other}) + "bad\trow\n");
-    ExpectRefusal(workplace.Run(ini), 1, "./b.txt:3: expected numbers in the columns");
+    ExpectReject(workplace.Run(ini),
+                 "./b.txt:3: spectrum \"row\": expected numbers in the columns");
+    EXPECT_EQ(workplace.Summary()["records"]["annotated"], 2);
 }
 
 TEST(PelgrinRun, AnOxidationThatMSFraggerFindsAtTheProteinStartHasItsMass)

@@ -10,6 +10,7 @@
 #include <streambuf>
 
 #include <fmt/format.h>
+#include <spdlog/spdlog.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
@@ -17,6 +18,7 @@
 #include <unistd.h>
 
 #include "common/Failure.h"
+#include "common/Terminal.h"
 
 namespace pelgrin {
 
@@ -203,6 +205,9 @@ ChildEnd Child::Wait()
     process_ = -1;
     ChildEnd end;
     end.printed = Printed();
+    if (const std::string text = WithoutProgress(end.printed); !text.empty()) {
+        spdlog::debug("the library: {}", OneLine(text));
+    }
     if (WIFSIGNALED(status)) {
         end.text =
             fmt::format("ended by signal {} ({})", WTERMSIG(status), ::strsignal(WTERMSIG(status)));

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include <fmt/format.h>
-#include <spdlog/spdlog.h>
 
 #include "common/Failure.h"
 #include "common/Terminal.h"
@@ -62,9 +61,6 @@ public:
             Child child([this](Channel& way) { WorkInChild(way); });
             const bool isInPiece = Follow(child.Way(), onRecords, firstRecord, reading);
             const ChildEnd end = child.Wait();
-            if (const std::string printed = WithoutProgress(end.printed); !printed.empty()) {
-                spdlog::debug("the reader printed: {}", OneLine(printed));
-            }
             if (!end.isWell || next_ < places_.size()) {
                 AfterEnd(end, isInPiece, firstRecord, reading);
             }
