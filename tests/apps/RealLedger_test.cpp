@@ -187,5 +187,88 @@ TEST(RealLedger, AddsUpForEveryResultAsItCameAndPrepared)
     EXPECT_THAT(TableOfResults(), testing::ElementsAreArray(kExpected));
 }
 
+// ---- Spectra --------------------------------------------------------------------
+
+/// "2 held, 1 kept; 1 spectrum_behind_mark" of an MGF file.
+std::string Opened(const std::string& path)
+{
+    const TempFolder folder;
+    const Outcome outcome = RunPelgrin({"annotate", "--spectra", path, "--psms",
+                                        folder.Write("psms.txt", TableOf({Row()})), "--tolerance",
+                                        "1Da", "--out", folder.PathOf("out")});
+    EXPECT_EQ(outcome.status, 3) << outcome.err; // the record meets nothing
+    const nlohmann::json page =
+        nlohmann::json::parse(ReadFile(folder.PathOf("out/ledger.json")))["pages"]["spectra"];
+    std::uint64_t sum = page["kept"];
+    std::string classes;
+    for (const auto& [key, one] : page["classes"].items()) {
+        sum += one["count"].get<std::uint64_t>();
+        classes += fmt::format("{} {} {}", classes.empty() ? ";" : ",",
+                               one["count"].get<std::uint64_t>(), key);
+    }
+    EXPECT_EQ(page["held"], sum) << path;
+    const std::string text = ReadFile(path);
+    std::uint64_t held = 0;
+    for (std::size_t hit = text.find("BEGIN IONS"); hit != std::string::npos;
+         hit = text.find("BEGIN IONS", hit + 1)) {
+        ++held;
+    }
+    EXPECT_EQ(page["held"], held) << path;
+    return fmt::format("{} held, {} kept{}", page["held"].get<std::uint64_t>(),
+                       page["kept"].get<std::uint64_t>(), classes);
+}
+
+std::vector<std::string> TableOfSpectra()
+{
+    std::vector<std::string> table;
+    std::vector<std::string> names;
+    for (const auto& entry : fs::recursive_directory_iterator(RealDataFolder())) {
+        if (entry.path().extension() == ".mgf") {
+            names.push_back(fs::relative(entry.path(), RealDataFolder()).string());
+        }
+    }
+    std::sort(names.begin(), names.end());
+    for (const std::string& name : names) {
+        const std::string path = RealDataFolder() + "/" + name;
+        const std::string asItCame = Opened(path);
+        table.push_back(name + ": " + asItCame);
+        const TempFolder folder;
+        RunPelgrin({"prepare", "--out", folder.PathOf("ready"), path});
+        const std::string prepared =
+            Opened(folder.PathOf("ready/" + fs::path(name).filename().string()));
+        if (prepared != asItCame) {
+            table.push_back("  prepared: " + prepared);
+        }
+    }
+    return table;
+}
+
+const char* const kExpectedSpectra[] = {
+    "comet/F13_set/F13.mgf: 1406 held, 1406 kept",
+    "comet/Jurkat_set/PV_Jurk_Promega50_IAP_minwash.mgf: 2000 held, 2000 kept",
+    "maxquant/HCT116_set/B001981_Ap_CMB-89_GevaertLab_ShotGun_HCT116_1.mgf: 100 held, 100 kept",
+    "maxquant/HCT116_set/B001991_Ap_CMB-89_GevaertLab_ShotGun_HCT116_2.mgf: 98 held, 98 kept",
+    "maxquant/HCT116_set/B002003_Ap_CMB-89_GevaertLab_ShotGun_HCT116_3.mgf: 100 held, 100 kept",
+    "maxquant/HCT116_set/B002005_Ap_CMB-89_GevaertLab_ShotGun_HCT116_4.mgf: 100 held, 100 kept",
+    "mgf/Bruker_Cmpd_crlf.mgf: 21 held, 21 kept",
+    "mgf/MascotDistiller_1.mgf: 78 held, 78 kept",
+    "mgf/OpenMS_Ecoli_MS2_small.mgf: 139 held, 139 kept",
+    "mgf/ProteinPilot.mgf: 1 held, 1 kept",
+    "mgf/ThermoRawFileParser_really_small.mgf: 34 held, 34 kept",
+    "mgf/ThermoRaw_withEmptySpectra_BOM.mgf: 2 held, 1 kept; 1 spectrum_behind_mark",
+    "  prepared: 1 held, 1 kept",
+    "mgf/Thermo_iTRAQ_COM_header.mgf: 4 held, 4 kept",
+    "mgf/crux_good3.mgf: 3 held, 3 kept",
+    "mgf/msconvert_SmallCalibratibleYeast.mgf: 118 held, 118 kept",
+    "mgf/msconvert_tpp_small.mgf: 34 held, 34 kept",
+    "mgf/pParse_BSA_DSSO.part1.mgf: 300 held, 300 kept",
+    "mgf/tab_separated_peaks.mgf: 2 held, 2 kept"};
+
+TEST(RealLedger, AddsUpForAllSpectraAsTheyCameAndPrepared)
+{
+    PELGRIN_NEEDS_REAL_DATA();
+    EXPECT_THAT(TableOfSpectra(), testing::ElementsAreArray(kExpectedSpectra));
+}
+
 } // namespace
 } // namespace pelgrin::test

@@ -49,7 +49,7 @@ constexpr RuleTexts kTexts[] = {
     {"bad_value", "a header value is no number: that of the record loaded before stays", "B-10",
      "writes that it is unknown"},
     {"value_list", "of a list or range in a header only the first number is read", "",
-     "writes the first number"},
+     "writes a list of charges as unknown"},
     {"negative_charge", "the sign of a charge is dropped, or makes it a huge number", "", kNothing},
     {"line_in_front", "header lines in front of the first record are not read", "",
      "applies them to every record"},
@@ -75,7 +75,7 @@ constexpr RuleTexts kTexts[] = {
      "refuses it: convert it to MGF"},
 
     {"fasta_no_header", "a file whose first line is no header fails, or is empty", "B-78",
-     "refuses it"},
+     kNothing},
     {"fasta_tab", "a tab does not end an accession", "B-75", "makes the tab a blank"},
     {"fasta_empty_accession", "a header that begins with a blank has no accession", "B-75",
      kNothing},
@@ -85,8 +85,7 @@ constexpr RuleTexts kTexts[] = {
     {"fasta_no_residues", "an entry has no residues", "B-76", kNothing},
     {"fasta_lower_case", "lower-case letters of a sequence are dropped", "B-76",
      "makes them capital"},
-    {"fasta_other_character", "what is no letter in a sequence is dropped", "B-76",
-     "drops it, too"},
+    {"fasta_other_character", "what is no letter in a sequence is dropped", "B-76", kNothing},
 
     {"missing_column", "without a column the reading fails, or the process ends", "B-66",
      "refuses it"},
