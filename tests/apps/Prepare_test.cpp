@@ -51,7 +51,7 @@ public:
     std::uint64_t LeftOut(const std::string& key) const { return CountIn(Counts().leftOut, key); }
 
 private:
-    static std::uint64_t CountIn(const Tallies& tallies, const std::string& key)
+    static std::uint64_t CountIn(const ClassCounts& tallies, const std::string& key)
     {
         const auto tally = tallies.find(key);
         return tally == tallies.end() ? 0 : tally->second.count;

@@ -43,7 +43,7 @@ std::string ReportOf(const std::vector<Copy>& copies)
     for (const Copy& copy : copies) {
         table.Add({copy.input, TextOf(copy.kind), std::to_string(copy.held),
                    std::to_string(copy.written), std::to_string(copy.held - copy.written)});
-        for (const Tallies* const tallies : {&copy.leftOut, &copy.changes}) {
+        for (const ClassCounts* const tallies : {&copy.leftOut, &copy.changes}) {
             for (const auto& [key, tally] : *tallies) {
                 const char* const leftOut = tallies == &copy.leftOut ? "left out: " : "";
                 details.Add({copy.input, std::to_string(tally.count),

@@ -66,13 +66,13 @@ const std::map<std::string, const char*>& Texts()
     return texts;
 }
 
-void Add(Tallies& tallies, const char* key, const std::string& file, std::uint64_t line,
+void Add(ClassCounts& tallies, const char* key, const std::string& file, std::uint64_t line,
          std::uint64_t count)
 {
     if (count == 0) {
         return;
     }
-    Tally& tally = tallies[key];
+    ClassCount& tally = tallies[key];
     if (tally.count == 0) {
         tally.firstLine = line;
         tally.firstFile = file;

@@ -12,25 +12,25 @@
 namespace pelgrin {
 
 /// How often, and where first.
-struct Tally {
+struct ClassCount {
     std::uint64_t count = 0;
     std::uint64_t firstLine = 0; ///< from 1; 0: no line of its own
     std::string firstFile;       ///< of a folder: the name of the file
 };
 
 /// By the key of a class, such as "blank_line".
-using Tallies = std::map<std::string, Tally>;
+using ClassCounts = std::map<std::string, ClassCount>;
 
 struct Copy {
     std::string input; ///< path as given
     FileKind kind = FileKind::Unknown;
     std::string file;                 ///< of a folder: the file that is counted just now
     std::vector<std::string> outputs; ///< paths below the folder of the copies
-    Tallies changes;
+    ClassCounts changes;
     // Records: held = written + what is left out.
     std::uint64_t held = 0;
     std::uint64_t written = 0;
-    Tallies leftOut;
+    ClassCounts leftOut;
 
     void Change(const char* key, std::uint64_t line, std::uint64_t count = 1);
     void LeaveOut(const char* key, std::uint64_t line);

@@ -58,7 +58,7 @@ std::string NameOfRun(const std::string& name, std::size_t k, std::size_t n)
     return fmt::format("{}.{}{}", name.substr(0, name.size() - ending.size()), k, ending);
 }
 
-Json JsonOf(const Tallies& tallies)
+Json JsonOf(const ClassCounts& tallies)
 {
     Json json = Json::object();
     for (const auto& [key, tally] : tallies) {
