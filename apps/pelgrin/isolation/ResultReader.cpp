@@ -155,6 +155,7 @@ private:
                 std::vector<Record> records;
                 AppendRecords(message.bytes, records);
                 next_ += records.size();
+                hasFailedAlone_ = false; // that was another record
                 reading.records += records.size();
                 size_ = std::max<std::size_t>(1, size_ - std::min(size_, records.size()));
                 onRecords(std::move(records));
