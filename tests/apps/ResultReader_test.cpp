@@ -280,6 +280,24 @@ TEST(ResultReader, AReaderThatIsKilledOnceIsStartedAgain)
     }
 }
 
+// The two together, the first alone, the first, the second alone, the second.
+TEST(ResultReader, EachRecordThatStandsAloneHasASecondTry)
+{
+    const TempFolder folder;
+    folder.Write("calls", "");
+    const auto fault = [&](std::vector<Record>&) {
+        const std::string calls = Vorlan::test::ReadFile(folder.PathOf("calls")) + "x";
+        folder.Write("calls", calls);
+        if (calls.size() == 1 || calls.size() == 2 || calls.size() == 4) {
+            ::raise(SIGKILL);
+        }
+    };
+    const Read read = ReadNumbered(2, FailingAt({0, 1}, fault));
+    EXPECT_EQ(read.given, AllBut(2, {}));
+    EXPECT_THAT(read.reading.rejects, IsEmpty());
+    EXPECT_EQ(read.reading.restarts.size(), 3U);
+}
+
 TEST(ResultReader, AFileThatIsReadInPiecesOnlyIsTold)
 {
     const ResultReader::Load load = [](Format, const ResultFiles& files,
