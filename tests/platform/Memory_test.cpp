@@ -12,7 +12,8 @@ namespace {
 TEST(Memory, ProvidingPagesChangesNothing)
 {
     std::vector<char> memory(300000, 'x');
-    for (const std::size_t size : {0, 1, 4095, 4096, 4097, 8192, 299993}) {
+    for (const std::size_t size :
+         std::initializer_list<std::size_t>{0, 1, 4095, 4096, 4097, 8192, 299993}) {
         platform::ProvidePages(memory.data() + 7, size);
         EXPECT_EQ(std::count(memory.begin(), memory.end(), 'x'), 300000) << size;
     }

@@ -34,7 +34,7 @@ protected:
     }
 
     const DtaFolder run_{{"b.dta", "500.5 1\n5 6\n"}, {"a.dta", "400.5 1\n3 4\n"}};
-    const PoolFolder mgf_;
+    const PoolFolder mgf_{};
     DatasetIOPool pool_;
 };
 

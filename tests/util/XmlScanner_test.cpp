@@ -226,7 +226,7 @@ TEST(XmlScanner, PartsOfAnySizeAreReadAsTheWhole)
         const std::string text = random.OneIn(2) ? RandomDocument(random) : SpoiledDocument(random);
         const Scan whole = ScanWhole(text);
         read += whole.isRead ? 1 : 0;
-        for (const std::size_t size : {1, 2, 3, 7, 16}) {
+        for (const std::size_t size : std::initializer_list<std::size_t>{1, 2, 3, 7, 16}) {
             const Scan parts = ScanInParts(text, {size});
             ASSERT_EQ(parts.isRead, whole.isRead) << size << testing::PrintToString(text);
             if (whole.isRead) {

@@ -14,8 +14,6 @@ namespace {
 
 using Number = std::optional<std::uint32_t>;
 
-constexpr std::string_view kDigits = "0123456789";
-
 bool IsLetter(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');

@@ -151,7 +151,7 @@ Annotation Annotate(Vorlan::Spectrum& spectrum, const PeptideMasses& peptide,
     Peak theo;
     theo.vMatchRes.resize(1);
     for (const Fragment& fragment : FragmentsOf(peptide, plan)) {
-        Share& share = counts.ions.at(fragment.ion.eIonType).at(fragment.ion.eHitStatus);
+        Share& share = counts.Ions(fragment.ion.eIonType, fragment.ion.eHitStatus);
         ++share.asked;
         theo.setMz(fragment.mz);
         theo.vMatchRes[0] = fragment.ion;

@@ -80,8 +80,17 @@ struct Counts {
     std::uint64_t spectraWritten = 0; ///< joined spectra, each name once
     Share peaks;     ///< peaks of annotated records; matched: with at least one ion
     Share fragments; ///< bonds: series and number; matched: at any charge, shifted or not
-    /// By Peak::EIonType and Peak::EPeakHitStatus.
-    std::array<std::array<Share, 3>, 7> ions;
+    std::array<std::array<Share, 3>, 7> ions; ///< see Ions
+
+    /// The ions of one series, shifted or not.
+    Share& Ions(Vorlan::Peak::EIonType ion, Vorlan::Peak::EPeakHitStatus status)
+    {
+        return ions.at(static_cast<std::size_t>(ion)).at(static_cast<std::size_t>(status));
+    }
+    const Share& Ions(Vorlan::Peak::EIonType ion, Vorlan::Peak::EPeakHitStatus status) const
+    {
+        return ions.at(static_cast<std::size_t>(ion)).at(static_cast<std::size_t>(status));
+    }
 
     void Add(const Problem& problem);
     void Add(const ResultAudit& audit);

@@ -122,7 +122,7 @@ void AddIons(std::string& text, const Parameters& parameters, const Counts& coun
          {std::pair<Peak::EPeakHitStatus, const char*>{Peak::UNSHIFT, ""},
           {Peak::SHIFT, " + mass shift"}}) {
         for (const Peak::EIonType ion : parameters.ions) {
-            const Share& share = counts.ions.at(ion).at(status);
+            const Share& share = counts.Ions(ion, status);
             if (status == Peak::UNSHIFT || share.asked > 0) {
                 Add(text, "  {:<20}{:>9} {:>9}  {:>5.1f} %\n",
                     fmt::format("{}{}", LetterOf(ion), name), share.asked, share.matched,

@@ -192,10 +192,9 @@ Json IonsOf(const Parameters& parameters, const Counts& counts)
     Json json = JsonOf(counts.AllIons(), "asked", "matched");
     Json series = Json::object();
     for (const Vorlan::Peak::EIonType ion : parameters.ions) {
-        const auto& shares = counts.ions.at(ion);
         series[std::string(1, LetterOf(ion))] = {
-            {"unshift", JsonOf(shares[Vorlan::Peak::UNSHIFT], "asked", "matched")},
-            {"shift", JsonOf(shares[Vorlan::Peak::SHIFT], "asked", "matched")}};
+            {"unshift", JsonOf(counts.Ions(ion, Vorlan::Peak::UNSHIFT), "asked", "matched")},
+            {"shift", JsonOf(counts.Ions(ion, Vorlan::Peak::SHIFT), "asked", "matched")}};
     }
     json["series"] = series;
     return json;
