@@ -135,14 +135,15 @@ public:
     bool OpenFile();
     void CloseFile();
 
-    /// Loads the whole file; what was loaded before is gone. A file without any
-    /// header line gives true and no proteins (B-78).
+    /// Loads the whole file in place of what was loaded before, which needs its
+    /// memory until then. A file without any header line gives true and no
+    /// proteins (B-78).
     ///
     /// False when the file cannot be opened: the message of OpenFile, then "Can
     /// not open Fasta file!" on standard error. False when the first line is no
     /// header but a later one is: the message of ReadOnePrteinEntry, then "Error:
-    /// Fasta file format is wrong!", both on standard output. There are no
-    /// proteins then.
+    /// Fasta file format is wrong!", both on standard output. What was loaded
+    /// before stays then.
     bool ReadFromFile();
 
     /// Number of proteins loaded.
@@ -160,16 +161,15 @@ public:
     ///                        the protein, from 0
     ///
     /// False, and nothing is changed, for an empty peptide, for an empty database,
-    /// after a load that failed, and for an endPos so far behind the end of the
-    /// concatenation that its bin of 2000 characters does not exist. Elsewhere
-    /// nothing is checked: a peptide that is too long begins below 0, modulo 2^64.
-    /// A match of ONE residue at the start of a protein is mostly told to lie in
-    /// the protein before (B-79).
+    /// and for an endPos so far behind the end of the concatenation that its bin of
+    /// 2000 characters does not exist. Elsewhere nothing is checked: a peptide that
+    /// is too long begins below 0, modulo 2^64. A match of ONE residue at the start
+    /// of a protein is mostly told to lie in the protein before (B-79).
     bool Query(std::string peptide, std::uint64_t endPos, CProtein& protein,
                std::uint64_t& startInProtein) const;
 
     /// The proteins in file order, and the concatenation itself. Good until the
-    /// next ReadFromFile.
+    /// next ReadFromFile that gives true.
     const std::vector<CProtein>& cProteins() const;
     const std::string& cProteinString() const;
 
@@ -185,9 +185,6 @@ protected:
     std::vector<std::uint64_t> vBins_;   ///< of each bin the protein to begin with
     std::uint64_t tBinWidth_;            ///< 2000
     std::ifstream ifsFasta_;
-
-private:
-    void Clear_();
 };
 
 } // namespace Vorlan

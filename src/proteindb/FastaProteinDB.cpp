@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string_view>
+#include <utility>
 
 #include "platform/InputFile.h"
 #include "platform/Paths.h"
@@ -134,34 +135,31 @@ void CFastaProteinDB::CloseFile()
     ifsFasta_.clear();
 }
 
-void CFastaProteinDB::Clear_()
-{
-    vProteins_.clear();
-    vStarts_.clear();
-    strProteins_.clear();
-    vBins_.clear();
-}
-
 bool CFastaProteinDB::ReadFromFile()
 {
-    Clear_();
     if (!OpenFile()) {
         return Tell(console::Stream::Err, "Can not open Fasta file!\n");
     }
-    FastaScanner scanner(vProteins_, vStarts_, strProteins_);
+    std::vector<CProtein> proteins;
+    std::vector<std::uint64_t> starts;
+    std::string concatenation;
+    FastaScanner scanner(proteins, starts, concatenation);
     Scan(ifsFasta_, scanner);
     CloseFile();
     if (scanner.HasFalseStart()) {
-        Clear_();
         console::Print(console::Stream::Out, fasta::kNoHeader);
         return Tell(console::Stream::Out, "Error: Fasta file format is wrong!\n");
     }
+    vProteins_ = std::move(proteins);
+    vStarts_ = std::move(starts);
+    strProteins_ = std::move(concatenation);
     CreateHashTable(); // Deliberate: B-78. Also without any entry.
     return true;
 }
 
 void CFastaProteinDB::CreateHashTable()
 {
+    vBins_.clear();
     if (!vStarts_.empty()) {
         vBins_ = MakeBins(vStarts_, strProteins_.size(), tBinWidth_);
     }

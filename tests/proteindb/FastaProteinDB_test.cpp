@@ -205,16 +205,27 @@ TEST_F(FastaProteinDB, ASecondLoadForgetsTheFirst)
     ExpectEmpty(database_);
 }
 
-TEST_F(FastaProteinDB, AFailingLoadForgetsTheOneBefore)
+TEST_F(FastaProteinDB, AFailingLoadChangesNothing)
 {
     ASSERT_TRUE(Load(TwoProteins()));
+    const auto expectTwoProteins = [this](const char* reason) {
+        EXPECT_THAT(Dump(database_.cProteins()), ElementsAre("P1|x|AAA", "P2||CC")) << reason;
+        EXPECT_EQ(database_.cProteinString(), "AAA;CC;") << reason;
+        EXPECT_THAT(database_.Starts(), ElementsAre(0, 4)) << reason;
+        EXPECT_THAT(database_.Bins(), ElementsAre(0)) << reason;
+        CProtein protein;
+        std::uint64_t start = 77;
+        EXPECT_TRUE(database_.Query("CC", 5, protein, start)) << reason;
+        EXPECT_EQ(Dump(protein), "P2||CC") << reason;
+    };
+    EXPECT_FALSE(Load("", "DBPath empty!\n", kNotLoaded));
+    expectTwoProteins("no path");
     EXPECT_FALSE(Load(folder_.PathOf("missing"), kNoFile, kNotLoaded));
-    ExpectEmpty(database_);
-    ASSERT_TRUE(Load(TwoProteins()));
+    expectTwoProteins("a missing file");
     EXPECT_FALSE(Load(folder_.Write("false.fasta", "AAA\n>P\nK\n"), kFalseStart));
-    ExpectEmpty(database_);
-    ASSERT_TRUE(Load(TwoProteins())) << "and a good one behind it";
-    EXPECT_EQ(database_.cProteinString(), "AAA;CC;");
+    expectTwoProteins("a first line that is no header");
+    ASSERT_TRUE(Load(folder_.Write("one.fasta", ">P3\nMK\n"))) << "and a good one behind it";
+    EXPECT_EQ(database_.cProteinString(), "MK;");
 }
 
 TEST_F(FastaProteinDB, TheSameFileTwiceGivesTheSame)
