@@ -113,7 +113,7 @@ public:
     bool bLoadNextSpectrum(std::vector<Spectrum>& vSpectra) override;
     std::uint64_t tLoadAllSpectra(std::vector<Spectrum>& vSpectra) override;
     /// Closes the file; names stay known, and loading one then gives true and
-    /// a spectrum without peaks.
+    /// a spectrum without peaks (B-86).
     void EndLoad() override;
     /// An unknown name prints an empty line and "Unable to load spectrum " +
     /// name on standard output and gives false. The spectrum's title is the
@@ -300,7 +300,7 @@ public:
     bool bLoadNextSpectrum(std::vector<Spectrum>& vSpectra);
 
     /// Appends the spectrum of that name from the dataset of that name (its
-    /// DatasetSource::strSecond, exactly; the last of several equal ones).
+    /// DatasetSource::strSecond, exactly; the last of several equal ones, B-85).
     /// False when the reader does not know the name (it prints so), and after
     /// EndLoad.
     /// \throws OpenMS::Exception::FileNotFound with datasetName as the file,

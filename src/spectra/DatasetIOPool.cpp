@@ -42,7 +42,7 @@ void DatasetIOPool::SetDatasetSourceIndex()
 {
     mapDatasets_.clear();
     for (std::size_t i = 0; i < vSources_.size(); ++i) {
-        mapDatasets_[DatasetNameOf(vSources_[i])] = i;
+        mapDatasets_[DatasetNameOf(vSources_[i])] = i; // Deliberate: B-85
     }
 }
 

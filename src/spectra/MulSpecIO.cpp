@@ -50,7 +50,7 @@ std::uint64_t MulSpecIO::tLoadAllSpectra(std::vector<Spectrum>& vSpectra)
 
 void MulSpecIO::EndLoad()
 {
-    CloseInputFile();
+    CloseInputFile(); // Deliberate: B-86. The index stays.
 }
 
 bool MulSpecIO::bLoadOneSpectrum(const std::string& name, std::vector<Spectrum>& vSpectra)

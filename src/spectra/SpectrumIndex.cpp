@@ -127,7 +127,7 @@ void SpectrumIndex::DropRepeated()
         if (kept == 0 || Name(kept - 1) != Name(i)) {
             entries_[kept++] = entries_[i];
         } else if (entries_[kept - 1].position < entries_[i].position) {
-            entries_[kept - 1] = entries_[i];
+            entries_[kept - 1] = entries_[i]; // Deliberate: B-85
         }
     }
     entries_.resize(kept);

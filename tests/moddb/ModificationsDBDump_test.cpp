@@ -75,7 +75,7 @@ TEST(ModificationsDBDump, NamesOfAllTermSpecificities)
     }
 }
 
-TEST(ModificationsDBDump, AClassificationAboveFifteenIsAnEmptyCell)
+TEST(ModificationsDBDump, B38_AClassificationAboveFifteenIsAnEmptyCell)
 {
     for (const int value : {16, 17, 100, -1}) {
         CResidueModification record = MakeRecord("a", "M");

@@ -290,7 +290,7 @@ TEST(ResidueModification, SixteenAsksForTheNameOfTheRecordsOwnClassification)
     }
 }
 
-TEST(ResidueModification, ClassificationsWithoutNameAreUnknown)
+TEST(ResidueModification, B38_ClassificationsWithoutNameAreUnknown)
 {
     for (const int value : {16, 17, 255, -1, std::numeric_limits<int>::max()}) {
         Modification record;

@@ -142,7 +142,7 @@ TEST(DatasetIOPool, TheExceptionBearsItsFixedLine)
     }
 }
 
-TEST(DatasetIOPool, OfTwoDatasetsWithOneNameTheLaterIsFound)
+TEST(DatasetIOPool, B85_OfTwoDatasetsWithOneNameTheLaterIsFound)
 {
     const PoolFolder first;
     const PoolFolder second;

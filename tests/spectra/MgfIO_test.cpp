@@ -185,7 +185,7 @@ TEST(MgfIO, InitLoadThatFailsForgetsTheFormerFile)
     EXPECT_THAT(mgf.Rest(), ElementsAre());
 }
 
-TEST(MgfIO, AfterEndLoadKnownNamesHaveNoPeaks)
+TEST(MgfIO, B86_AfterEndLoadKnownNamesHaveNoPeaks)
 {
     MgfText mgf(kThree);
     EXPECT_EQ(mgf.Load("b"), "b|5|2+|scan 0|rt 0|1:2");

@@ -90,7 +90,7 @@ TEST(MgfIndex, SeveralNamesLeadToOneRecord)
     });
 }
 
-TEST(MgfIndex, TheLaterOfEqualTitlesWins)
+TEST(MgfIndex, B85_TheLaterOfEqualTitlesWins)
 {
     Check({
         {"two",
