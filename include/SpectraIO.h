@@ -99,7 +99,7 @@ protected:
 ///
 /// The index maps names, in byte-wise order, to positions in the file. One
 /// spectrum may stand under several names; the iteration then gives it once
-/// under each of them.
+/// under each of them: it calls bLoadOneSpectrum for one name after the other.
 class VORLAN_API MulSpecIO : public SpectraIO {
 public:
     MulSpecIO();
@@ -152,7 +152,6 @@ protected:
 private:
     friend class DatasetIOPool;
     bool bHasName_(const std::string& name) const;
-    void LoadEntry_(std::size_t entry, std::vector<Spectrum>& vSpectra);
 };
 
 // ===== 3. MgfIO ============================================================

@@ -51,8 +51,8 @@ std::uint64_t DtaIO::tLoadAllSpectra(std::vector<Spectrum>& vSpectra)
 {
     ResetIter(); // Deliberate: B-72.
     std::uint64_t loaded = 0;
-    while (bLoadNextSpectrum(vSpectra)) {
-        ++loaded;
+    for (; tIter_ < vFilenames_.size(); ++tIter_) {
+        loaded += bLoadOneSpectrum(vFilenames_[tIter_], vSpectra) ? 1 : 0;
     }
     return loaded;
 }

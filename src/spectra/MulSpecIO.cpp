@@ -36,16 +36,19 @@ bool MulSpecIO::bLoadNextSpectrum(std::vector<Spectrum>& vSpectra)
     if (tIter_ >= pIndex_->Size()) {
         return false;
     }
-    LoadEntry_(tIter_++, vSpectra); // Deliberate: B-22. Once under each of its names.
+    // Deliberate: B-22. Once under each of its names.
+    bLoadOneSpectrum(std::string(pIndex_->Name(tIter_)), vSpectra);
+    ++tIter_;
     return true;
 }
 
 std::uint64_t MulSpecIO::tLoadAllSpectra(std::vector<Spectrum>& vSpectra)
 {
-    const std::size_t first = tIter_;
-    while (bLoadNextSpectrum(vSpectra)) {
+    std::uint64_t loaded = 0;
+    for (; tIter_ < pIndex_->Size(); ++tIter_) {
+        loaded += bLoadOneSpectrum(std::string(pIndex_->Name(tIter_)), vSpectra) ? 1 : 0;
     }
-    return tIter_ - first;
+    return loaded;
 }
 
 void MulSpecIO::EndLoad()
@@ -55,12 +58,17 @@ void MulSpecIO::EndLoad()
 
 bool MulSpecIO::bLoadOneSpectrum(const std::string& name, std::vector<Spectrum>& vSpectra)
 {
-    const std::size_t entry = pIndex_->Find(name);
+    // The iteration asks for the names in their order: no search then.
+    const bool isNext = tIter_ < pIndex_->Size() && pIndex_->Name(tIter_) == name;
+    const std::size_t entry = isNext ? tIter_ : pIndex_->Find(name);
     if (entry == SpectrumIndex::kNone) {
         console::Print(console::Stream::Out, "\nUnable to load spectrum " + name + "\n");
         return false;
     }
-    LoadEntry_(entry, vSpectra);
+    pInput_->Seek(pIndex_->Position(entry));
+    cSpectrum_.strTitle = name;
+    bGetOneSpec();
+    vSpectra.push_back(cSpectrum_);
     return true;
 }
 
@@ -77,14 +85,6 @@ std::uint64_t MulSpecIO::tGetInputSpecNumber()
 bool MulSpecIO::bHasName_(const std::string& name) const
 {
     return pIndex_->Find(name) != SpectrumIndex::kNone;
-}
-
-void MulSpecIO::LoadEntry_(std::size_t entry, std::vector<Spectrum>& vSpectra)
-{
-    pInput_->Seek(pIndex_->Position(entry));
-    cSpectrum_.strTitle = std::string(pIndex_->Name(entry));
-    bGetOneSpec();
-    vSpectra.push_back(cSpectrum_);
 }
 
 bool MulSpecIO::bOpenInputFile(const std::string& path)

@@ -152,6 +152,34 @@ TEST(DtaIO, B72_LoadAllStartsAtTheFirstFileWhereverTheIterationStands)
     EXPECT_EQ(spectra.size(), 8u);
 }
 
+/// Leaves "b.dta" out and shows who is asked for.
+class ReaderWithoutB : public DtaIO {
+public:
+    bool bLoadNextSpectrum(std::vector<Spectrum>& vSpectra) override
+    {
+        asked.push_back("next");
+        return DtaIO::bLoadNextSpectrum(vSpectra);
+    }
+    bool bLoadOneSpectrum(const std::string& name, std::vector<Spectrum>& vSpectra) override
+    {
+        asked.push_back(name);
+        return name != "b.dta" && DtaIO::bLoadOneSpectrum(name, vSpectra);
+    }
+
+    std::vector<std::string> asked;
+};
+
+TEST(DtaIO, LoadAllAsksForEachFileAsAHostDoes)
+{
+    const DtaFolder folder = ThreeFiles();
+    ReaderWithoutB reader;
+    reader.InitLoad(folder.Path());
+    std::vector<Spectrum> spectra;
+    EXPECT_EQ(reader.tLoadAllSpectra(spectra), 2u);
+    EXPECT_THAT(reader.asked, ElementsAre("a.dta", "b.dta", "c.DTA"));
+    EXPECT_THAT(Dump(spectra), ElementsAre(kA, kC));
+}
+
 TEST(DtaIO, AFileThatGoesBetweenListingAndLoadingIsToldAndPassedOver)
 {
     const DtaFolder folder = ThreeFiles();

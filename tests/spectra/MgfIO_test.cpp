@@ -96,6 +96,36 @@ TEST(MgfIO, LoadAllCountsWhatIsLeft)
     EXPECT_EQ(mgf.reader.tLoadAllSpectra(spectra), 3u);
 }
 
+/// Leaves "c" out, as a host's own reader may.
+class ReaderWithoutC : public MgfIO {
+public:
+    bool bLoadOneSpectrum(const std::string& name, std::vector<Spectrum>& vSpectra) override
+    {
+        asked.push_back(name);
+        return name != "c" && MgfIO::bLoadOneSpectrum(name, vSpectra);
+    }
+
+    std::vector<std::string> asked;
+};
+
+TEST(MgfIO, TheIterationAsksForEachNameAsAHostDoes)
+{
+    const MgfText mgf(kThree);
+    ReaderWithoutC reader;
+    reader.InitLoad(mgf.Path());
+    std::vector<Spectrum> spectra;
+    EXPECT_EQ(reader.tLoadAllSpectra(spectra), 2u) << "those that were given";
+    EXPECT_THAT(reader.asked, ElementsAre("a", "b", "c"));
+    EXPECT_EQ(spectra.size(), 2u);
+    reader.ResetIter();
+    for (int name = 0; name < 3; ++name) {
+        EXPECT_TRUE(reader.bLoadNextSpectrum(spectra)) << "whatever came of it";
+    }
+    EXPECT_FALSE(reader.bLoadNextSpectrum(spectra));
+    EXPECT_THAT(reader.asked, ElementsAre("a", "b", "c", "a", "b", "c"));
+    EXPECT_EQ(spectra.size(), 4u);
+}
+
 TEST(MgfIO, LoadingByNameDoesNotMoveTheIteration)
 {
     MgfText mgf(kThree);
