@@ -103,7 +103,8 @@ Records PlainRead(const std::string& text)
             for (const PlainSite& site : SitesOf(fields.size() < 2 ? "" : fields[1])) {
                 AddRecord(fields[0], site, records);
             }
-        } else if (fixed.count(Trimmed(parts[0])) > 0) {
+        }
+        if (fixed.count(Trimmed(parts[0])) > 0) {
             AddRecord(value, fixed.at(Trimmed(parts[0])), records);
         }
     }

@@ -145,7 +145,8 @@ void AppendMSFraggerModifications(std::string_view line, std::vector<CResidueMod
         if (fields.size() >= 2) {
             AppendVariable(fields[0], fields[1], records);
         }
-    } else if (text.find("add_") != std::string::npos) {
+    }
+    if (text.find("add_") != std::string::npos) {
         AppendFixed(parts[0], parts[1], records);
     }
 }
