@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "moddb/TableText.h"
+#include "support/Slots.h"
 
 namespace Vorlan::test {
 namespace {
@@ -138,6 +139,8 @@ TEST(Engine, TheBaseIsAbstract)
     EXPECT_TRUE(std::is_abstract_v<CModificationsDBEngine>);
     EXPECT_TRUE((std::is_base_of_v<CModificationsDB, CModificationsDBEngine>));
     EXPECT_TRUE(std::has_virtual_destructor_v<CModificationsDBEngine>);
+    EXPECT_EQ(SlotOf(&CModificationsDBEngine::readFromSearchEngineFile), 2u)
+        << "behind the destructor";
 }
 
 // ---- The library's own table ----------------------------------------------
