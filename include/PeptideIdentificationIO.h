@@ -178,8 +178,9 @@ public:
     /// the third "search_score" (B-57), for Comet the one named "expect". What
     /// sits on a terminus of the peptide goes into vAltMods.
     ///
-    /// A file that cannot be opened or is not well-formed gives no matches: the
-    /// text of its CXmlException and a line end are printed on standard output.
+    /// A file that cannot be opened, is not well-formed or has no element gives no
+    /// matches: the text of its CXmlException and a line end are printed on standard
+    /// output.
     ///
     /// \throws OpenMS::Exception::ElementNotFound and InvalidValue as getMod,
     ///         for the first residue that it throws for; the matches in front

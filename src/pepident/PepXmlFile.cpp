@@ -26,6 +26,9 @@ void LoadPepXml(const std::string& path, PepXmlScore score,
     PepXmlMatches matches(score, EndingOfDatasets(), SpecifiedModifications());
     try {
         ReadXmlFile(path, matches);
+        if (!matches.HasRoot()) {
+            CXmlDocument().cRoot(); // throws as that of a document without elements
+        }
     } catch (const CXmlException& error) {
         // Deliberate: B-68
         console::Print(console::Stream::Out, std::string(error.szWhat()) + "\n");

@@ -10,9 +10,9 @@
 
 namespace Vorlan {
 
-/// Appends the matches of the file. A file that is not there or not well-formed
-/// gives none and prints the text of its CXmlException with a line end on
-/// standard output. Throws what PepXmlMatches::MoveTo throws.
+/// Appends the matches of the file. A file that is not there, is not well-formed
+/// or has no element gives none and prints the text of its CXmlException with a
+/// line end on standard output. Throws what PepXmlMatches::MoveTo throws.
 void LoadPepXml(const std::string& path, PepXmlScore score,
                 std::vector<PeptideIdentification>& vMatches);
 

@@ -34,6 +34,9 @@ public:
     void End() override;
     void Restart() override;
 
+    /// The document has an element.
+    bool HasRoot() const { return seen_[Root]; }
+
     /// Appends the matches to all. Throws then what could not be explained: the
     /// matches in front of it are appended, none behind it was made.
     void MoveTo(std::vector<PeptideIdentification>& all);

@@ -62,6 +62,17 @@ TEST_F(PepXmlDocuments, B68_ABrokenDocumentIsOnlyTold)
     }
 }
 
+// The last one is read the careful way.
+TEST_F(PepXmlDocuments, B68_ADocumentWithoutElementsIsOnlyTold)
+{
+    for (const std::string text : {"", "\n", "no XML", "<?xml version=\"1.0\"?>\n<!-- <a/> -->\n",
+                                   "<!-- </of_nothing> -->"}) {
+        SCOPED_TRACE(text);
+        ExpectOnlyTold(ReadText(text), "Can not find root element!");
+        ExpectOnlyTold(ReadText<CometPepXMLPepIdentIO>(text), "Can not find root element!");
+    }
+}
+
 TEST_F(PepXmlDocuments, B68_ABrokenDocumentLeavesTheMatchesThatAreThere)
 {
     std::vector<PeptideIdentification> former(2);

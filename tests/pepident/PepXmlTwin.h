@@ -87,6 +87,7 @@ public:
         CXmlDocument document;
         try {
             document.ParseFile(path);
+            document.cRoot();
         } catch (const CXmlException& e) {
             outcome.printed = std::string(e.szWhat()) + "\n";
             return outcome;
