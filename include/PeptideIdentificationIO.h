@@ -263,8 +263,9 @@ public:
     /// Appends one match per row; blank and short rows are passed over. Masses
     /// written into the peptide are looked up in the modification list, or among
     /// the specified modifications when the source names none; a mass in front
-    /// of the first residue gets position 0. The dataset name is the spectrum
-    /// file with the ending ".mgf" (B-59), the main score the spectral E-value.
+    /// of the first residue gets position 0, and one right behind another mass
+    /// stays in the sequence (B-90). The dataset name is the spectrum file with the
+    /// ending ".mgf" (B-59), the main score the spectral E-value.
     /// Prints progress as TulkTXTPepIdentIO::Load, and "Unexpected Charactor in
     /// modification composition" with a line end on standard output for each
     /// character of a composition in the list that is none.

@@ -115,8 +115,9 @@ void ReadModifications(const MsgfModifications& modifications, PeptideIdentifica
     sequence.clear();
     const std::string_view view = text;
     std::size_t read = 0;
+    // Deliberate: B-90. Behind a mass the next character is no sign.
     for (std::size_t sign = view.find_first_of("+-"); sign != std::string_view::npos;
-         sign = view.find_first_of("+-", read)) {
+         sign = view.find_first_of("+-", read + 1)) {
         sequence.append(view, read, sign - read);
         read = std::min(view.find_first_not_of(".0123456789", sign + 1), view.size());
         const std::string_view mass = view.substr(sign, read - sign);

@@ -99,6 +99,10 @@ std::vector<LintRow> MsgfRows()
             "msgf_protein@2", "run.mgf 1 GASK/2 1e-09 0 | K.P1;P2.A"),
         row("an accession with a dot in its third place", With(MsgfRow(), "P1", "NP.12"),
             "msgf_protein@2", "run.mgf 1 GASK/2 1e-09 0 | K.P.1.A"),
+        row("masses at several places", MsgfRow("-.+42.011GAS+15.995K+1.5.-"), "",
+            "throws InvalidValue"),
+        row("a mass right behind a mass", MsgfRow("K.GAS+15.995+1.5K.A"), "msgf_mass@2",
+            "throws InvalidValue"),
         {"no column Protein", FileKind::Msgf, With(kMsgfHeader, "Protein", "Proteins") + MsgfRow(),
          "missing_column@1", "ends the process"},
     };

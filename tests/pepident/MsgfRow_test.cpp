@@ -133,25 +133,8 @@ std::string ModsOf(const PeptideIdentification& match)
     return text;
 }
 
-TEST(MsgfRow, MassesInASequence)
+void Check(const std::vector<SequenceCase>& cases)
 {
-    const std::vector<SequenceCase> cases = {
-        {"none", "PEPTIDE", "PEPTIDE", ""},
-        {"in front", "+42.011PEPTIDE", "PEPTIDE", "Acetyl@0 on N-term"},
-        {"inside", "PEPM+15.995K", "PEPMK", "Oxidation@4 on M"},
-        {"behind the last", "PEPM+15.995", "PEPM", "Oxidation@4 on M"},
-        {"several", "+229.163PEC+57.021M+15.995K+229.163", "PECMK",
-         "TMT@0 on N-term;Carbamidomethyl@3 on C;Oxidation@4 on M;TMT@5 on K"},
-        {"negative", "-17.027QPEP", "QPEP", "Pyro@0 on Q"},
-        {"two at one place", "PEC+57.021+15.995K", "PECK",
-         "Carbamidomethyl@3 on C;Oxidation@3 on M"},
-        {"at both ends of one residue", "+42.011K+229.163-0.984", "K",
-         "Acetyl@0 on N-term;TMT@1 on K;Amide@1 on C-term"},
-        {"other decimals", "PEPM+15.9949K", "PEPMK", "Oxidation@4 on M"},
-        {"no decimals", "PEPM+16K", "PEPMK", "Oxidation@4 on M"},
-        {"a mass alone", "+15.995", "", "Oxidation@0 on M"},
-        {"nothing", "", "", ""},
-    };
     for (const SequenceCase& row : cases) {
         PeptideIdentification match;
         match.strSequence = row.text;
@@ -161,10 +144,42 @@ TEST(MsgfRow, MassesInASequence)
     }
 }
 
+TEST(MsgfRow, MassesInASequence)
+{
+    Check(std::vector<SequenceCase>{
+        {"none", "PEPTIDE", "PEPTIDE", ""},
+        {"in front", "+42.011PEPTIDE", "PEPTIDE", "Acetyl@0 on N-term"},
+        {"inside", "PEPM+15.995K", "PEPMK", "Oxidation@4 on M"},
+        {"behind the last", "PEPM+15.995", "PEPM", "Oxidation@4 on M"},
+        {"several", "+229.163PEC+57.021M+15.995K+229.163", "PECMK",
+         "TMT@0 on N-term;Carbamidomethyl@3 on C;Oxidation@4 on M;TMT@5 on K"},
+        {"negative", "-17.027QPEP", "QPEP", "Pyro@0 on Q"},
+        {"at both ends of one residue", "+42.011K+229.163", "K", "Acetyl@0 on N-term;TMT@1 on K"},
+        {"other decimals", "PEPM+15.9949K", "PEPMK", "Oxidation@4 on M"},
+        {"no decimals", "PEPM+16K", "PEPMK", "Oxidation@4 on M"},
+        {"a mass alone", "+15.995", "", "Oxidation@0 on M"},
+        {"nothing", "", "", ""},
+    });
+}
+
+TEST(MsgfRow, B90_AMassRightBehindAMassStays)
+{
+    Check(std::vector<SequenceCase>{
+        {"two", "PEC+57.021+15.995K", "PEC+15.995K", "Carbamidomethyl@3 on C"},
+        {"three: the second one is passed over", "PEC+57.021+15.995+57.021K", "PEC+15.995K",
+         "Carbamidomethyl@3 on C;Carbamidomethyl@10 on C"},
+        {"at the ends", "+42.011+1.5K+229.163-0.984", "+1.5K-0.984",
+         "Acetyl@0 on N-term;TMT@5 on K"},
+        {"positions behind it count its characters", "C+57.021+1.5M+15.995", "C+1.5M",
+         "Carbamidomethyl@1 on C;Oxidation@6 on M"},
+        {"a sign alone", "M+15.995-K", "M-K", "Oxidation@1 on M"},
+    });
+}
+
 TEST(MsgfRow, AnUnknownMassIsToldAsWritten)
 {
     const std::vector<std::pair<std::string, std::string>> texts = {
-        {"PEPM+1.5K", "+1.5"},  {"PEPM+15.995+1.5K", "+1.5"},
+        {"PEPM+1.5K", "+1.5"},  {"PEPM+15.995K+1.5", "+1.5"},
         {"PEP-3K", "-3"},       {"PEP+K", "+"},
         {"-.PEPK", "-."},       {"PEPM+15.995.1K", "+15.995.1"},
         {"PEPM+ 15.995K", "+"}, {"PEPM+1e3K", "+1"},

@@ -114,6 +114,27 @@ void LintProtein(const TableLint& table)
                           Shown(other < meant.size() ? meant[other] : "")));
 }
 
+/// A sign right behind a mass is not looked at.
+void LintMasses(const TableLint& table)
+{
+    std::string_view peptide = table.Cell(Peptide);
+    if (HasFlanks(peptide)) { // "-" stands for the ends of a protein there
+        peptide = peptide.substr(2, peptide.size() - 4);
+    }
+    for (std::size_t sign = peptide.find_first_of("+-"); sign != std::string_view::npos;) {
+        const std::size_t end = peptide.find_first_not_of(".0123456789", sign + 1);
+        if (end == std::string_view::npos) {
+            return;
+        }
+        if (peptide[end] == '+' || peptide[end] == '-') {
+            table.Add(Rule::MsgfMass,
+                      fmt::format("Peptide: {}; expected one mass at a place", Shown(peptide)));
+            return;
+        }
+        sign = peptide.find_first_of("+-", end);
+    }
+}
+
 } // namespace
 
 void LintMsgf(const std::string& path, Findings& findings)
@@ -129,6 +150,7 @@ void LintMsgf(const std::string& path, Findings& findings)
             table.Add(Rule::MsgfNoScan, "ScanNum: -1; expected a scan number");
         }
         LintProtein(table);
+        LintMasses(table);
     }
 }
 

@@ -105,6 +105,7 @@ constexpr RuleTexts kTexts[] = {
     {"msgf_no_scan", "a match without scan number finds no spectrum", "", kNothing},
     {"msgf_protein", "accessions are cut by their places", "B-60",
      "writes the cell in a form that is read whole"},
+    {"msgf_mass", "a mass right behind a mass stays in the peptide", "B-90", kNothing},
     {"maxquant_decoy", "a decoy has the protein DECOY, and no other", "B-61", kNothing},
     {"maxquant_ids", "\"MS/MS IDs\" that do not count the rows end the process", "B-62",
      "writes a pair of tables that fit"},

@@ -74,6 +74,7 @@ enum class Rule : std::size_t {
     DatasetDots,
     MsgfNoScan,
     MsgfProtein,
+    MsgfMass,
     MaxQuantDecoy,
     MaxQuantIds,
     MaxQuantRows,
