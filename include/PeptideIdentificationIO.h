@@ -369,7 +369,8 @@ public:
 
     /// Appends one match, the first candidate, for each section "[Spectrum...]"
     /// that has one. The lines of a section are known by their places, not by
-    /// their keys (B-64). Masses of modifications as Pfind3PepIdentIO::Load.
+    /// their keys (B-64), and values but the names of modifications end at their
+    /// first blank (B-91). Masses of modifications as Pfind3PepIdentIO::Load.
     /// Prints nothing.
     ///
     /// \throws OpenMS::Exception::FileNotReadable with the path, label

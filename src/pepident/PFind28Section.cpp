@@ -1,5 +1,7 @@
 #include "pepident/PFind28Section.h"
 
+#include <algorithm>
+
 #include "datastructures/FieldNames.h"
 #include "pepident/ReaderSteps.h"
 #include "util/Numbers.h"
@@ -7,6 +9,15 @@
 namespace Vorlan::pfind {
 
 namespace {
+
+/// What a formatted scan passes over in front of a word and ends it at.
+constexpr std::string_view kBlanks = " \t\v\f\r";
+
+std::string_view FirstWord(std::string_view text)
+{
+    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+    return text.substr(0, text.find_first_of(kBlanks)); // Deliberate: B-91
+}
 
 /// The number behind key, or 0.
 double NumberOf(std::string_view line, std::string_view key)
@@ -35,22 +46,20 @@ std::string_view ValueOf(std::string_view line, std::string_view key)
         return {};
     }
     line.remove_prefix(key.size());
-    const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
-    while (!line.empty() && isBlank(line.front())) {
-        line.remove_prefix(1);
-    }
-    while (!line.empty() && isBlank(line.back())) {
-        line.remove_suffix(1);
-    }
-    return line;
+    line.remove_prefix(std::min(line.find_first_not_of(kBlanks), line.size()));
+    return line.substr(0, line.find_last_not_of(kBlanks) + 1);
+}
+
+std::string_view WordOf(std::string_view line, std::string_view key)
+{
+    return FirstWord(ValueOf(line, key));
 }
 
 // Deliberate: B-64. The lines of a section are known by their places; the keys
 // of those that are passed over are not looked at.
 bool SectionReader::Read(PeptideIdentification& match)
 {
-    const std::string_view input = ValueOf(Next(), "Input=");
-    match.strSpectrumName = input.substr(0, input.find_first_of(" \t"));
+    match.strSpectrumName = WordOf(Next(), "Input=");
     const std::int32_t charge = CountOf(Next(), "Charge=");
     match.nCharge = static_cast<std::uint64_t>(charge);
     match.dObsMH = NumberOf(Next(1), "MH=");
@@ -65,7 +74,7 @@ bool SectionReader::Read(PeptideIdentification& match)
     if (line.substr(0, kSequence.size()) != kSequence) {
         return false;
     }
-    match.strSequence = ValueOf(line, kSequence);
+    match.strSequence = WordOf(line, kSequence);
     ReadProteins(match);
     ReadModifications(match);
     return true;
@@ -98,9 +107,9 @@ void SectionReader::ReadProteins(PeptideIdentification& match)
     }
     const Counted flanks = NextCounted(1, "NO1_PrevNextAA=");
     const Counted starts = NextCounted(0, "NO1_ProStartPos=");
-    first_.Split(proteins.list, ',');
-    second_.Split(flanks.list, ',');
-    third_.Split(starts.list, ',');
+    first_.Split(FirstWord(proteins.list), ',');
+    second_.Split(FirstWord(flanks.list), ',');
+    third_.Split(FirstWord(starts.list), ',');
     for (std::size_t i = 0; i < first_.Size(); ++i) {
         const auto place = static_cast<int>(i);
         PeptideEvidence& evidence = match.vEvidences.emplace_back();
@@ -123,8 +132,8 @@ void SectionReader::ReadModifications(PeptideIdentification& match)
         return;
     }
     const Counted names = NextCounted(0, "NO1_Modify_Name=");
-    first_.Split(positions.list, ',');
-    second_.Split(names.list, ',');
+    first_.Split(FirstWord(positions.list), ',');
+    second_.Split(names.list, ','); // names hold blanks
     for (std::size_t i = 0; i < second_.Size(); ++i) {
         const auto place = static_cast<int>(i);
         IdentModification mod =

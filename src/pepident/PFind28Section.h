@@ -21,6 +21,9 @@ std::string SpectrumFileOf(std::string_view inputPath);
 /// line begins otherwise.
 std::string_view ValueOf(std::string_view line, std::string_view key);
 
+/// The same up to its first blank.
+std::string_view WordOf(std::string_view line, std::string_view key);
+
 /// Reads the sections of one file.
 class SectionReader {
 public:
@@ -34,7 +37,7 @@ private:
     /// The number and the text behind it of a line "<key><number>,<text>".
     struct Counted {
         std::int32_t count = 0;
-        std::string list;
+        std::string list; ///< blanks and what stands behind them included
     };
 
     std::string_view Next(std::size_t skipped = 0);

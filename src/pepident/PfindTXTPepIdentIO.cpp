@@ -46,7 +46,7 @@ void PfindTXTPepIdentIO::Load(std::vector<PeptideIdentification>& vMatches)
     }
     std::string_view line;
     pInput_->Next(line);
-    const std::string dataset = pfind::SpectrumFileOf(pfind::ValueOf(line, "InputPath="));
+    const std::string dataset = pfind::SpectrumFileOf(pfind::WordOf(line, "InputPath="));
     pfind::SectionReader reader(*pInput_);
     while (SkipTo("[Spectrum", *pInput_)) {
         PeptideIdentification match;

@@ -187,6 +187,10 @@ std::vector<LintRow> PFind28Rows()
             "pfind28_place@15", "run.mgf run.1.1.2 GASK/2 0.001 390.2 | K.P1.A"),
         row("a line less", kPFind28Head + With(PFind28Section(), "Intensity=1\n", ""),
             "pfind28_place@9", "nothing"),
+        row("an input path with a blank", With(kPFind28Head, "data", "my data") + PFind28Section(),
+            "pfind28_blank@3", "my run.1.1.2 GASK/2 0.001 0 | K.P1.A"),
+        row("accessions with a blank", kPFind28Head + With(PFind28Section(), "1,P1", "1,P1 x"),
+            "pfind28_blank@20", "run.mgf run.1.1.2 GASK/2 0.001 0 | K.P1.A"),
         row("an accession with a comma", kPFind28Head + With(PFind28Section(), "1,P1", "1,P1,x"),
             "list_length@20", "run.mgf run.1.1.2 GASK/2 0.001 0 | K.P1.A | X.x.X"),
     };

@@ -252,6 +252,33 @@ TEST(PFind28Reading, ASpectrumNameEndsAtItsFirstBlank)
                 HasSubstr("run01.mgf|run01.1.1.2.dta|PEPMK|"));
 }
 
+TEST(PFind28Reading, B91_ValuesEndAtTheirFirstBlank)
+{
+    for (const char* const blank : {" ", "\t", "\v", "\f", "\r"}) {
+        const std::string more = std::string(blank) + "of run 7";
+        EXPECT_EQ(MatchOf(With("Input=", "Input=" + (blank + kSection[1].substr(6)) + more)),
+                  kMatch);
+        EXPECT_EQ(MatchOf(With("NO1_SQ=", "NO1_SQ=PEPMK" + more)), kMatch);
+        EXPECT_EQ(MatchOf(With("NO1_Proteins=", "NO1_Proteins=2,P1,P2" + more + ",P3")), kMatch);
+        EXPECT_EQ(MatchOf(With("NO1_PrevNextAA=", "NO1_PrevNextAA=2,KA,-R" + more)), kMatch);
+        EXPECT_EQ(MatchOf(With("NO1_ProStartPos=", "NO1_ProStartPos=2,7,0" + more)), kMatch);
+        EXPECT_EQ(MatchOf(With("NO1_Modify_Pos=", "NO1_Modify_Pos=2,1,4" + more)), kMatch);
+    }
+    EXPECT_THAT(MatchOf(With("NO1_Proteins=", "NO1_Proteins=2, P1, P2")),
+                testing::EndsWith("|K.P1.A@7|-..R@0"));
+    EXPECT_EQ(pfind::WordOf("InputPath=C:\\my data\\run01.mgf", "InputPath="), "C:\\my");
+    EXPECT_EQ(pfind::WordOf("Input=", "Input="), "");
+    EXPECT_EQ(pfind::WordOf("Input= \t ", "Input="), "");
+}
+
+TEST(PFind28Reading, B91_TheInputPathEndsAtItsFirstBlank)
+{
+    const auto matches =
+        MatchesOf(TextOf(Lines{"[Search]", "InputPath=C:\\my data\\run01.mgf"} + kSection));
+    ASSERT_EQ(matches.size(), 1u);
+    EXPECT_EQ(matches[0].strDatasetName, "my");
+}
+
 // ---- Texts that end too early, line ends ----------------------------------
 
 TEST(PFind28Reading, ATextThatIsCutGivesTheSectionsBefore)

@@ -81,7 +81,25 @@ private:
                               section_);
             }
         }
+        LintBlanks(key);
         return !isBroken_;
+    }
+
+    /// Only names of modifications hold blanks. What stands behind the name of a
+    /// spectrum is no part of it.
+    void LintBlanks(std::string_view key)
+    {
+        constexpr std::string_view kBlanks = " \t\v\f\r";
+        if (isBroken_ || key == "NO1_Modify_Name=" || key == "Input=") {
+            return;
+        }
+        const std::string_view value = std::string_view(line_.begin).substr(key.size());
+        const std::size_t last = value.find_last_not_of(kBlanks);
+        const std::size_t first = value.find_first_not_of(kBlanks);
+        if (last != std::string_view::npos && value.find_first_of(kBlanks, first) < last) {
+            findings_.Add(Rule::PFind28Blank, line_.number,
+                          fmt::format("{}; expected no blank", Shown(line_.begin)), section_);
+        }
     }
 
     /// The number behind the key of the line.

@@ -119,6 +119,7 @@ constexpr RuleTexts kTexts[] = {
      kNothing},
     {"pfind28_no_search", "without a line [Search] no match is read", "B-64", kNothing},
     {"pfind28_place", "a line at another place has no value", "B-64", kNothing},
+    {"pfind28_blank", "a value ends at its first blank", "B-91", kNothing},
     {"sequest_place", "a modification without number ends the reading", "B-67",
      "leaves the row out"},
     {"sequest_blank", "an accession keeps the blanks around it", "B-65", "removes them"},

@@ -84,6 +84,7 @@ enum class Rule : std::size_t {
     PFind3Name,
     PFind28NoSearch,
     PFind28Place,
+    PFind28Blank,
     SequestPlace,
     SequestBlank,
     SequestTab,
