@@ -18,6 +18,7 @@
 
 namespace Vorlan {
 
+/// The text helpers; there are no objects of this class to make.
 class VORLAN_API CStringProcess {
 public:
     // ---- 1. Blanks ------------------------------------------------------
@@ -47,7 +48,7 @@ public:
     /// - An empty sep makes every character a field of its own.
     static std::vector<std::string> split(const std::string& s, const std::string& sep);
 
-    /// Enters the fields of a header row into columns: field text -> column
+    /// Enters the fields of a header row, between sep, into columns: text -> column
     /// number, counted from 0. Texts are not trimmed. The first of two equal
     /// texts wins. Other entries of columns stay.
     static void GetAttributesFromFirstRow(const std::string& row,

@@ -37,15 +37,13 @@ namespace Vorlan {
 // Seven enumerations with display names. The names are part of the parameter
 // file format and the numbers are stored by callers: neither ever changes.
 //
-// typeToName  gives the display name; a value without a name gives "".
-// nameToType  compares the whole text without regard to the case of ASCII
-//             letters (nothing is trimmed); the lowest matching value wins and
-//             any other text gives 0, "unknown".
-// Neither throws. The maps are built during static initialisation.
+// The comments beside the values are their names. Nothing here throws. The maps are
+// built during static initialisation.
 
 /// Spectrum file formats.
 class VORLAN_API DatasetType {
 public:
+    /// The values, each with its display name.
     enum EDatasetType : int {
         Unknown = 0, ///< "unknown"
         Dta = 1,     ///< "dta"
@@ -53,7 +51,10 @@ public:
         MzXml = 3,   ///< "mzXML"
         MzMl = 4     ///< "mzML"
     };
+    /// The display name of value; "" for a value without a name.
     static OpenMS::String typeToName(EDatasetType value);
+    /// The lowest value with this display name, the case of ASCII letters aside;
+    /// nothing is trimmed, and any other text gives 0, "unknown".
     static EDatasetType nameToType(const OpenMS::String& name);
 
 private:
@@ -64,13 +65,17 @@ private:
 /// How the false discovery rate is estimated over several result sets.
 class VORLAN_API FdrEstimateType {
 public:
+    /// The values, each with its display name.
     enum EFdrEstimateType : int {
         Unknown = 0,    ///< "unknown"
         Global = 1,     ///< "global"
         Separate = 2,   ///< "separate"
         Transferred = 3 ///< "transferred"
     };
+    /// The display name of value; "" for a value without a name.
     static OpenMS::String typeToName(EFdrEstimateType value);
+    /// The lowest value with this display name, the case of ASCII letters aside;
+    /// nothing is trimmed, and any other text gives 0, "unknown".
     static EFdrEstimateType nameToType(const OpenMS::String& name);
 
 private:
@@ -81,12 +86,16 @@ private:
 /// Fragmentation methods.
 class VORLAN_API FragMethodType {
 public:
+    /// The values, each with its display name.
     enum EFragType : int {
         Unknown = 0, ///< "unknown"
         CidHcd = 1,  ///< "CID/HCD"
         Etd = 2      ///< "ETD"
     };
+    /// The display name of value; "" for a value without a name.
     static OpenMS::String typeToName(EFragType value);
+    /// The lowest value with this display name, the case of ASCII letters aside;
+    /// nothing is trimmed, and any other text gives 0, "unknown".
     static EFragType nameToType(const OpenMS::String& name);
 
 private:
@@ -97,6 +106,7 @@ private:
 /// Identification result file formats.
 class VORLAN_API PepIdentType {
 public:
+    /// The values, each with its display name.
     enum EPepIdentType : int {
         Unknown = 0,         ///< "unknown"
         Pfind28Txt = 1,      ///< "pFind 2.8 (.txt)"
@@ -112,7 +122,10 @@ public:
         MsgfTsv = 11,        ///< "MSGF (.tsv)"
         CometPepXml = 12     ///< "Comet (.pep.xml)"
     };
+    /// The display name of value; "" for a value without a name.
     static OpenMS::String typeToName(EPepIdentType value);
+    /// The lowest value with this display name, the case of ASCII letters aside;
+    /// nothing is trimmed, and any other text gives 0, "unknown".
     static EPepIdentType nameToType(const OpenMS::String& name);
 
 private:
@@ -124,6 +137,7 @@ private:
 /// small q (B-02).
 class VORLAN_API SearchEngineType {
 public:
+    /// The values, each with its display name.
     enum ESearchEngineType : int {
         Unknown = 0,         ///< "unknown"
         Pfind28Txt = 1,      ///< "pFind 2.8 (.txt)"
@@ -137,7 +151,10 @@ public:
         MsgfTsv = 9,         ///< "MSGF (.tsv)"
         CometPepXml = 10     ///< "Comet (.pep.xml)"
     };
+    /// The display name of value; "" for a value without a name.
     static OpenMS::String typeToName(ESearchEngineType value);
+    /// The lowest value with this display name, the case of ASCII letters aside;
+    /// nothing is trimmed, and any other text gives 0, "unknown".
     static ESearchEngineType nameToType(const OpenMS::String& name);
 
 private:
@@ -148,12 +165,16 @@ private:
 /// Formulas of the target-decoy false discovery rate.
 class VORLAN_API TdFdrType {
 public:
+    /// The values, each with its display name.
     enum ETdFdrType : int {
         Unknown = 0,             ///< "unknown"
         DecoyByTarget = 1,       ///< "decoy/target"
         DecoyPlusOneByTarget = 2 ///< "(decoy+1)/target"
     };
+    /// The display name of value; "" for a value without a name.
     static OpenMS::String typeToName(ETdFdrType value);
+    /// The lowest value with this display name, the case of ASCII letters aside;
+    /// nothing is trimmed, and any other text gives 0, "unknown".
     static ETdFdrType nameToType(const OpenMS::String& name);
 
 private:
@@ -165,12 +186,16 @@ private:
 /// window and every other value, Unknown included, means parts per million.
 class VORLAN_API TolType {
 public:
+    /// The values, each with its display name.
     enum ETolType : int {
         Unknown = 0, ///< "unknown"
         Da = 1,      ///< "Da"
         Ppm = 2      ///< "ppm"
     };
+    /// The display name of value; "" for a value without a name.
     static OpenMS::String typeToName(ETolType value);
+    /// The lowest value with this display name, the case of ASCII letters aside;
+    /// nothing is trimmed, and any other text gives 0, "unknown".
     static ETolType nameToType(const OpenMS::String& name);
 
 private:
@@ -190,6 +215,7 @@ public:
     std::int32_t nPos = 0;                ///< 1-based residue; 0 N-terminus; length + 1 C-terminus
 
     IdentModification() = default;
+    /// The five fields in their order; mass in Da.
     IdentModification(const std::string& name, double mass, const std::string& site,
                       const std::string& position, std::int32_t pos);
 
@@ -204,10 +230,10 @@ public:
 /// One protein that an identified peptide maps to.
 class VORLAN_API PeptideEvidence {
 public:
-    std::string strProteinAccession;
-    std::int32_t nStart = -1; ///< start in the protein as the engine counts; -1 unknown
-    char cBefore = 'X';       ///< residue before the peptide
-    char cAfter = 'X';        ///< residue after the peptide
+    std::string strProteinAccession; ///< as the engine or the database writes it
+    std::int32_t nStart = -1;        ///< start in the protein as the engine counts; -1 unknown
+    char cBefore = 'X';              ///< residue before the peptide
+    char cAfter = 'X';               ///< residue after the peptide
 
     PeptideEvidence() = default;
     /// The end position is accepted and dropped (B-03).
@@ -263,15 +289,17 @@ public:
 /// Where a set of identification results comes from.
 class VORLAN_API PepIdentSource {
 public:
-    OpenMS::String strFirst; ///< folder of the result file
-    OpenMS::String strThird; ///< folder of a second file, for readers that need one
-    std::vector<OpenMS::String> vFirstList;
-    OpenMS::String strSecond; ///< name of the result file
-    OpenMS::String strFourth; ///< name of the second file
-    std::vector<OpenMS::String> vSecondList;
-    PepIdentType::EPepIdentType eType = PepIdentType::Unknown;
+    OpenMS::String strFirst;                 ///< folder of the result file
+    OpenMS::String strThird;                 ///< folder of a second file, for readers that need one
+    std::vector<OpenMS::String> vFirstList;  ///< carried for the host; no reader looks at it
+    OpenMS::String strSecond;                ///< name of the result file
+    OpenMS::String strFourth;                ///< name of the second file
+    std::vector<OpenMS::String> vSecondList; ///< carried for the host, like vFirstList
+    PepIdentType::EPepIdentType eType = PepIdentType::Unknown; ///< the format of the file
 
     PepIdentSource() = default;
+    /// Folder first and name second of the result, and what follows in the order of
+    /// the names of the fields; fields that are not given stay empty.
     PepIdentSource(const OpenMS::String& first, const OpenMS::String& second,
                    const OpenMS::String& third, const OpenMS::String& fourth,
                    PepIdentType::EPepIdentType type);
@@ -285,11 +313,12 @@ public:
 /// One dataset of spectra.
 class VORLAN_API DatasetSource {
 public:
-    std::string strFirst;  ///< folder
-    std::string strSecond; ///< file name; also the dataset's name
-    DatasetType::EDatasetType eType = DatasetType::Unknown;
+    std::string strFirst;                                   ///< folder
+    std::string strSecond;                                  ///< file name; also the dataset's name
+    DatasetType::EDatasetType eType = DatasetType::Unknown; ///< its format
 
     DatasetSource() = default;
+    /// Folder, file name and format.
     DatasetSource(const std::string& first, const std::string& second,
                   DatasetType::EDatasetType type);
 };
@@ -312,6 +341,7 @@ public:
         NUMBER_OF_MOD_SITE = 28 ///< no site; the default
     };
 
+    /// Where a modification may sit, with the texts of transETermSpecificityToString.
     enum ETermSpecificity : int {
         ANYWHERE = 0,                  ///< "Anywhere"
         C_TERM = 1,                    ///< "C-term"
@@ -321,14 +351,16 @@ public:
         NUMBER_OF_TERM_SPECIFICITY = 5 ///< count, not a value; the default
     };
 
-    std::uint64_t nIndex = 0;
-    EModSite eSite = NUMBER_OF_MOD_SITE;
-    ETermSpecificity ePos = NUMBER_OF_TERM_SPECIFICITY;
-    double dProb = 0.0; ///< probability of the site, 0 to 1
+    std::uint64_t nIndex = 0;                           ///< carried for the host
+    EModSite eSite = NUMBER_OF_MOD_SITE;                ///< the modified site
+    ETermSpecificity ePos = NUMBER_OF_TERM_SPECIFICITY; ///< where it lies
+    double dProb = 0.0;                                 ///< probability of the site, 0 to 1
 
     LocalizeResult() = default;
+    /// The four fields in their order; nothing is checked.
     LocalizeResult(std::uint64_t index, EModSite site, ETermSpecificity pos, double prob);
 
+    /// The fields, unchecked in both directions.
     ETermSpecificity getPos() const;
     void setPos(ETermSpecificity pos);
     double getProb() const;
@@ -366,14 +398,14 @@ public:
 /// the other fields are carried for the host.
 class VORLAN_API DeltaMass {
 public:
-    std::vector<double> vValues;
-    double dDeltaMass = 0.0; ///< mass shift, Da
-    double dValue1 = 0.0;
-    double dValue2 = 0.0;
-    double dValue3 = 0.0;
-    double dValue4 = 0.0;
-    std::string strName;
-    std::map<std::string, double> mapValues;
+    std::vector<double> vValues;             ///< carried for the host
+    double dDeltaMass = 0.0;                 ///< mass shift, Da
+    double dValue1 = 0.0;                    ///< carried for the host
+    double dValue2 = 0.0;                    ///< carried for the host
+    double dValue3 = 0.0;                    ///< carried for the host
+    double dValue4 = 0.0;                    ///< carried for the host
+    std::string strName;                     ///< carried for the host
+    std::map<std::string, double> mapValues; ///< carried for the host
 
     /// Sets dDeltaMass, Da.
     void setDeltaMass(double mass);
@@ -382,11 +414,11 @@ public:
 /// An annotation result, carried for the host.
 class VORLAN_API AnnoResult {
 public:
-    double dValue1 = 0.0;
-    std::vector<double> vFirst;
-    std::vector<double> vSecond;
-    std::vector<double> vThird;
-    double dValue2 = 0.0;
+    double dValue1 = 0.0;        ///< carried for the host
+    std::vector<double> vFirst;  ///< carried for the host
+    std::vector<double> vSecond; ///< carried for the host
+    std::vector<double> vThird;  ///< carried for the host
+    double dValue2 = 0.0;        ///< carried for the host
 };
 
 // ===== 5. Proteins =========================================================
@@ -394,11 +426,12 @@ public:
 /// One FASTA entry.
 class VORLAN_API CProtein {
 public:
-    std::string strAccession;
-    std::string strDescription;
-    std::string strSequence;
+    std::string strAccession;   ///< what stands between ">" and the first blank
+    std::string strDescription; ///< what stands behind that blank
+    std::string strSequence;    ///< the residues, one capital letter each
 
     CProtein() = default;
+    /// The three fields in their order.
     CProtein(const std::string& accession, const std::string& description,
              const std::string& sequence);
 };
@@ -408,6 +441,7 @@ class VORLAN_API InferProtein : public CProtein {
 public:
     double dValue = 0.0; ///< carried for the host
 
+    /// As those of CProtein (accession, description, sequence); dValue is 0.
     using CProtein::CProtein;
 };
 
@@ -435,10 +469,10 @@ public:
 
     /// One theoretical ion matched to a peak.
     struct MatchRes {
-        EIonType eIonType = static_cast<EIonType>(0);
-        std::uint64_t nIonIndex = 0; ///< the ion's number in its series, from 1
-        std::int32_t nCharge = 0;    ///< the ion's charge
-        EPeakHitStatus eHitStatus = static_cast<EPeakHitStatus>(0);
+        EIonType eIonType = static_cast<EIonType>(0); ///< the ion's series
+        std::uint64_t nIonIndex = 0;                  ///< the ion's number in its series, from 1
+        std::int32_t nCharge = 0;                     ///< the ion's charge
+        EPeakHitStatus eHitStatus = static_cast<EPeakHitStatus>(0); ///< shifted or not
     };
 
     double dMz = 0.0;                ///< m/z, Th
@@ -451,6 +485,7 @@ public:
     Peak(double mz, double intensity, EIonType ionType, std::uint64_t ionIndex, std::int32_t charge,
          EPeakHitStatus hitStatus, const std::vector<MatchRes>& matchRes);
 
+    /// The fields: m/z in Th, intensity in the unit of the source.
     double getMz() const;
     void setMz(double mz);
     double getIntensity() const;
@@ -458,13 +493,16 @@ public:
 
     /// Appends a copy of matchRes.
     void addMatchRes(MatchRes& matchRes);
+    /// Empties vMatchRes.
     void clearMatchRes();
+    /// The length of vMatchRes.
     std::uint64_t getNumberOfMatchRes() const;
 
-    // Fields of match i, counted from 0. Each member below
-    // \throws OpenMS::Exception::IndexOverflow with the index and the length
-    //         of vMatchRes and the label "Peak::" + its own name, when i is not
-    //         less than that length. The peak is unchanged then.
+    /// Field of match i, counted from 0; ionType, ionIndex, charge and hitStatus are
+    /// its new values.
+    /// \throws OpenMS::Exception::IndexOverflow with the index and the length
+    ///         of vMatchRes and the label "Peak::" + the member's name, when i is
+    ///         not less than that length. The peak is unchanged then.
     EIonType getIonTypeOf(std::uint64_t i) const;
     void setIonTypeOf(EIonType ionType, std::uint64_t i);
     std::uint64_t getIonIndexOf(std::uint64_t i) const;
@@ -496,14 +534,14 @@ private:
 ///     spectrum.ReleaseHashTable();
 class VORLAN_API Spectrum {
 public:
-    std::int32_t nSpecFlag = 1;  ///< carried for readers; none sets it
-    OpenMS::String strSource;    ///< carried for readers that know their source
-    OpenMS::String strTitle;     ///< the name under which it was loaded
-    double dPrecursorMz = 0.0;   ///< precursor m/z, Th
-    std::uint64_t nCharge = 0;   ///< precursor charge, 0 unknown
-    std::int32_t nScan = 0;      ///< scan number
-    double dRetentionTime = 0.0; ///< retention time, s
-    std::vector<Peak> vPeaks;
+    std::int32_t nSpecFlag = 1;           ///< carried for readers; none sets it
+    OpenMS::String strSource;             ///< carried for readers that know their source
+    OpenMS::String strTitle;              ///< the name under which it was loaded
+    double dPrecursorMz = 0.0;            ///< precursor m/z, Th
+    std::uint64_t nCharge = 0;            ///< precursor charge, 0 unknown
+    std::int32_t nScan = 0;               ///< scan number
+    double dRetentionTime = 0.0;          ///< retention time, s
+    std::vector<Peak> vPeaks;             ///< in the order of the file until they are sorted
     std::vector<std::int32_t> vHashTable; ///< see CreateHashTable; empty until then
 
     /// Number of peaks.
@@ -515,7 +553,7 @@ public:
     /// Sorts vPeaks by intensity, descending. Peaks whose intensity is not a
     /// number go behind all others. Not stable.
     void sortByIntensity();
-    /// The orders of the two sorts. Not to be used as they stand on peaks
+    /// The orders of the two sorts: a stands before b. Not to be used as they stand on peaks
     /// that hold a NaN.
     static bool bMzLesser(const Peak& a, const Peak& b);
     static bool bIntensityGreater(const Peak& a, const Peak& b);
@@ -539,6 +577,7 @@ public:
     ///                 matches of the peak found.
     /// \param tol      tolerance, in Da when tolType is TolType::Da, else in
     ///                 ppm of theo.dMz.
+    /// \param tolType  unit of tol
     /// \param bReuseMatched  false passes over peaks that already have a match.
     ///
     /// Of equally intense peaks the one with the lower m/z is taken; peaks

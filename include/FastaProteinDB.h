@@ -45,14 +45,17 @@ namespace AC {
 /// there is no child, or no brother.
 class VORLAN_API Node {
 public:
+    /// Sets index and character ch of the first child.
     void SetChild(std::uint64_t index, char ch);
     /// Index and character of the first child.
     std::pair<std::uint64_t, char> GetChild() const;
 
+    /// Sets index and character ch of the next sibling.
     void SetBrother(std::uint64_t index, char ch);
     /// Index and character of the next sibling.
     std::pair<std::uint64_t, char> GetBrother() const;
 
+    /// Sets the failure link.
     void SetF(std::uint64_t index);
     /// The failure link: the node of the longest proper suffix in the trie.
     std::uint64_t GetF() const;
@@ -82,30 +85,31 @@ public:
     /// open file!" on standard error and gives 0.
     static std::uint64_t GetEntryNum(std::ifstream& stream);
 
-    /// Reads the entry at which stream stands, up to the next line that begins
+    /// Reads the entry at which stream stands into protein, up to the next line that begins
     /// with ">". False, with three empty texts, when the stream is not open or at
     /// its end, and for a line that does not begin with ">"; that one is read and
     /// prints "FASTA Format error!One Protein Entry must start with char '>'!" on
     /// standard output.
     static bool ReadOnePrteinEntry(CProtein& protein, std::ifstream& stream); // sic
 
-    // The steps of ReadOnePrteinEntry. header is the line with its ">", without
-    // carriage returns at its end.
+    // The steps of ReadOnePrteinEntry.
 
-    /// The accession: what stands between ">" and the first blank (B-75). All of
+    /// Gives protein its accession: what stands in header, the line with its ">" and
+    /// without carriage returns at its end, between ">" and the first blank (B-75). All of
     /// it when there is no blank.
     static void ReadEntryAC(CProtein& protein, const std::string& header);
-    /// The description: what stands behind the first blank, as ChangeInvalidChar
-    /// leaves it.
+    /// Gives protein its description: what stands behind the first blank of header,
+    /// as ChangeInvalidChar leaves it.
     static void ReadEntryDE(CProtein& protein, const std::string& header);
-    /// Appends the letters A to Z of the lines up to the next header to the
-    /// sequence; everything else is dropped, lower-case letters too (B-76).
+    /// Appends the letters A to Z of the lines of stream, up to the next header, to
+    /// the sequence of protein; everything else is dropped, lower-case letters too (B-76).
     static void ReadEntrySQ(CProtein& protein, std::ifstream& stream);
+    /// The same for a text, sequence, instead of a protein; from stream, too.
     static void _ReadEntrySQ(std::string& sequence, std::ifstream& stream);
 
     /// Makes a blank of each character of code 1, "<" and "&" (B-77).
     static void ChangeInvalidChar(std::string& text);
-    /// Makes a blank of each ch.
+    /// Makes a blank of each ch in text.
     static void _ChangeChar(std::string& text, char ch);
 };
 
@@ -117,6 +121,7 @@ public:
 /// begins one character behind the end of protein i. Positions count from 0.
 class VORLAN_API CFastaProteinDB {
 public:
+    /// An empty database without name and path.
     CFastaProteinDB();
     ~CFastaProteinDB();
     CFastaProteinDB(const CFastaProteinDB&) = delete;
@@ -133,6 +138,7 @@ public:
     /// output: "DBPath empty!" without a path, "Can't find fasta file!" for one
     /// that cannot be opened, a folder among them.
     bool OpenFile();
+    /// Closes the file, if one is open.
     void CloseFile();
 
     /// Loads the whole file in place of what was loaded before, which needs its
@@ -177,14 +183,14 @@ protected:
     /// Makes the bin table from starts and concatenation.
     void CreateHashTable();
 
-    std::string strDBName_;
-    std::string strDBPath_;
-    std::vector<CProtein> vProteins_;
+    std::string strDBName_;              ///< see SetDBName
+    std::string strDBPath_;              ///< see SetDBPath
+    std::vector<CProtein> vProteins_;    ///< in file order
     std::vector<std::uint64_t> vStarts_; ///< of each protein in the concatenation
     std::string strProteins_;            ///< the concatenation
     std::vector<std::uint64_t> vBins_;   ///< of each bin the protein to begin with
     std::uint64_t tBinWidth_;            ///< 2000
-    std::ifstream ifsFasta_;
+    std::ifstream ifsFasta_;             ///< what OpenFile opened
 };
 
 } // namespace Vorlan

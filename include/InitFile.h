@@ -30,10 +30,11 @@ namespace Vorlan {
 /// The pairs under one header.
 class VORLAN_API Section {
 public:
-    OpenMS::String strName;
+    OpenMS::String strName;                             ///< without its brackets
     std::map<OpenMS::String, OpenMS::String> mapValues; ///< key -> value
 
     Section() = default;
+    /// A section without pairs.
     explicit Section(const OpenMS::String& name);
 };
 

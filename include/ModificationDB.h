@@ -78,11 +78,14 @@ public:
         NUMBER_OF_SOURCE_CLASSIFICATIONS = 16 ///< in names: the record's own
     };
 
+    /// An empty record: ANYWHERE, ARTIFACT, masses of 0.
     CResidueModification() = default;
+    /// Copies copy everything.
     CResidueModification(const CResidueModification&) = default;
     CResidueModification(CResidueModification&&) = default;
     CResidueModification& operator=(const CResidueModification&) = default;
     CResidueModification& operator=(CResidueModification&&) = default;
+
     virtual ~CResidueModification();
 
     /// All eleven fields are equal; masses exactly.
@@ -105,6 +108,7 @@ public:
     const std::string& getFullName() const { return strFullName_; }
     void setFullName(const std::string& fullName) { strFullName_ = fullName; }
 
+    /// Where the modification may sit; nothing is checked.
     TermSpecificity getTermSpecificity() const { return eTermSpecificity_; }
     void setTermSpecificity(TermSpecificity specificity) { eTermSpecificity_ = specificity; }
     /// By its display name, exactly as written above.
@@ -124,6 +128,7 @@ public:
     const std::string& getOrigin() const { return strOrigin_; }
     void setOrigin(const std::string& origin) { strOrigin_ = origin; }
 
+    /// Where the modification comes from.
     SourceClassification getSourceClassification() const { return eSourceClassification_; }
     void setSourceClassification(SourceClassification classification)
     {
@@ -177,6 +182,7 @@ public:
     CModificationsDB& operator=(const CModificationsDB&) = delete;
     virtual ~CModificationsDB();
 
+    /// The number of records.
     std::size_t getNumberOfModifications() const;
 
     /// Replaces result by the records that are registered under name (exactly,
@@ -203,7 +209,7 @@ public:
                     CResidueModification::TermSpecificity specificity) const;
 
     /// Replaces fullIds by the full ids of the records whose monoisotopic mass
-    /// shift lies within maxError of mass (Da, both ends included), with origin
+    /// shift lies within maxError of mass (Da, both ends included), with residue
     /// and specificity as in searchModifications; in the order of the database,
     /// equal ones as often as they occur. A mass or error that is not a number
     /// finds nothing.
@@ -284,6 +290,7 @@ public:
     void readFromUnimodXMLFile(const std::string& path);
 
 protected:
+    /// Reads path as readFromUnimodXMLFile does.
     explicit CModificationsDBUnimod(const std::string& path);
 
 private:
@@ -313,6 +320,7 @@ public:
     void readFromUnimodTXTFile(const std::string& path);
 
 protected:
+    /// Reads path as readFromUnimodTXTFile does.
     explicit CModificationsDBCalvexDefault(const std::string& path);
 
 private:
@@ -345,6 +353,7 @@ private:
 /// The library's own table, read as CModificationsDBCalvexDefault does.
 class VORLAN_API CModificationsDBEngineCalvex : public CModificationsDBEngine {
 public:
+    /// Reads path as readFromSearchEngineFile does.
     explicit CModificationsDBEngineCalvex(const std::string& path);
     ~CModificationsDBEngineCalvex() override;
 
@@ -360,6 +369,7 @@ public:
 /// origin, such as "STY" (B-47).
 class VORLAN_API CModificationsDBEnginePFind3 : public CModificationsDBEngine {
 public:
+    /// Reads path as readFromSearchEngineFile does.
     explicit CModificationsDBEnginePFind3(const std::string& path);
     ~CModificationsDBEnginePFind3() override;
 
@@ -381,6 +391,7 @@ public:
 /// and so are masses of zero. What stands behind "#" is not read.
 class VORLAN_API CModificationsDBEngineMSFragger : public CModificationsDBEngine {
 public:
+    /// Reads path as readFromSearchEngineFile does.
     explicit CModificationsDBEngineMSFragger(const std::string& path);
     ~CModificationsDBEngineMSFragger() override;
 

@@ -61,6 +61,7 @@ class LineReader;
 
 // ===== 1. PeptideIdentificationIO ==========================================
 
+/// The interface of every reader of peptide-spectrum matches.
 class VORLAN_API PeptideIdentificationIO {
 public:
     PeptideIdentificationIO(const PeptideIdentificationIO&) = delete;
@@ -78,29 +79,34 @@ public:
     /// Appends every match of the file; never clears vMatches.
     virtual void Load(std::vector<PeptideIdentification>& vMatches) = 0;
 
+    /// Closes the input. The native table keeps it open (B-11).
     virtual void EndLoad() = 0;
 
     /// Opens path for writing, emptying it. A failure is reported by Save.
     virtual void InitSave(const std::string& path) = 0;
 
+    /// Writes vMatches; of all readers only that of the native table does.
     virtual void Save(const std::vector<PeptideIdentification>& vMatches) = 0;
 
+    /// Closes the output.
     virtual void EndSave() = 0;
 
     /// Counts the result rows of the file, for the progress display.
     virtual void GetResultNumberOfFile() = 0;
 
+    /// The format that the reader reads.
     PepIdentType::EPepIdentType eGetType() const;
 
 protected:
+    /// A reader of the format type.
     explicit PeptideIdentificationIO(PepIdentType::EPepIdentType type);
 
     OpenMS::String strFilePath_;                ///< as composed, backslashes included
     std::vector<OpenMS::String> vAuxFilePaths_; ///< for readers of more than one file
-    PepIdentType::EPepIdentType eType_;
-    std::unique_ptr<LineReader> pInput_; ///< bounded lines of the input; never null
-    std::ofstream ofsOutput_;
-    std::uint64_t tResultCount_ = 0; ///< rows counted, for progress only
+    PepIdentType::EPepIdentType eType_;         ///< what eGetType gives
+    std::unique_ptr<LineReader> pInput_;        ///< bounded lines of the input; never null
+    std::ofstream ofsOutput_;                   ///< what InitSave opened
+    std::uint64_t tResultCount_ = 0;            ///< rows counted, for progress only
 };
 
 // ===== 2. TulkTXTPepIdentIO ================================================
@@ -200,8 +206,10 @@ public:
     /// less than 0.05 Da from dDelta (B-53) the nearest sum wins, of equal ones
     /// the first in the order of getModComb.
     ///
+    /// \param vResult  the modifications that explain it, in their order of sum
     /// \param dDelta   mass of the modified residue less that of the residue, Da
     /// \param nPos     place of the residue in the peptide, from 1
+    /// \param cResidue the residue, one letter
     /// \param cBefore  residue before the peptide, "-" at the start of a protein
     /// \param cAfter   residue after the peptide, "-" at the end of a protein
     ///
@@ -213,13 +221,13 @@ public:
     void getMod(std::vector<IdentModification>& vResult, double dDelta, int nPos, char cResidue,
                 char cBefore, char cAfter);
 
-    /// Replaces vCombinations by all combinations of k candidates, ordered and
+    /// Replaces vCombinations by all combinations of k of vCandidates, ordered and
     /// with repetition (B-58): as many as candidates to the power k. The last
     /// one varies fastest. None for k below 1.
     void getModComb(std::vector<Combination>& vCombinations,
                     const std::vector<IdentModification>& vCandidates, int k);
 
-    /// The modification may sit at the place, parameters as in getMod.
+    /// mod may sit at the place; nPos, cResidue, cBefore and cAfter as in getMod.
     /// - Its site is the residue, or names the terminus of its position type.
     /// - N-terminal ones need nPos 1, C-terminal ones nPos above 5 (B-55).
     /// - Protein termini need "-" on their side of the peptide.
@@ -233,6 +241,7 @@ public:
                             char cAfter);
 
 protected:
+    /// For a reader that shares the reading of pepXML.
     explicit MSFraggerPepXMLPepIdentIO(PepIdentType::EPepIdentType type);
 };
 
@@ -416,6 +425,7 @@ public:
 
 // ===== 8. PepIdentIOFactory ================================================
 
+/// Makes readers of matches, and takes them back.
 class VORLAN_API PepIdentIOFactory {
 public:
     PepIdentIOFactory() = delete;

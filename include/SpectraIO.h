@@ -64,7 +64,7 @@ public:
     /// Closes the input. Names and iteration stay, but for DtaIO.
     virtual void EndLoad() = 0;
 
-    /// Appends the spectrum of that name. An unknown name prints one line and
+    /// Appends the spectrum of that name to vSpectra. An unknown name prints one line and
     /// gives false. Fields that the record does not set keep the
     /// values of the spectrum loaded before (B-10).
     virtual bool bLoadOneSpectrum(const std::string& name, std::vector<Spectrum>& vSpectra) = 0;
@@ -115,9 +115,9 @@ public:
     /// Closes the file; names stay known, and loading one then gives true and
     /// a spectrum without peaks (B-86).
     void EndLoad() override;
-    /// An unknown name prints an empty line and "Unable to load spectrum " +
-    /// name on standard output and gives false. The spectrum's title is the
-    /// name asked for, not the text in the file.
+    /// Appends the spectrum to vSpectra. An unknown name prints an empty line and
+    /// "Unable to load spectrum " + name on standard output and gives false. The
+    /// spectrum's title is the name asked for, not the text in the file.
     bool bLoadOneSpectrum(const std::string& name, std::vector<Spectrum>& vSpectra) override;
     void ResetIter() override;
     std::uint64_t tGetInputSpecNumber() override;
@@ -137,6 +137,7 @@ public:
 protected:
     bool bOpenInputFile(const std::string& path) override;
     void CloseInputFile() override;
+    /// Opens path for writing and closes it; what InitSave and EndSave do.
     bool bOpenOutputFile(const std::string& path);
     void CloseOutputFile();
 
@@ -145,7 +146,7 @@ protected:
     /// Writes one spectrum to the output.
     virtual bool bPutOneSpec(Spectrum& spectrum) = 0;
 
-    std::ofstream ofsOutput_;
+    std::ofstream ofsOutput_;               ///< what InitSave opened
     std::unique_ptr<SpectrumIndex> pIndex_; ///< never null
     std::size_t tIter_ = 0;                 ///< next index entry of the iteration
 
@@ -204,7 +205,7 @@ public:
     std::uint64_t tLoadAllSpectra(std::vector<Spectrum>& vSpectra) override;
     /// Forgets folder and files.
     void EndLoad() override;
-    /// Opens folder + name, listed or not. The title is what stands behind the
+    /// Opens folder + name, listed or not, and appends to vSpectra. The title is what stands behind the
     /// last backslash of name.
     bool bLoadOneSpectrum(const std::string& name, std::vector<Spectrum>& vSpectra) override;
     void ResetIter() override;
@@ -219,9 +220,9 @@ protected:
     /// Lists the folder's files anew.
     void SetFilenameList();
 
-    std::string strFolder_; ///< ends in one backslash after InitLoad
-    std::vector<std::string> vFilenames_;
-    std::uint64_t tIter_ = 0; ///< next file of the iteration
+    std::string strFolder_;               ///< ends in one backslash after InitLoad
+    std::vector<std::string> vFilenames_; ///< in byte-wise order
+    std::uint64_t tIter_ = 0;             ///< next file of the iteration
 
 private:
     friend class DatasetIOPool;
@@ -260,6 +261,7 @@ protected:
 
 // ===== 6. SpecIOFactory ====================================================
 
+/// Makes readers of spectra, and takes them back.
 class VORLAN_API SpecIOFactory {
 public:
     SpecIOFactory() = delete;
@@ -278,9 +280,12 @@ public:
 /// current records, iterations and files.
 class VORLAN_API DatasetIOPool {
 public:
+    /// A pool without datasets.
     DatasetIOPool();
+    /// Copies share the readers.
     DatasetIOPool(const DatasetIOPool&);
     DatasetIOPool& operator=(const DatasetIOPool&);
+
     ~DatasetIOPool();
 
     /// Opens every dataset: its path is strFirst, ending in exactly one
@@ -298,7 +303,7 @@ public:
     /// that has any left; false at the end.
     bool bLoadNextSpectrum(std::vector<Spectrum>& vSpectra);
 
-    /// Appends the spectrum of that name from the dataset of that name (its
+    /// Appends to vSpectra the spectrum spectrumName of the dataset datasetName (its
     /// DatasetSource::strSecond, exactly; the last of several equal ones, B-85).
     /// False when the reader does not know the name (it prints so), and after
     /// EndLoad.
@@ -308,7 +313,7 @@ public:
     bool bLoadOneSpectrum(const std::string& datasetName, const std::string& spectrumName,
                           std::vector<Spectrum>& vSpectra);
 
-    /// Whether bLoadOneSpectrum would find that spectrum. False for anything
+    /// Whether bLoadOneSpectrum would find spectrumName in datasetName. False for anything
     /// unknown; prints nothing and throws nothing.
     bool bHasSpectrum(const std::string& datasetName, const std::string& spectrumName) const;
 
@@ -330,7 +335,9 @@ public:
     void EndLoad();
 
 protected:
+    /// Enters the names of the datasets, the last of equal ones.
     void SetDatasetSourceIndex();
+    /// Makes a reader for each dataset, and prints what InitLoad says.
     void InitSpecIO();
 
 private:

@@ -32,26 +32,29 @@ namespace Vorlan {
 
 // ===== 1. CSearchParam =====================================================
 
+/// Search, modifications, spectra and results: section [Search].
 class VORLAN_API CSearchParam {
 public:
-    SearchEngineType::ESearchEngineType eSearchEngine = SearchEngineType::Unknown;
-    bool bOpenSearch = false;
+    SearchEngineType::ESearchEngineType eSearchEngine =
+        SearchEngineType::Unknown;      ///< never Unknown once read
+    bool bOpenSearch = false;           ///< the matches come from an open search
     double dPrecursorMatchingTol = 0.0; ///< window of an open search, Da
-    TolType::ETolType ePrecursorMatchingTolType = TolType::Unknown;
-    FragMethodType::EFragType eFragMethod = FragMethodType::Unknown;
-    double dPrecursorTol = 0.0; ///< in the unit of ePrecursorTolType
-    TolType::ETolType ePrecursorTolType = TolType::Unknown;
-    double dFragmentTol = 0.0; ///< in the unit of eFragmentTolType
-    TolType::ETolType eFragmentTolType = TolType::Unknown;
-    std::string strModificationDatabase; ///< empty: the default table
-    std::vector<IdentModification> vFixedMods;
-    std::vector<IdentModification> vVarMods;
-    DatasetType::EDatasetType eDatasetFormat = DatasetType::Unknown;
-    std::int32_t nDatasetNumber = 0;
-    std::vector<DatasetSource> vDatasets;
-    PepIdentType::EPepIdentType ePepIdentFormat = PepIdentType::Unknown;
-    std::int32_t nPepIdentNumber = 0;
-    std::vector<PepIdentSource> vPepIdentSources;
+    TolType::ETolType ePrecursorMatchingTolType =
+        TolType::Unknown; ///< Da for an open search (B-48)
+    FragMethodType::EFragType eFragMethod = FragMethodType::Unknown; ///< CidHcd or Etd once read
+    double dPrecursorTol = 0.0;                             ///< in the unit of ePrecursorTolType
+    TolType::ETolType ePrecursorTolType = TolType::Unknown; ///< Da or Ppm once read
+    double dFragmentTol = 0.0;                              ///< in the unit of eFragmentTolType
+    TolType::ETolType eFragmentTolType = TolType::Unknown;  ///< Da or Ppm once read
+    std::string strModificationDatabase;                    ///< empty: the default table
+    std::vector<IdentModification> vFixedMods;              ///< in the order of the file
+    std::vector<IdentModification> vVarMods;                ///< in the order of the file
+    DatasetType::EDatasetType eDatasetFormat = DatasetType::Unknown; ///< that of every dataset
+    std::int32_t nDatasetNumber = 0;      ///< what the file says; length of vDatasets
+    std::vector<DatasetSource> vDatasets; ///< in the order of the file
+    PepIdentType::EPepIdentType ePepIdentFormat = PepIdentType::Unknown; ///< that of every result
+    std::int32_t nPepIdentNumber = 0;             ///< what the file says; length of the next
+    std::vector<PepIdentSource> vPepIdentSources; ///< in the order of the file
 
     /// vFixedMods followed by vVarMods.
     std::vector<IdentModification> getSpecifiedMod() const;
@@ -59,32 +62,36 @@ public:
 
 // ===== 2. CFdrControlParam =================================================
 
+/// Control of the false discovery rate: section [Fdr].
 class VORLAN_API CFdrControlParam {
 public:
-    bool bFdrControl = false;
+    bool bFdrControl = false;   ///< the rest is read only when it is on
     std::string strDecoyTag;    ///< how the accession of a decoy begins
     double dFdrThreshold = 0.0; ///< 0 to 1
-    FdrEstimateType::EFdrEstimateType eFdrMethod = FdrEstimateType::Unknown;
-    TdFdrType::ETdFdrType eTdFdrType = TdFdrType::Unknown;
+    FdrEstimateType::EFdrEstimateType eFdrMethod =
+        FdrEstimateType::Unknown;                          ///< over several results
+    TdFdrType::ETdFdrType eTdFdrType = TdFdrType::Unknown; ///< the formula
 };
 
 // ===== 3. CLocalizeParam ===================================================
 
+/// Localisation of modifications: section [Localization].
 class VORLAN_API CLocalizeParam {
 public:
-    bool bLocalize = false;
-    std::uint64_t nMinModNumber = 0; ///< at least 5 once read (B-49)
-    bool bUsePrior = false;
-    std::string strFilterMethod; ///< "probability" or "flr"
-    std::vector<IdentModification> vTargetMods;
-    double dFilterThreshold = 0.0; ///< 0 to 1
+    bool bLocalize = false;                     ///< the rest is read only when it is on
+    std::uint64_t nMinModNumber = 0;            ///< at least 5 once read (B-49)
+    bool bUsePrior = false;                     ///< carried for the host
+    std::string strFilterMethod;                ///< "probability" or "flr"
+    std::vector<IdentModification> vTargetMods; ///< in the order of the file
+    double dFilterThreshold = 0.0;              ///< 0 to 1
 };
 
 // ===== 4. CAnnotateParam ===================================================
 
+/// Annotation of proteins: section [Annotation].
 class VORLAN_API CAnnotateParam {
 public:
-    bool bAnnotate = false;
+    bool bAnnotate = false;         ///< the rest is read only when it is on
     std::string strProteinDatabase; ///< path of a FASTA file
 };
 
@@ -101,6 +108,7 @@ public:
     CTulkParam& operator=(const CTulkParam&) = delete;
     ~CTulkParam();
 
+    /// The instance; its groups are null before the first reading.
     static const CTulkParam* getInstance();
 
     /// Reads the file into the instance, in place of what it held, and gives
@@ -129,6 +137,7 @@ public:
 protected:
     CTulkParam();
 
+    /// What readFromFile does with the instance.
     void readFromFile_(const OpenMS::String& path);
 
     /// Deletes the groups and empties the output path.

@@ -3,6 +3,8 @@
 #ifndef VORLAN_EXPORT_H
 #define VORLAN_EXPORT_H
 
+/// \def VORLAN_API
+/// Stands in front of the name of a public class.
 #if defined(_WIN32)
 #if defined(VORLAN_BUILDING)
 #define VORLAN_API __declspec(dllexport)

@@ -70,9 +70,12 @@ enum EXmlType : int {
 /// case (B-32); szWhat() has the message.
 class VORLAN_API CXmlException : public std::exception {
 public:
+    /// An exception that says message.
     explicit CXmlException(const std::string& message);
+    /// Copies have texts of their own.
     CXmlException(const CXmlException& other);
     CXmlException& operator=(const CXmlException& other);
+
     ~CXmlException() override;
 
     /// Good as long as the exception. A message that quotes a text with a NUL
@@ -92,13 +95,16 @@ class CXmlElement;
 /// an unknown node.
 class VORLAN_API CXmlNode {
 public:
-    using EXmlType = Vorlan::EXmlType;
+    using EXmlType = Vorlan::EXmlType; ///< the kind under the name of the class
 
+    /// A node of kind XML_UNKNOWN without a parent.
     CXmlNode();
     /// parent is stored, not owned; the node is not entered there.
     explicit CXmlNode(CXmlNode* parent);
+    /// Copies kind, parent and value.
     CXmlNode(const CXmlNode& other);
     CXmlNode& operator=(const CXmlNode& other);
+
     virtual ~CXmlNode();
 
     /// Replaces the value and gives a reference to it, good until the value is
@@ -106,7 +112,9 @@ public:
     std::string& operator=(std::string& value);
     std::string& operator=(const char* value);
 
+    /// The kind of the node.
     EXmlType eType() const { return eType_; }
+    /// The node that it was made for, or null.
     CXmlNode* pParent() const { return pParent_; }
 
     /// The value: tag name, text or markup. Good until the value changes.
@@ -144,7 +152,9 @@ private:
 class VORLAN_API CXmlText : public CXmlNode {
 public:
     CXmlText();
+    /// parent as for CXmlNode.
     explicit CXmlText(CXmlNode* parent);
+    /// As CXmlNode, which they copy or give a new value.
     using CXmlNode::operator=;
 };
 
@@ -152,7 +162,9 @@ public:
 class VORLAN_API CXmlUnknown : public CXmlNode {
 public:
     CXmlUnknown();
+    /// parent as for CXmlNode.
     explicit CXmlUnknown(CXmlNode* parent);
+    /// As CXmlNode, which they copy or give a new value.
     using CXmlNode::operator=;
 };
 
@@ -162,8 +174,10 @@ public:
 class VORLAN_API CXmlAttributes {
 public:
     CXmlAttributes() = default;
+    /// Copies have attributes of their own.
     CXmlAttributes(const CXmlAttributes& other);
     CXmlAttributes& operator=(const CXmlAttributes& other);
+
     ~CXmlAttributes();
 
     /// Adds what [begin, end) holds, again and again: a name, that is the text
@@ -180,6 +194,7 @@ public:
 
     /// The number of attributes.
     std::size_t tSize() const;
+    /// Removes all attributes.
     void Clear();
 
     /// For each attribute, in the order of the names' bytes: a blank, the name,
@@ -207,19 +222,21 @@ private:
 /// A tag with its attributes and children.
 class VORLAN_API CXmlElement : public CXmlNode {
 public:
-    using Nodes = std::vector<CXmlNode*>;
-    using Iterator = Nodes::iterator;
+    using Nodes = std::vector<CXmlNode*>; ///< children of all kinds
+    using Iterator = Nodes::iterator;     ///< walks them
 
     CXmlElement();
+    /// parent as for CXmlNode.
     explicit CXmlElement(CXmlNode* parent);
     CXmlElement(const CXmlElement& other);            ///< shares the children (B-31)
     CXmlElement& operator=(const CXmlElement& other); ///< former children are not deleted
     ~CXmlElement() override;
+    /// As CXmlNode, which they copy or give a new value.
     using CXmlNode::operator=;
 
     // ---- Parsing
 
-    /// Parses the text as the content of this element and appends the nodes to
+    /// Parses the text from begin to *end as the content of this element and appends the nodes to
     /// the children. The text is copied; it need not outlive the call. *end
     /// must be readable: the message of an unclosed tag quotes it (B-34). After
     /// a failure the nodes before it are there.
@@ -237,12 +254,12 @@ public:
 
     // ---- Children
 
-    /// The child element with this tag and this number among them, counted
+    /// The child element with the tag name and the number index among them, counted
     /// from 0, or null. Walks the children: go through cNodes() once rather
     /// than asking for one number after the other.
     CXmlElement* pItem(std::string name, std::size_t index) const;
 
-    /// The first child element with this tag whose attribute key has this
+    /// The first child element with the tag name whose attribute key has this
     /// value, or null. Every candidate that lacks the attribute is given it
     /// with an empty value (B-33), which an empty value then matches.
     CXmlElement* pItemFromKV(std::string name, std::string key, std::string value) const;
@@ -304,6 +321,7 @@ public:
     CXmlDocument(const CXmlDocument& other) = default;            ///< shares the children (B-31)
     CXmlDocument& operator=(const CXmlDocument& other) = default; ///< as CXmlElement's
     ~CXmlDocument() override;
+    /// As CXmlNode, which they copy or give a new value.
     using CXmlNode::operator=;
 
     /// Reads the file in text mode (one carriage return before a line feed and
