@@ -1,5 +1,4 @@
-// docs/pelgrin-mods.md and docs/pelgrin-inspect.md show what the program says, to
-// the letter: every indented block with "$ " is run, line by line, in a folder that
+// Pages of docs/ show what the program says, to the letter: every indented block with "$ " is run, line by line, in a folder that
 // holds examples/. What is printed on standard error stands before the output.
 #include <cstdlib>
 #include <sstream>
@@ -71,6 +70,11 @@ TEST(PelgrinModsDocs, ExamplesShowTheRealOutput)
 TEST(PelgrinInspectDocs, ExamplesShowTheRealOutput)
 {
     ExpectRealOutput("pelgrin-inspect.md", 6);
+}
+
+TEST(FromEngineToSpectraDocs, ExamplesShowTheRealOutput)
+{
+    ExpectRealOutput("from-engine-to-spectra.md", 14);
 }
 
 } // namespace
