@@ -10,13 +10,14 @@ FUZZ_SECONDS ?= 60
 export JOBS FUZZ_SECONDS
 
 .DEFAULT_GOAL := help
-.PHONY: help demo demo-search test bench fuzz format check clean
+.PHONY: help demo demo-search test docs bench fuzz format check clean
 
 help:
 	@echo "PelgrinDLL"
 	@echo "  make demo         annotate the example data with pelgrin and show what was found"
 	@echo "  make demo-search  let Comet search invented spectra, and pelgrin read what it finds"
 	@echo "  make test         build everything with warnings as errors and run every test"
+	@echo "  make docs         build the documentation site, build/docs/index.html"
 	@echo "  make bench        build and run the benchmarks"
 	@echo "  make fuzz         run each fuzz target for FUZZ_SECONDS ($(FUZZ_SECONDS)) seconds"
 	@echo "  make format       lay out all sources with clang-format"
@@ -38,6 +39,10 @@ test:
 	@scripts/install-packages library tests search
 	@scripts/build dev
 	@scripts/run-tests dev
+
+docs:
+	@scripts/install-packages docs
+	@docs/site/build
 
 bench:
 	@scripts/install-packages library bench
