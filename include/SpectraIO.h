@@ -186,8 +186,9 @@ protected:
 ///
 /// Of a spectrum it sets strSource (the folder with one backslash behind it),
 /// strTitle, nCharge, vPeaks and dPrecursorMz (Th), which is (MH - p) / z + p
-/// with MH (Da) and z from the first line and p OpenMS' proton mass: infinite or
-/// not a number when z is 0 (B-70). Scan number and retention time stay 0.
+/// with MH (Da) and z from the first line and p the mass of the proton (Da),
+/// OpenMS::Constants::PROTON_MASS_U: infinite or not a number when z is 0 (B-70).
+/// Scan number and retention time stay 0.
 class VORLAN_API DtaIO : public SpectraIO {
 public:
     DtaIO();

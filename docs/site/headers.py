@@ -3,6 +3,8 @@ the comment at the head of a file is its description, a comment stands for all
 declarations below it up to an empty line, and characters mean themselves."""
 import re
 
+import markdown
+
 _CODE = re.compile(r"^ {4,}\S")
 
 
@@ -13,8 +15,9 @@ def escaped(words, behaviours):
     rest = words[len(front):]
     rest = re.sub(r"\\", r"\\\\", rest)
     rest = re.sub(r'([<>&#@%"])', r"\\\1", rest)
-    return front + re.sub(r"\bB-(\d\d)\b", lambda m: f'@ref {behaviours[m.group(1)]} "{m.group()}"',
-                          rest)
+    rest = re.sub(r"\bB-(\d\d)\b", lambda m: f'@ref {behaviours[m.group(1)]} "{m.group()}"', rest)
+    return front + re.sub(r"\bdocs/[\w/-]+\.md\b",
+                          lambda m: f'@ref {markdown.page_id(m.group())} "{m.group()}"', rest)
 
 
 def symbols(texts):

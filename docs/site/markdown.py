@@ -6,6 +6,8 @@ import re
 
 _CODE_SPAN = re.compile(r"(`[^`\n]+`)")
 _LINK = re.compile(r"(?<!!)\[((?:[^\[\]`]|`[^`\n]*`)+)\]\(([^)\s]+)\)")
+_CODE_OR_LINK = re.compile(r"`[^`]*`[.,;:)]*|\[(?:[^\[\]`]|`[^`]*`)+\]\([^)\s]+\)[.,;:]*")
+_QUOTED = re.compile(r'("[^"\n]*")')  # taken by doxygen as it stands
 _BEHAVIOUR = re.compile(r"\bB-(\d\d)\b")
 _LISTED = re.compile(r"\s*([-*+]|\d+\.) ")
 
@@ -27,11 +29,27 @@ def anchor(path, heading):
     return f"{page_id(path)}--{heading}"
 
 
+def _whole(match):
+    """Code or a link in one line; what follows begins the next one."""
+    breaks = match.group().count("\n")
+    return re.sub(r"\n *", " ", match.group()) + "\n" * breaks
+
+
+def _unbroken(text):
+    """The text with links and code in one line each, outside of blocks of code."""
+    parts = re.split(r"(^```.*?^```$)", text, flags=re.MULTILINE | re.DOTALL)
+    for place in range(0, len(parts), 2):
+        paragraphs = re.split(r"(\n\n+)", parts[place])
+        parts[place] = "".join(p if p.startswith("    ") else _CODE_OR_LINK.sub(_whole, p)
+                               for p in paragraphs)
+    return "".join(parts)
+
+
 def lines_of(text):
     """(line, is it code?) of a page: fenced blocks, and indented ones outside of lists."""
     fenced = indented = listed = False
     before = ""
-    for line in text.split("\n"):
+    for line in _unbroken(text).split("\n"):
         blank = not line.strip()
         if line.startswith("```"):
             fenced = not fenced
@@ -102,8 +120,11 @@ class Page:
         return line
 
     def _text(self, text):
-        text = re.sub(r"(\\(?![|*_`])|[<@#])", r"\\\1", text)
-        return _BEHAVIOUR.sub(self._behaviour, text)
+        parts = _QUOTED.split(text)
+        for place in range(0, len(parts), 2):
+            part = re.sub(r"(\\(?![|*_`])|[<@#])", r"\\\1", parts[place])
+            parts[place] = _BEHAVIOUR.sub(self._behaviour, part)
+        return "".join(parts)
 
     def _behaviour(self, match):
         place = self.site.behaviours.get(match.group(1))
