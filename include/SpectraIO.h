@@ -206,8 +206,8 @@ public:
     std::uint64_t tLoadAllSpectra(std::vector<Spectrum>& vSpectra) override;
     /// Forgets folder and files.
     void EndLoad() override;
-    /// Opens folder + name, listed or not, and appends to vSpectra. The title is what stands behind the
-    /// last backslash of name.
+    /// Opens folder + name, listed or not, and appends to vSpectra. The title is what
+    /// stands behind the last backslash of name.
     bool bLoadOneSpectrum(const std::string& name, std::vector<Spectrum>& vSpectra) override;
     void ResetIter() override;
     /// Number of files listed.

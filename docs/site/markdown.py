@@ -8,6 +8,7 @@ _CODE_SPAN = re.compile(r"(`[^`\n]+`)")
 _LINK = re.compile(r"(?<!!)\[((?:[^\[\]`]|`[^`\n]*`)+)\]\(([^)\s]+)\)")
 _CODE_OR_LINK = re.compile(r"`[^`]*`[.,;:)]*|\[(?:[^\[\]`]|`[^`]*`)+\]\([^)\s]+\)[.,;:]*")
 _QUOTED = re.compile(r'("[^"\n]*")')  # taken by doxygen as it stands
+_ENTITY = re.compile(r"&(?=#?\w+;)")  # here four or more characters, as they stand
 _BEHAVIOUR = re.compile(r"\bB-(\d\d)\b")
 _LISTED = re.compile(r"\s*([-*+]|\d+\.) ")
 
@@ -122,7 +123,8 @@ class Page:
     def _text(self, text):
         parts = _QUOTED.split(text)
         for place in range(0, len(parts), 2):
-            part = re.sub(r"(\\(?![|*_`])|[<@#])", r"\\\1", parts[place])
+            part = _ENTITY.sub("&amp;", parts[place])
+            part = re.sub(r"(\\(?![|*_`])|[<@#])", r"\\\1", part)
             parts[place] = _BEHAVIOUR.sub(self._behaviour, part)
         return "".join(parts)
 
@@ -135,7 +137,7 @@ class Page:
         if symbol:
             return f"<code>[{span.strip('`')}](@ref {symbol})</code>"
         # Between single ticks an apostrophe would end the code.
-        return f"`{span}`"
+        return f"`{_ENTITY.sub('&amp;', span)}`"
 
     def _link(self, text, target):
         # The words of a link are taken as they stand, ticks included.
