@@ -43,6 +43,14 @@ public:
 /// A parameter file in memory. Copies are independent of each other.
 class VORLAN_API InitFile {
 public:
+    OpenMS::String strFilename;     ///< last loaded or set
+    OpenMS::String strSymbol = "#"; ///< the comment symbols, each character one
+    std::vector<Section> vSections; ///< in the order first met
+    /// Name of a section -> its index in vSections. Whoever changes one of the
+    /// two changes the other; a section that is not where this says is not
+    /// found.
+    std::map<OpenMS::String, std::size_t> mapSectionIndex;
+
     InitFile() = default;
 
     /// Remembers path, removes all sections and reads the file, line by line:
@@ -104,10 +112,6 @@ private:
     void OpenSection_(const OpenMS::String& name);
     std::string Text_() const;
 
-    OpenMS::String strFilename; ///< last loaded or set
-    OpenMS::String strSymbol = "#";
-    std::vector<Section> vSections; ///< in the order first met
-    std::map<OpenMS::String, std::size_t> mapSectionIndex;
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
     std::size_t nCurrent_ = kNone; ///< the section that Load opened or Set found last
 };

@@ -111,18 +111,20 @@ OpenMS::String InitFile::Get(const OpenMS::String& section, const OpenMS::String
 void InitFile::Set(const OpenMS::String& section, const OpenMS::String& key,
                    const OpenMS::String& value)
 {
-    const auto place = mapSectionIndex.find(section);
-    if (place == mapSectionIndex.end()) {
+    Section* const found = pGetSection(section);
+    if (found == nullptr) {
         return; // Deliberate: B-26
     }
-    nCurrent_ = place->second;
-    vSections[nCurrent_].mapValues[key] = value;
+    nCurrent_ = static_cast<std::size_t>(found - vSections.data());
+    found->mapValues[key] = value;
 }
 
 Section* InitFile::pGetSection(const OpenMS::String& name)
 {
     const auto place = mapSectionIndex.find(name);
-    return place == mapSectionIndex.end() ? nullptr : &vSections[place->second];
+    // The host can reach both lists, so the index may be stale.
+    const bool isThere = place != mapSectionIndex.end() && place->second < vSections.size();
+    return isThere ? &vSections[place->second] : nullptr;
 }
 
 const Section* InitFile::pGetSection(const OpenMS::String& name) const

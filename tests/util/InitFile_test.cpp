@@ -3,6 +3,7 @@
 #include "InitFile.h"
 
 #include "support/Exceptions.h"
+#include "support/Fields.h"
 #include "support/IniTwin.h"
 #include "support/Random.h"
 #include "support/Support.h"
@@ -333,6 +334,57 @@ TEST(InitFile, SetFilenameReadsNothing)
 {
     Loaded loaded("[S]\na=1\n");
     loaded.file.SetFilename("missing.ini");
+    EXPECT_EQ(loaded.file.strFilename, "missing.ini");
+    EXPECT_EQ(TextOf(loaded.file), "[S]\na=1\n");
+}
+
+// ---- Fields ----------------------------------------------------------------
+
+TEST(InitFile, FieldsStandInTheirOrder)
+{
+    const InitFile file;
+    EXPECT_TRUE(
+        (test::Fields<OpenMS::String, OpenMS::String, std::vector<Section>,
+                      std::map<OpenMS::String, std::size_t>>::StandInOrder(file.strFilename,
+                                                                           file.strSymbol,
+                                                                           file.vSections,
+                                                                           file.mapSectionIndex)));
+    EXPECT_EQ(file.strFilename, "");
+    EXPECT_EQ(file.strSymbol, "#");
+    const Section section;
+    EXPECT_TRUE(
+        (test::Fields<OpenMS::String, std::map<OpenMS::String, OpenMS::String>>::StandInOrder(
+            section.strName, section.mapValues)));
+}
+
+TEST(InitFile, FieldsHoldWhatWasReadAndSet)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("run.ini", "[T]\nb=1\n[S]\n[T]\na=1\n");
+    InitFile file;
+    file.SetSymbol(";#");
+    file.Load(path);
+    EXPECT_EQ(file.strFilename, path);
+    EXPECT_EQ(file.strSymbol, ";#");
+    ASSERT_EQ(file.vSections.size(), 2U);
+    EXPECT_GE(file.vSections.capacity(), 8U);
+    EXPECT_EQ(file.vSections[0].strName, "T");
+    EXPECT_THAT(file.mapSectionIndex,
+                testing::ElementsAre(testing::Pair("S", 1U), testing::Pair("T", 0U)));
+    const std::string missing = folder.PathOf("missing.ini");
+    test::OutputOf([&] { ThrownBy([&] { file.Load(missing); }); });
+    EXPECT_EQ(file.strFilename, missing) << "remembered before it is opened";
+    EXPECT_EQ(file.strSymbol, ";#");
+    EXPECT_TRUE(file.mapSectionIndex.empty());
+}
+
+TEST(InitFile, SectionThatTheHostTookAwayIsNotFound)
+{
+    Loaded loaded("[S]\na=1\n[T]\nb=2\n");
+    loaded.file.vSections.pop_back();
+    EXPECT_EQ(loaded.file.pGetSection("T"), nullptr);
+    EXPECT_EQ(loaded.file.Get("T", "b"), "");
+    loaded.file.Set("T", "b", "3");
     EXPECT_EQ(TextOf(loaded.file), "[S]\na=1\n");
 }
 
