@@ -3,6 +3,7 @@
 #include <type_traits>
 
 #include "ParameterText.h"
+#include "support/Fields.h"
 
 namespace Vorlan {
 namespace {
@@ -63,6 +64,45 @@ TEST(TulkParamGroups, AreEmptyByDefault)
     EXPECT_FALSE(CLocalizeParam().bLocalize);
     EXPECT_EQ(CLocalizeParam().nMinModNumber, 0U);
     EXPECT_FALSE(CAnnotateParam().bAnnotate);
+}
+
+TEST(TulkParamGroups, FieldsStandInTheirOrder)
+{
+    using Text = std::string;
+    using Mods = std::vector<IdentModification>;
+    const CSearchParam s;
+    EXPECT_TRUE(
+        (test::Fields<SearchEngineType::ESearchEngineType, bool, double, TolType::ETolType,
+                      FragMethodType::EFragType, double, TolType::ETolType, double,
+                      TolType::ETolType, Text>::StandInOrder(s.eSearchEngine, s.bOpenSearch,
+                                                             s.dPrecursorMatchingTol,
+                                                             s.ePrecursorMatchingTolType,
+                                                             s.eFragMethod, s.dPrecursorTol,
+                                                             s.ePrecursorTolType, s.dFragmentTol,
+                                                             s.eFragmentTolType,
+                                                             s.strModificationDatabase)));
+    EXPECT_TRUE(
+        (test::Fields<Text, Mods, Mods, DatasetType::EDatasetType, std::int32_t,
+                      std::vector<DatasetSource>, PepIdentType::EPepIdentType, std::int32_t,
+                      std::vector<PepIdentSource>>::StandInOrder(s.strModificationDatabase,
+                                                                 s.vFixedMods, s.vVarMods,
+                                                                 s.eDatasetFormat, s.nDatasetNumber,
+                                                                 s.vDatasets, s.ePepIdentFormat,
+                                                                 s.nPepIdentNumber,
+                                                                 s.vPepIdentSources)));
+    const CFdrControlParam fdr;
+    EXPECT_TRUE(
+        (test::Fields<bool, Text, double, FdrEstimateType::EFdrEstimateType,
+                      TdFdrType::ETdFdrType>::StandInOrder(fdr.bFdrControl, fdr.strDecoyTag,
+                                                           fdr.dFdrThreshold, fdr.eFdrMethod,
+                                                           fdr.eTdFdrType)));
+    const CLocalizeParam localize;
+    EXPECT_TRUE((test::Fields<bool, std::uint64_t, bool, Text, Mods, double>::StandInOrder(
+        localize.bLocalize, localize.nMinModNumber, localize.bUsePrior, localize.strFilterMethod,
+        localize.vTargetMods, localize.dFilterThreshold)));
+    const CAnnotateParam annotate;
+    EXPECT_TRUE(
+        (test::Fields<bool, Text>::StandInOrder(annotate.bAnnotate, annotate.strProteinDatabase)));
 }
 
 // ---- After a failure -----------------------------------------------------

@@ -9,6 +9,12 @@ namespace {
 
 using std::string_literals::operator""s;
 
+static_assert(std::has_virtual_destructor_v<CXmlNode> && !std::is_polymorphic_v<CXmlAttributes>);
+static_assert(std::is_base_of_v<CXmlNode, CXmlText> && std::is_base_of_v<CXmlNode, CXmlUnknown>);
+static_assert(std::is_base_of_v<CXmlNode, CXmlElement>);
+static_assert(std::is_base_of_v<CXmlElement, CXmlDocument>);
+static_assert(std::is_base_of_v<std::exception, CXmlException>);
+
 TEST(CXmlException, SzWhatGivesTheMessage)
 {
     const CXmlException e("Can not open file!");
@@ -121,6 +127,17 @@ TEST(CXmlNode, ParseAppendsToTheValue)
     node.Parse(text.data(), text.data());
     EXPECT_EQ(node.strValue(), "<a\0b>&lt;"s);
     EXPECT_EQ(node.strToXml(), node.strValue());
+}
+
+TEST(CXmlNode, OnlyDestructionAndWritingAreVirtual)
+{
+    CXmlElement element;
+    CXmlNode& node = element;
+    node.Parse("<a/>");
+    EXPECT_EQ(element.tCount(), 0U);
+    EXPECT_EQ(element.strValue(), "<a/>");
+    node = "b";
+    EXPECT_EQ(node.strToXml(), "\n<b/>");
 }
 
 TEST(CXmlNode, CopiesHaveAValueOfTheirOwn)
