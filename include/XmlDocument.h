@@ -20,17 +20,17 @@
 // What the model keeps: elements and their attributes; comments, processing
 // instructions, CDATA sections and DOCTYPE declarations as they stand. What it
 // does not: character data between tags is dropped (B-27), entities stay as
-// they are in both directions ("&gt;" is four characters), names may be
+// they are in both directions (B-86: "&gt;" is four characters), names may be
 // anything ("umod:mod" is a plain text), nothing is validated.
 //
 // How it reads, where that differs from other parsers:
 // - An element ends at the first "</" followed by its tag name: a prefix is
 //   enough, and nesting is not counted (B-28). An element inside one of the
-//   same name fails.
+//   same name fails. A closing tag too many is an element (B-81).
 // - A tag ends at the first ">", in an attribute value, too; when a "-" stands
 //   before that one and the tag does not begin with "<!", at the next (B-29).
 // - A comment ends at its first ">" (B-30).
-// - Attribute values stand in double quotes; others are not seen.
+// - Attribute values stand in double quotes; others are not seen (B-80).
 //
 // Cost. Time is close to linear in the length of the text, for any text; depth
 // is not limited, and no step is recursive. Attributes stay in the text that
@@ -283,7 +283,7 @@ public:
     Iterator iterEnd();
 
     /// The value of the first child of kind XML_TEXT. When there is none, an
-    /// empty one is entered in front of the children.
+    /// empty one is entered in front of the children (B-82).
     std::string& strText();
 
     /// Appends a new element and gives it. Its tag name stays empty; name

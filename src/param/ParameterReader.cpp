@@ -76,7 +76,7 @@ TolType::ETolType ToleranceType(const SectionReader& section, const std::string&
     if (value != "0" && value != "1") {
         section.Invalid(key);
     }
-    return TolType::nameToType(value == "0" ? "Da" : "PPM");
+    return TolType::nameToType(value == "0" ? "Da" : "PPM"); // Deliberate: B-83
 }
 
 /// A number from 0 to 1.
@@ -182,7 +182,7 @@ void ReadEngine(const SectionReader& section, CSearchParam& param)
     if (param.eSearchEngine == SearchEngineType::Unknown) {
         section.Invalid("search_result_format");
     }
-    param.bOpenSearch = section.Optional("open_search") == "1";
+    param.bOpenSearch = section.Optional("open_search") == "1"; // Deliberate: B-84
     if (param.bOpenSearch) {
         constexpr char kType[] = "precursor_matching_tolerance_type";
         param.dPrecursorMatchingTol = Tolerance(section, "precursor_matching_tolerance");
@@ -256,7 +256,7 @@ const CModificationsDB& ReadSearch(const InitFile& file, CSearchParam& param)
 void ReadFdrControl(const InitFile& file, CFdrControlParam& param)
 {
     const SectionReader section(file, "Fdr");
-    param.bFdrControl = section.Required("is_fdr_control") != "0";
+    param.bFdrControl = section.Required("is_fdr_control") != "0"; // Deliberate: B-84
     if (!param.bFdrControl) {
         return;
     }
@@ -277,7 +277,7 @@ void ReadFdrControl(const InitFile& file, CFdrControlParam& param)
 void ReadLocalize(const InitFile& file, const CModificationsDB& database, CLocalizeParam& param)
 {
     const SectionReader section(file, "Localization");
-    param.bLocalize = section.Required("is_localized") != "0";
+    param.bLocalize = section.Required("is_localized") != "0"; // Deliberate: B-84
     if (!param.bLocalize) {
         return;
     }

@@ -5,6 +5,7 @@ namespace Vorlan {
 bool XmlAttributeText::Next()
 {
     constexpr std::size_t kNone = std::string_view::npos;
+    // Deliberate: B-80. What stands in front of the double quote is passed over.
     const std::size_t equals = rest_.find('=');
     const std::size_t open = equals == kNone ? kNone : rest_.find('"', equals + 1);
     const std::size_t close = open == kNone ? kNone : rest_.find('"', open + 1);

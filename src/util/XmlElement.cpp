@@ -213,7 +213,7 @@ std::string& CXmlElement::strText()
             return node->OwnValue_();
         }
     }
-    auto text = std::make_unique<CXmlText>(this);
+    auto text = std::make_unique<CXmlText>(this); // Deliberate: B-82
     std::string& value = text->OwnValue_();
     vNodes_.insert(vNodes_.begin(), text.get());
     text.release();

@@ -173,7 +173,7 @@ private:
 
     const char* BeginElement(const char* lt, const char* gt)
     {
-        const xml::StartTag tag(lt, gt);
+        const xml::StartTag tag(lt, gt); // Deliberate: B-81. "</" begins one, too.
         CXmlElement* const element = XmlBuilder::NewElement(
             open_.back().element, names_.Of(tag.name), source_, tag.attributes, tag.attributesEnd);
         Append(std::unique_ptr<CXmlNode>(element));

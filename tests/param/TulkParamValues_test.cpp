@@ -104,9 +104,23 @@ TEST_F(TulkParamValues, EveryResultFormatIsKnownByItsNameInAnyCase)
     }
 }
 
+// ---- Units -----------------------------------------------------------------
+
+TEST_F(TulkParamValues, B83_UnitsAreNumberedFromZero)
+{
+    for (const auto& [value, unit] : {std::pair("0", TolType::Da), std::pair("1", TolType::Ppm)}) {
+        Accept("Search", "precursor_tol_type", value);
+        EXPECT_EQ(Search().ePrecursorTolType, unit);
+        Accept("Search", "fragment_tol_type", value);
+        EXPECT_EQ(Search().eFragmentTolType, unit);
+    }
+    Accept("Search", "precursor_matching_tolerance_type", "0");
+    EXPECT_EQ(Search().ePrecursorMatchingTolType, TolType::Da);
+}
+
 // ---- Open search and other switches --------------------------------------
 
-TEST_F(TulkParamValues, OnlyTheTextOneTurnsOpenSearchOn)
+TEST_F(TulkParamValues, B84_OnlyTheTextOneTurnsOpenSearchOn)
 {
     for (const std::string value : {"", "0", "2", "true", "01", "1.0", "1 x"}) {
         ASSERT_EQ(Read(FullParameters()
@@ -131,7 +145,7 @@ TEST_F(TulkParamValues, TheFragmentationMethodIsCidUnlessTheFileSaysEtd)
     EXPECT_EQ(Search().eFragMethod, FragMethodType::Etd);
 }
 
-TEST_F(TulkParamValues, EveryTextButZeroTurnsFdrControlOn)
+TEST_F(TulkParamValues, B84_EveryTextButZeroTurnsFdrControlOn)
 {
     for (const std::string value : {"1", "2", "00", "no", "-"}) {
         Accept("Fdr", "is_fdr_control", value);
@@ -166,7 +180,7 @@ TEST_F(TulkParamValues, FdrMethodsAndFormulasAreNumbered)
     }
 }
 
-TEST_F(TulkParamValues, EveryTextButZeroTurnsLocalizationAndItsPriorOn)
+TEST_F(TulkParamValues, B84_EveryTextButZeroTurnsLocalizationAndItsPriorOn)
 {
     for (const std::string value : {"1", "2", "00", "no"}) {
         Accept("Localization", "is_localized", value);

@@ -64,6 +64,24 @@ TEST(CXmlAttributes, TagsAndTheirAttributes)
     }
 }
 
+TEST(CXmlAttributes, B80_ValueIsTheNextTextInDoubleQuotes)
+{
+    test::Parsed parsed("<e x='1' y=\"2\" z=3 w=\"4\"/>");
+    CXmlElement& element = parsed.Child(0);
+    EXPECT_EQ(element.strToXml(), "\n<e x=\"2\" z=\"4\"/>");
+    EXPECT_EQ(element["x"], "2");
+    EXPECT_EQ(element["y"], "") << "its value went to the one before";
+}
+
+TEST(CXmlAttributes, B86_EntitiesStayInBothDirections)
+{
+    test::Parsed parsed("<e a=\"&quot;&gt;&#65;\"/>");
+    CXmlElement& element = parsed.Child(0);
+    EXPECT_EQ(element["a"], "&quot;&gt;&#65;");
+    element["b"] = "<\"&";
+    EXPECT_EQ(element.strToXml(), "\n<e a=\"&quot;&gt;&#65;\" b=\"<\"&\"/>");
+}
+
 TEST(CXmlAttributes, ParseAddsAndReplaces)
 {
     const std::string first = "a=\"1\" b=\"2\"";

@@ -114,7 +114,7 @@ TEST(CXmlElement, IteratorsGoThroughTheChildren)
 
 // ---- Texts and new elements ------------------------------------------------
 
-TEST(CXmlElement, TextIsEnteredInFrontOfTheChildren)
+TEST(CXmlElement, B82_TextIsEnteredInFrontOfTheChildren)
 {
     Parsed parsed("<r>hello<b/>world</r>");
     CXmlElement& r = parsed.Child(0);

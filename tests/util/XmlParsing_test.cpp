@@ -60,7 +60,7 @@ TEST(XmlParsing, ElementsAndTheirNames)
     });
 }
 
-TEST(XmlParsing, ClosingTagWithoutAnElementIsAnElementWithoutAName)
+TEST(XmlParsing, B81_ClosingTagWithoutAnElementIsAnElementWithoutAName)
 {
     Expect({
         {"alone", "</a>", "()", "</a>Can not find </element>"},
