@@ -159,6 +159,7 @@ TEST(CXmlElement, B35_NameOfBlanksPasses)
 {
     CXmlElement parent;
     EXPECT_EQ(parent.pNewItem(" \t\n\r")->strText(), " \t\n\r");
+    EXPECT_EQ(parent.pNewItem("   ")->strText(), "   ");
 }
 
 TEST(CXmlElement, NewItemWithoutANameIsAnError)
@@ -319,6 +320,21 @@ TEST(CXmlElement, OpenAndClosedTagsWithoutContentAreWrittenAlike)
 {
     Parsed parsed("<a></a><b/><c>text</c>");
     EXPECT_EQ(parsed.document.strToXml(), "\n<a/>\n<b/>\n<c/>");
+}
+
+TEST(CXmlElement, ElementOfAnotherKindWritesItsChildrenOnly)
+{
+    CXmlElement parent;
+    auto* const element = new CXmlElement;
+    element->Parse("<a/><b/>");
+    (*element)["x"] = "1";
+    const CXmlText text;
+    static_cast<CXmlNode&>(*element) = text;
+    ASSERT_EQ(element->eType(), XML_TEXT);
+    EXPECT_EQ(element->strToXml(), "\n<a/>\n<b/>");
+    parent = "p";
+    parent.cNodes().push_back(element);
+    EXPECT_EQ(parent.strToXml(), "\n<p>\n<a/>\n<b/>\n</p>");
 }
 
 TEST(CXmlElement, OtherClassesWriteThemselves)
