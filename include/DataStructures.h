@@ -183,7 +183,7 @@ private:
 };
 
 /// Units of a tolerance. Wherever a tolerance is applied, Da means an absolute
-/// window and every other value, Unknown included, parts per million (B-85).
+/// window and every other value, Unknown included, parts per million (B-87).
 class VORLAN_API TolType {
 public:
     /// The values, each with its display name.

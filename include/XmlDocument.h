@@ -20,7 +20,7 @@
 // What the model keeps: elements and their attributes; comments, processing
 // instructions, CDATA sections and DOCTYPE declarations as they stand. What it
 // does not: character data between tags is dropped (B-27), entities stay as
-// they are in both directions (B-86: "&gt;" is four characters), names may be
+// they are in both directions (B-88: "&gt;" is four characters), names may be
 // anything ("umod:mod" is a plain text), nothing is validated.
 //
 // How it reads, where that differs from other parsers:

@@ -94,7 +94,7 @@ std::int32_t Spectrum::GetHitPeak(Peak& theo, const double& tol, const TolType::
                                   bool bReuseMatched)
 {
     const double theoMz = theo.dMz;
-    // Deliberate: B-85
+    // Deliberate: B-87
     const double tolerance = tolType == TolType::Da ? tol : tol * theoMz / 1000000.0;
     const double lowest = theoMz - tolerance;
     const bool hasBin = lowest > -1.0 && lowest < static_cast<double>(vHashTable.size());

@@ -119,7 +119,7 @@ std::string CXmlAttributes::strToXml() const
         }
     }
     std::string xml;
-    for (const auto& [name, value] : all) { // Deliberate: B-86. Nothing is escaped.
+    for (const auto& [name, value] : all) { // Deliberate: B-88. Nothing is escaped.
         xml.append(" ").append(name).append("=\"").append(value).append("\"");
     }
     return xml;

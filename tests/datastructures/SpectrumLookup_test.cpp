@@ -111,7 +111,7 @@ const LookupCase kUnitCases[] = {
     {"any negative unit is ppm", {{201.0, 1.0}}, 200.0, 20.0, -1, -1},
 };
 
-TEST(SpectrumLookup, B85_EveryUnitButDaIsPpm)
+TEST(SpectrumLookup, B87_EveryUnitButDaIsPpm)
 {
     for (const LookupCase& c : kUnitCases) {
         Spectrum spectrum = TabledSpectrumOf(c.peaks);

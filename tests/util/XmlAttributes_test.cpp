@@ -73,7 +73,7 @@ TEST(CXmlAttributes, B80_ValueIsTheNextTextInDoubleQuotes)
     EXPECT_EQ(element["y"], "") << "its value went to the one before";
 }
 
-TEST(CXmlAttributes, B86_EntitiesStayInBothDirections)
+TEST(CXmlAttributes, B88_EntitiesStayInBothDirections)
 {
     test::Parsed parsed("<e a=\"&quot;&gt;&#65;\"/>");
     CXmlElement& element = parsed.Child(0);
