@@ -273,7 +273,7 @@ public:
     /// written into the peptide are looked up in the modification list, or among
     /// the specified modifications when the source names none; a mass in front
     /// of the first residue gets position 0, and one right behind another mass
-    /// stays in the sequence (B-90). The dataset name is the spectrum file with the
+    /// stays in the sequence (B-89). The dataset name is the spectrum file with the
     /// ending ".mgf" (B-59), the main score the spectral E-value.
     /// Prints progress as TulkTXTPepIdentIO::Load, and "Unexpected Charactor in
     /// modification composition" with a line end on standard output for each
@@ -379,7 +379,7 @@ public:
     /// Appends one match, the first candidate, for each section "[Spectrum...]"
     /// that has one. The lines of a section are known by their places, not by
     /// their keys (B-64), and values but the names of modifications end at their
-    /// first blank (B-91). Masses of modifications as Pfind3PepIdentIO::Load.
+    /// first blank (B-90). Masses of modifications as Pfind3PepIdentIO::Load.
     /// Prints nothing.
     ///
     /// \throws OpenMS::Exception::FileNotReadable with the path, label

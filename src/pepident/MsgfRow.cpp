@@ -115,7 +115,7 @@ void ReadModifications(const MsgfModifications& modifications, PeptideIdentifica
     sequence.clear();
     const std::string_view view = text;
     std::size_t read = 0;
-    // Deliberate: B-90. Behind a mass the next character is no sign.
+    // Deliberate: B-89. Behind a mass the next character is no sign.
     for (std::size_t sign = view.find_first_of("+-"); sign != std::string_view::npos;
          sign = view.find_first_of("+-", read + 1)) {
         sequence.append(view, read, sign - read);

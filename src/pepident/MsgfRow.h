@@ -33,7 +33,7 @@ std::string SpectrumFile(std::string_view cell);
 /// are still in the sequence.
 void ReadProteins(std::string_view peptide, std::string_view protein, PeptideIdentification& match);
 
-/// Takes the masses out of the sequence, but for one right behind another (B-90),
+/// Takes the masses out of the sequence, but for one right behind another (B-89),
 /// and appends what they mean.
 void ReadModifications(const MsgfModifications& modifications, PeptideIdentification& match);
 

@@ -16,7 +16,7 @@ constexpr std::string_view kBlanks = " \t\v\f\r";
 std::string_view FirstWord(std::string_view text)
 {
     text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-    return text.substr(0, text.find_first_of(kBlanks)); // Deliberate: B-91
+    return text.substr(0, text.find_first_of(kBlanks)); // Deliberate: B-90
 }
 
 /// The number behind key, or 0.

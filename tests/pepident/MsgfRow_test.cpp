@@ -162,7 +162,7 @@ TEST(MsgfRow, MassesInASequence)
     });
 }
 
-TEST(MsgfRow, B90_AMassRightBehindAMassStays)
+TEST(MsgfRow, B89_AMassRightBehindAMassStays)
 {
     Check(std::vector<SequenceCase>{
         {"two", "PEC+57.021+15.995K", "PEC+15.995K", "Carbamidomethyl@3 on C"},

@@ -252,7 +252,7 @@ TEST(PFind28Reading, ASpectrumNameEndsAtItsFirstBlank)
                 HasSubstr("run01.mgf|run01.1.1.2.dta|PEPMK|"));
 }
 
-TEST(PFind28Reading, B91_ValuesEndAtTheirFirstBlank)
+TEST(PFind28Reading, B90_ValuesEndAtTheirFirstBlank)
 {
     for (const char* const blank : {" ", "\t", "\v", "\f", "\r"}) {
         const std::string more = std::string(blank) + "of run 7";
@@ -271,7 +271,7 @@ TEST(PFind28Reading, B91_ValuesEndAtTheirFirstBlank)
     EXPECT_EQ(pfind::WordOf("Input= \t ", "Input="), "");
 }
 
-TEST(PFind28Reading, B91_TheInputPathEndsAtItsFirstBlank)
+TEST(PFind28Reading, B90_TheInputPathEndsAtItsFirstBlank)
 {
     const auto matches =
         MatchesOf(TextOf(Lines{"[Search]", "InputPath=C:\\my data\\run01.mgf"} + kSection));
