@@ -10,7 +10,7 @@ FUZZ_SECONDS ?= 60
 export JOBS FUZZ_SECONDS
 
 .DEFAULT_GOAL := help
-.PHONY: help demo demo-search test docs bench fuzz format check clean
+.PHONY: help demo demo-search test docs bench fuzz format check package package-test clean
 
 help:
 	@echo "PelgrinDLL"
@@ -22,6 +22,8 @@ help:
 	@echo "  make fuzz         run each fuzz target for FUZZ_SECONDS ($(FUZZ_SECONDS)) seconds"
 	@echo "  make format       lay out all sources with clang-format"
 	@echo "  make check        all checks, as they run before a change is taken"
+	@echo "  make package      build Debian packages in build/package"
+	@echo "  make package-test install them on a bare Debian 12 made for that, and use them"
 	@echo "  make clean        remove build/"
 	@echo "Missing Debian packages are installed first, with sudo where needed."
 
@@ -60,6 +62,13 @@ format:
 
 check:
 	@.ci/run
+
+package:
+	@scripts/install-packages library package
+	@packaging/build
+
+package-test: package
+	@packaging/test-fresh-root
 
 clean:
 	@rm -rf build
