@@ -4,7 +4,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include <locale.h>
+// POSIX: newlocale and uselocale are not in <clocale>.
+#include <locale.h> // NOLINT(modernize-deprecated-headers)
 
 namespace Vorlan::platform {
 

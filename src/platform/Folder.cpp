@@ -33,7 +33,7 @@ bool IsFolder(int folder, const dirent& entry)
     if (entry.d_type != DT_UNKNOWN && entry.d_type != DT_LNK) {
         return entry.d_type == DT_DIR;
     }
-    struct stat status;
+    struct stat status = {};
     return ::fstatat(folder, entry.d_name, &status, 0) == 0 && S_ISDIR(status.st_mode);
 }
 

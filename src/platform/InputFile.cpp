@@ -16,7 +16,7 @@ namespace {
 
 bool IsReadableAtOffsets(int descriptor)
 {
-    struct stat entry;
+    struct stat entry = {};
     return ::fstat(descriptor, &entry) == 0 && !S_ISDIR(entry.st_mode)
            && ::lseek(descriptor, 0, SEEK_CUR) != -1;
 }
@@ -52,13 +52,13 @@ void InputFile::Close()
 
 bool InputFile::IsRegular() const
 {
-    struct stat entry;
+    struct stat entry = {};
     return ::fstat(descriptor_, &entry) == 0 && S_ISREG(entry.st_mode);
 }
 
 std::uint64_t InputFile::Size() const
 {
-    struct stat entry;
+    struct stat entry = {};
     return ::fstat(descriptor_, &entry) == 0 ? static_cast<std::uint64_t>(entry.st_size) : 0;
 }
 

@@ -10,12 +10,11 @@ namespace Vorlan::platform {
 void ProvidePages(char* begin, std::size_t size)
 {
 #ifdef MADV_POPULATE_WRITE
-    const auto page = static_cast<std::uintptr_t>(::sysconf(_SC_PAGESIZE));
-    const auto address = reinterpret_cast<std::uintptr_t>(begin);
-    const std::uintptr_t first = (address + page - 1) / page * page;
-    const std::uintptr_t last = (address + size) / page * page;
-    if (first < last) {
-        ::madvise(reinterpret_cast<void*>(first), last - first, MADV_POPULATE_WRITE);
+    const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    const std::size_t skipped = (page - reinterpret_cast<std::uintptr_t>(begin) % page) % page;
+    const std::size_t whole = skipped < size ? (size - skipped) / page * page : 0;
+    if (whole > 0) {
+        ::madvise(begin + skipped, whole, MADV_POPULATE_WRITE);
     }
 #else
     static_cast<void>(begin);

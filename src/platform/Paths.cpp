@@ -10,7 +10,7 @@ namespace {
 
 bool Exists(const std::string& path)
 {
-    struct stat entry;
+    struct stat entry = {};
     return ::stat(path.c_str(), &entry) == 0;
 }
 
