@@ -7,11 +7,11 @@ namespace Vorlan {
 
 namespace {
 
-constexpr std::size_t kBufferSize = 256 * 1024;
+constexpr std::size_t kBufferSize = std::size_t{256} * 1024;
 
 // A seek is mostly followed by one record, a scan by the whole file: reading
 // starts with a small block and doubles it from one to the next.
-constexpr std::size_t kFirstReadSize = 8 * 1024;
+constexpr std::size_t kFirstReadSize = std::size_t{8} * 1024;
 
 // With so many bytes and no line feed among them, a line is too long: the
 // longest one, a carriage return and the line feed.

@@ -35,7 +35,7 @@ private:
     void MakeRoom();
     void Read();
 
-    static constexpr std::size_t kFirstRoom = 1024 * 1024;
+    static constexpr std::size_t kFirstRoom = std::size_t{1024} * 1024;
 
     platform::InputFile file_;
     std::uint64_t offset_ = 0;     ///< in the file, of what is read next

@@ -11,7 +11,7 @@ namespace Vorlan {
 namespace {
 
 /// Memory is asked for in parts: a file may hold less than its size says.
-constexpr std::size_t kPart = 16 * 1024 * 1024;
+constexpr std::size_t kPart = std::size_t{16} * 1024 * 1024;
 
 void Grow(WholeFile& file, std::size_t& room)
 {

@@ -216,7 +216,7 @@ std::string& CXmlElement::strText()
     auto text = std::make_unique<CXmlText>(this); // Deliberate: B-82
     std::string& value = text->OwnValue_();
     vNodes_.insert(vNodes_.begin(), text.get());
-    text.release();
+    static_cast<void>(text.release());
     return value;
 }
 

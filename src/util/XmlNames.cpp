@@ -10,8 +10,8 @@ XmlNames::Name* XmlNames::Of(std::string_view name)
     if (name.empty()) {
         return nullptr;
     }
-    const std::size_t hash = name.size() + 7U * static_cast<unsigned char>(name.back())
-                             + 3U * static_cast<unsigned char>(name[name.size() / 2]);
+    const std::size_t hash = name.size() + std::size_t{7} * static_cast<unsigned char>(name.back())
+                             + std::size_t{3} * static_cast<unsigned char>(name[name.size() / 2]);
     Name*& recent = recent_[hash % recent_.size()];
     if (recent != nullptr && recent->Get().text == name) {
         return recent;

@@ -161,7 +161,7 @@ private:
     void Append(std::unique_ptr<CXmlNode> node)
     {
         XmlBuilder::NodesOf(*open_.back().element).push_back(node.get());
-        node.release();
+        static_cast<void>(node.release());
     }
 
     const char* Keep(const char* lt, const char* last)

@@ -76,7 +76,7 @@ struct CXmlNode::Value {
 
 /// The text that a tree was parsed from.
 struct CXmlAttributes::Source {
-    Source(std::unique_ptr<char[]> content) : text(std::move(content)) {}
+    explicit Source(std::unique_ptr<char[]> content) : text(std::move(content)) {}
 
     std::unique_ptr<char[]> text;
     std::atomic<std::size_t> users{1};
