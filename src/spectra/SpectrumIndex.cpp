@@ -7,7 +7,7 @@ namespace Vorlan {
 
 namespace {
 
-constexpr std::size_t kBlockSize = 1024 * 1024;
+constexpr std::size_t kBlockSize = std::size_t{1024} * 1024;
 
 // The widths of the two bit fields of an entry.
 constexpr std::uint64_t kPositionMask = (std::uint64_t{1} << 46) - 1;

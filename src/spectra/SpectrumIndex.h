@@ -27,7 +27,7 @@ public:
     /// Keeps a copy of text and gives it back. Names are added out of it.
     /// At most kMaxText characters, none of them NUL.
     std::string_view Keep(std::string_view text);
-    static constexpr std::size_t kMaxText = 128 * 1024;
+    static constexpr std::size_t kMaxText = std::size_t{128} * 1024;
 
     /// Adds a name, a part of a text that Keep gave. Positions never descend
     /// from one call to the next.
