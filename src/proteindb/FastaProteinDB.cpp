@@ -53,7 +53,7 @@ namespace Vorlan {
 namespace {
 
 constexpr std::uint64_t kBinWidth = 2000;
-constexpr std::size_t kBlockSize = 256 * 1024;
+constexpr std::size_t kBlockSize = std::size_t{256} * 1024;
 
 bool Tell(console::Stream stream, std::string_view message)
 {
