@@ -12,7 +12,7 @@ namespace Vorlan {
 
 /// A column that a reader needs.
 struct EngineColumn {
-    const char* name;
+    const char* name = nullptr;
     const char* otherName = nullptr; ///< taken when the name is not there
     const char* toldName = nullptr;  ///< in the message, when not the name
 };

@@ -48,7 +48,7 @@ private:
     void ReadModifications(PeptideIdentification& match);
     void ReadEvidences(PeptideIdentification& match);
 
-    int places_[NumberOfColumns];
+    int places_[NumberOfColumns] = {};
     TabRow cells_;
     TabRow first_, second_, third_, fourth_; ///< the lists inside cells
 };

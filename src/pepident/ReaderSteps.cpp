@@ -29,7 +29,7 @@ std::uint64_t CountResultRows(const std::string& path, const char* label)
     if (!file.Open(path)) {
         errors::NotReadable(label, path);
     }
-    std::vector<char> block(256 * 1024);
+    std::vector<char> block(std::size_t{256} * 1024);
     std::uint64_t feeds = 0;
     std::uint64_t offset = 0;
     while (const std::size_t got = file.ReadAt(offset, block.data(), block.size())) {

@@ -19,7 +19,7 @@ constexpr char kSave[] = "TulkTXTPepIdentIO::Save";
 
 /// Rows for which room is made on the word of the line count alone. Room that
 /// no row fills stays untouched by the system.
-constexpr std::uint64_t kMostRoom = 1024 * 1024;
+constexpr std::uint64_t kMostRoom = std::uint64_t{1024} * 1024;
 
 } // namespace
 
