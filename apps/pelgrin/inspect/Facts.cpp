@@ -116,7 +116,7 @@ std::string TextOf(const Facts& facts)
         std::string label = fact.label;
         for (std::string line : std::visit(LinesOfValue(), fact.value)) {
             if (line.size() > kLongestText) {
-                line = line.substr(0, kLongestText) + "...";
+                line.replace(kLongestText, std::string::npos, "...");
             }
             std::string whole = OneLine(fmt::format("  {:<{}}{}", label, kLabel, line));
             whole.erase(whole.find_last_not_of(' ') + 1);

@@ -27,7 +27,7 @@ namespace {
 /// Annotates the records of a run one by one.
 class Annotator {
 public:
-    Annotator(const Parameters& parameters, Joiner joiner, SpectraPool& spectra,
+    Annotator(const Parameters& parameters, const Joiner& joiner, SpectraPool& spectra,
               OutputFolder& output, Counts& counts)
         : parameters_(parameters), joiner_(joiner), spectra_(spectra), output_(output),
           counts_(counts)
