@@ -80,7 +80,7 @@ RowReader::RowReader(std::string_view headerLine)
     const TabHeader header(headerLine);
     for (int column = 0; column < NumberOfColumns; ++column) {
         places_[column] = header.Find(kColumnNames[column]);
-        if (places_[column] == TabHeader::kMissing && column < NumberOfRequired) {
+        if (column < NumberOfRequired && places_[column] == TabHeader::kMissing) {
             errors::MissingColumn("TulkTXTPepIdentIO::Load", kColumnNames[column]);
         }
     }
