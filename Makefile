@@ -10,7 +10,7 @@ FUZZ_SECONDS ?= 60
 export JOBS FUZZ_SECONDS
 
 .DEFAULT_GOAL := help
-.PHONY: help demo demo-search test docs bench fuzz format check package package-test clean
+.PHONY: help demo demo-search test docs bench fuzz format tidy check package package-test clean
 
 help:
 	@echo "PelgrinDLL"
@@ -21,6 +21,7 @@ help:
 	@echo "  make bench        build and run the benchmarks"
 	@echo "  make fuzz         run each fuzz target for FUZZ_SECONDS ($(FUZZ_SECONDS)) seconds"
 	@echo "  make format       lay out all sources with clang-format"
+	@echo "  make tidy         look at all sources with clang-tidy; takes a quarter of an hour"
 	@echo "  make check        all checks, as they run before a change is taken"
 	@echo "  make package      build Debian packages in build/package"
 	@echo "  make package-test install them on a bare Debian 12 made for that, and use them"
@@ -59,6 +60,12 @@ fuzz:
 format:
 	@scripts/install-packages checks
 	@.ci/check-format --apply
+
+tidy:
+	@scripts/install-packages library tests checks
+	@mkdir -p build/dev
+	@cmake --preset dev >build/dev/configure.log
+	@.ci/check-tidy --all
 
 check:
 	@.ci/run
