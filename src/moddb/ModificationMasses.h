@@ -28,7 +28,8 @@ public:
     {
         const auto [begin, end] = Window(mass, maxError);
         const auto count = static_cast<std::size_t>(end - begin);
-        std::array<std::size_t, 64> few; // most questions find few: no allocation
+        // Most questions find few: no allocation, and nothing that is filled twice.
+        std::array<std::size_t, 64> few; // NOLINT(cppcoreguidelines-pro-type-member-init)
         std::vector<std::size_t> many(count > few.size() ? count : 0);
         std::size_t* const numbers = many.empty() ? few.data() : many.data();
         std::size_t* last = numbers;
