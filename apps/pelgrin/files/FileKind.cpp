@@ -51,7 +51,7 @@ constexpr KindTexts kTexts[kFileKinds] = {
     {"other_table", "tab-separated table of another kind"},
 };
 
-constexpr std::size_t kHead = 256 * 1024;
+constexpr std::size_t kHead = std::size_t{256} * 1024;
 constexpr std::string_view kSpace = " \t\r\n\v\f";
 
 /// The characteristic columns of a table, in lower case: of so many at least one

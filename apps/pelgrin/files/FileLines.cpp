@@ -13,7 +13,7 @@ namespace pelgrin {
 
 namespace {
 
-constexpr std::size_t kBlockSize = 256 * 1024;
+constexpr std::size_t kBlockSize = std::size_t{256} * 1024;
 constexpr std::size_t kKept = kLongestLine;
 constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
 

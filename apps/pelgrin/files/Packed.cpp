@@ -26,7 +26,7 @@ namespace pelgrin {
 
 namespace {
 
-constexpr std::size_t kBlock = 256 * 1024;
+constexpr std::size_t kBlock = std::size_t{256} * 1024;
 
 struct Form {
     Packing packing;
@@ -332,7 +332,7 @@ Packing PackingOf(const std::string& path)
 
 std::string NameWithoutPacking(const std::string& path)
 {
-    const std::string name = path.substr(path.rfind('/') + 1);
+    std::string name = path.substr(path.rfind('/') + 1);
     const std::size_t dot = name.rfind('.');
     if (dot == std::string::npos || dot == 0) {
         return name;

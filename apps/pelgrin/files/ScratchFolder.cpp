@@ -37,7 +37,7 @@ std::string ScratchFolder::PathOf(const std::string& name)
 
 std::string ScratchFolder::Write(const std::string& name, const std::string& text)
 {
-    const std::string path = PathOf(name);
+    std::string path = PathOf(name);
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file << text;
     file.close();

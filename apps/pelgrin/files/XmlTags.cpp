@@ -12,8 +12,8 @@ namespace pelgrin {
 
 namespace {
 
-constexpr std::size_t kBlock = 256 * 1024;
-constexpr std::size_t kLongestTag = 64 * 1024;
+constexpr std::size_t kBlock = std::size_t{256} * 1024;
+constexpr std::size_t kLongestTag = std::size_t{64} * 1024;
 
 std::uint64_t FeedsIn(const char* begin, const char* end)
 {

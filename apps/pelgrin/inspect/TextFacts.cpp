@@ -14,7 +14,7 @@ namespace pelgrin {
 
 namespace {
 
-constexpr std::size_t kBlock = 256 * 1024;
+constexpr std::size_t kBlock = std::size_t{256} * 1024;
 
 struct EncodingTexts {
     const char* key;

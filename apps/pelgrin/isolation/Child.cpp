@@ -24,7 +24,7 @@ namespace pelgrin {
 
 namespace {
 
-constexpr std::size_t kMostPrinted = 64 * 1024;
+constexpr std::size_t kMostPrinted = std::size_t{64} * 1024;
 /// A message is never larger; a longer one means that the other end is broken.
 constexpr std::uint64_t kLongestMessage = std::uint64_t{1} << 31;
 

@@ -45,8 +45,8 @@ public:
 
     /// How much of a file a child reads at once.
     struct Window {
-        std::uint64_t bytes = 16 * 1024 * 1024;
-        std::size_t records = 64 * 1024;
+        std::uint64_t bytes = std::uint64_t{16} * 1024 * 1024;
+        std::size_t records = std::size_t{64} * 1024;
     };
 
     /// Pieces of files stand in scratch.

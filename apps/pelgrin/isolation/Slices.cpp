@@ -22,7 +22,7 @@ namespace {
 
 using Format = PepIdentType::EPepIdentType;
 
-constexpr std::size_t kBlock = 256 * 1024;
+constexpr std::size_t kBlock = std::size_t{256} * 1024;
 constexpr const char kPeptideIds[] = "MS/MS IDs";
 
 bool IsPepXml(Format format)
@@ -251,7 +251,7 @@ void Slices::WritePeptides(const std::string& path, const std::vector<RecordPlac
 
 std::string Slices::SpectrumAt(const RecordPlace& place) const
 {
-    constexpr std::uint64_t kLook = 64 * 1024;
+    constexpr std::uint64_t kLook = std::uint64_t{64} * 1024;
     Source source(files_.path);
     const std::string text = source.Text(place.begin, std::min(place.end, place.begin + kLook));
     const auto between = [&text](std::string_view front, const char* ends) {

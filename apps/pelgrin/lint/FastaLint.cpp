@@ -15,8 +15,8 @@ namespace pelgrin {
 
 namespace {
 
-constexpr std::size_t kBlockSize = 256 * 1024;
-constexpr std::size_t kLongestHeader = 64 * 1024; // of which a look is taken
+constexpr std::size_t kBlockSize = std::size_t{256} * 1024;
+constexpr std::size_t kLongestHeader = std::size_t{64} * 1024; // of which a look is taken
 
 /// Takes the bytes of a file: lines may have any length.
 class Walk {

@@ -13,7 +13,7 @@ namespace {
 
 /// Open elements and characters of their names up to which the walk follows.
 constexpr std::size_t kMostOpen = 1000;
-constexpr std::size_t kMostLength = 64 * 1024;
+constexpr std::size_t kMostLength = std::size_t{64} * 1024;
 
 bool EndsWith(std::string_view text, std::string_view end)
 {

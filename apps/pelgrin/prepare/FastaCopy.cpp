@@ -13,8 +13,8 @@ namespace pelgrin {
 
 namespace {
 
-constexpr std::size_t kBlock = 256 * 1024;
-constexpr std::size_t kLongestHeader = 1024 * 1024;
+constexpr std::size_t kBlock = std::size_t{256} * 1024;
+constexpr std::size_t kLongestHeader = std::size_t{1024} * 1024;
 
 /// Takes the bytes of a file one after the other: a sequence may be one line of
 /// any length.

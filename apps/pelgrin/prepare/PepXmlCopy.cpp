@@ -15,7 +15,7 @@ namespace pelgrin {
 namespace {
 
 constexpr std::size_t kDeepest = 200;
-constexpr std::size_t kLongestQuery = 64 * 1024 * 1024;
+constexpr std::size_t kLongestQuery = std::size_t{64} * 1024 * 1024;
 
 constexpr const char kRun[] = "msms_run_summary";
 constexpr const char kQuery[] = "spectrum_query";

@@ -20,7 +20,7 @@ namespace pelgrin {
 
 namespace {
 
-constexpr std::size_t kBlock = 256 * 1024;
+constexpr std::size_t kBlock = std::size_t{256} * 1024;
 
 enum class Mark { None, Utf8, Utf16Little, Utf16Big };
 

@@ -12,8 +12,8 @@ namespace pelgrin {
 
 namespace {
 
-constexpr std::size_t kBlock = 256 * 1024;
-constexpr std::size_t kLongestTag = 1024 * 1024;
+constexpr std::size_t kBlock = std::size_t{256} * 1024;
+constexpr std::size_t kLongestTag = std::size_t{1024} * 1024;
 constexpr std::string_view kSpace = " \t\r\n";
 
 void SkipSpace(std::string_view& text)

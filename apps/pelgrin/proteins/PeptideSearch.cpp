@@ -174,7 +174,7 @@ inline void PeptideSearch::Step(std::string_view text, Lane& lane) const
 /// Behind the first character that is no letter, from a usual length on.
 std::size_t PeptideSearch::EndOfPiece(std::string_view text, std::size_t begin) const
 {
-    constexpr std::size_t kUsualLength = 16 * 1024;
+    constexpr std::size_t kUsualLength = std::size_t{16} * 1024;
     std::size_t end = std::min(text.size(), begin + kUsualLength);
     while (end > begin && end < text.size()
            && letters_[static_cast<unsigned char>(text[end - 1])] != kNoLetter) {
