@@ -237,7 +237,7 @@ std::vector<std::uint64_t> EdgesOf(const PlainDatabase& database)
 /// one: fewer of them for large files.
 void CompareQueries(const CFastaProteinDB& database, const PlainDatabase& expected)
 {
-    constexpr std::size_t kMostWork = 256 * 1024;
+    constexpr std::size_t kMostWork = std::size_t{256} * 1024;
     const std::vector<std::uint64_t> edges = EdgesOf(expected);
     const std::size_t proteins = std::max<std::size_t>(expected.proteins.size(), 1);
     const std::size_t size = expected.concatenation.size();

@@ -26,7 +26,7 @@ using PlainIndex = std::map<std::string, std::uint64_t>;
 
 // A record may reach to the end of the file (B-16): more than a few are loaded
 // only where names times bytes stay below this.
-constexpr std::size_t kMostWork = 128 * 1024;
+constexpr std::size_t kMostWork = std::size_t{128} * 1024;
 constexpr std::size_t kFew = 4;
 
 std::string DottedName(const std::string& word)

@@ -24,7 +24,7 @@ using namespace Vorlan;
 
 // A record may reach to the end of the file (B-16), so that reading all of them
 // costs records times bytes. A few are always read, more only up to this cost.
-constexpr std::size_t kMostWork = 32 * 1024;
+constexpr std::size_t kMostWork = std::size_t{32} * 1024;
 constexpr std::size_t kFew = 4;
 
 bool IsWorthReading(std::size_t records, std::size_t fileSize)
