@@ -168,7 +168,7 @@ void OneByOneOpenMS(benchmark::State& state)
 void SystemCalls(benchmark::State& state)
 {
     const Input& input = TheInput();
-    std::vector<char> block(64 * 1024);
+    std::vector<char> block(std::size_t{64} * 1024);
     std::uint64_t bytes = 0;
     for (auto _ : state) {
         bytes = 0;

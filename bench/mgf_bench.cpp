@@ -126,7 +126,7 @@ void IndexOurs(benchmark::State& state)
 void LineScan(benchmark::State& state)
 {
     const std::string& path = TheInput().Path();
-    std::vector<char> block(256 * 1024);
+    std::vector<char> block(std::size_t{256} * 1024);
     std::uint64_t lines = 0;
     for (auto _ : state) {
         lines = 0;
