@@ -18,3 +18,14 @@ function(pelgrin_precompile target)
       <string_view> <vector>)
   endif()
 endfunction()
+
+# PelgrinStrictOptions: further warnings for the library and the host program. The
+# others have the macros of test and benchmark libraries in their sources. Left out
+# are -Wuseless-cast, as a cast of a 64-bit number to size_t is useless on some
+# systems only, and -Wnull-dereference, which guesses within the standard library.
+add_library(PelgrinStrictOptions INTERFACE)
+target_link_libraries(PelgrinStrictOptions INTERFACE PelgrinOptions)
+target_compile_options(PelgrinStrictOptions INTERFACE
+  -Wcast-align -Wcast-qual -Wextra-semi -Wformat=2 -Wold-style-cast -Woverloaded-virtual
+  -Wredundant-decls -Wsuggest-override -Wundef -Wzero-as-null-pointer-constant
+  $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-branches;-Wduplicated-cond;-Wlogical-op>)
