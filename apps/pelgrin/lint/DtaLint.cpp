@@ -78,7 +78,8 @@ void LintDtaFolder(const std::string& folder, Findings& findings)
 {
     const char* const between = folder.empty() || folder.back() == '/' ? "" : "/";
     for (const std::string& name : DtaFileNames(folder)) {
-        const std::string path = folder + between + name;
+        std::string path = folder;
+        path.append(between).append(name);
         findings.SetPath(path);
         LintDta(path, findings);
     }
