@@ -4,9 +4,13 @@
 #include <new>
 #include <string>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <spdlog/spdlog.h>
 
 #include "commands/CommandLine.h"
+#include "common/EndBySignal.h"
 #include "common/Failure.h"
 #include "common/Messages.h"
 #include "common/Terminal.h"
@@ -23,7 +27,7 @@ pelgrin::ExitStatus RunCommandLine(int argc, char** argv, Command& command)
         pelgrin::ReadCommandLine(argc, argv, command);
         pelgrin::SetUpMessages(command.messages);
         pelgrin::LogBegin(pelgrin::VersionLine(), command.arguments);
-        return command.run();
+        return pelgrin::LogHasFailed() ? pelgrin::Failed : command.run();
     } catch (const pelgrin::UsageError& error) {
         spdlog::error("{} (see pelgrin {}--help)", OneLine(error.what()),
                       command.name.empty() ? "" : command.name + " ");
@@ -38,14 +42,30 @@ pelgrin::ExitStatus RunCommandLine(int argc, char** argv, Command& command)
     return pelgrin::Failed;
 }
 
+/// A file must not get the number of a standard stream that is closed: messages
+/// would stand in it. What was closed stays something that cannot be written.
+void FillStandardDescriptors()
+{
+    int descriptor = 0;
+    while (descriptor >= 0 && descriptor <= STDERR_FILENO) {
+        descriptor = ::open("/dev/null", O_RDONLY);
+    }
+    if (descriptor >= 0) {
+        ::close(descriptor);
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
+    FillStandardDescriptors();
     // A file that may not grow is a failure with path and reason, not a signal.
     std::signal(SIGXFSZ, SIG_IGN);
+    pelgrin::CleanUpOnSignals();
     Command command;
     const pelgrin::ExitStatus status = RunCommandLine(argc, argv, command);
     spdlog::debug("exit status {}", static_cast<int>(status));
-    return status;
+    // A log that was asked for and is not there.
+    return pelgrin::LogHasFailed() && status != pelgrin::WrongUsage ? pelgrin::Failed : status;
 }

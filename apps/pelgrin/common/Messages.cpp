@@ -28,6 +28,7 @@ constexpr const char kScreenPattern[] = "pelgrin: %^%l%$: %v";
 constexpr const char kLogPattern[] = "[%Y-%m-%dT%H:%M:%S.%eZ] [%P] [%l] %v";
 
 bool reportIsWanted = true;
+bool logHasFailed = false;
 
 /// Standard error: a bar makes room for a message, and a program that reads JSON
 /// gets nothing else.
@@ -73,6 +74,18 @@ bool HoldsSomethingElse(const std::string& path)
     return file.gcount() > 0 && !isLog;
 }
 
+/// Tells on the screen, once, that a line of the log could not be written.
+void TellLogFailure(const spdlog::sink_ptr& screen, const std::string& path,
+                    const std::string& error)
+{
+    if (!std::exchange(logHasFailed, true)) {
+        const std::size_t reason = error.rfind(": ");
+        spdlog::logger("pelgrin", screen)
+            .error("--log-file: {}: cannot be written{}", path,
+                   reason == std::string::npos ? "" : error.substr(reason));
+    }
+}
+
 spdlog::sink_ptr LogFile(const std::string& path)
 {
     // Tried before: the reason is known here, and no folder is made.
@@ -114,10 +127,18 @@ void SetUpMessages(const MessageOptions& options)
     if (!options.logFile.empty()) {
         logger->sinks().push_back(LogFile(options.logFile));
         logger->set_level(spdlog::level::debug);
+        logger->set_error_handler([screen, path = options.logFile](const std::string& error) {
+            TellLogFailure(screen, path, error);
+        });
     }
     // Nothing waits in a buffer: not for a crash, nor for the exit of a child.
     logger->flush_on(spdlog::level::trace);
     spdlog::set_default_logger(std::move(logger));
+}
+
+bool LogHasFailed()
+{
+    return logHasFailed;
 }
 
 bool ReportIsWanted()

@@ -27,6 +27,10 @@ void SetUpMessages(const MessageOptions& options);
 /// The short report of a command is to be printed.
 bool ReportIsWanted();
 
+/// A line of the log file could not be written, which was told: a failure of the
+/// program, though not of what it does.
+bool LogHasFailed();
+
 /// The first line of a log: the program, and what it was called with.
 void LogBegin(const std::string& version, const std::vector<std::string>& arguments);
 

@@ -12,6 +12,7 @@
 
 #include <fmt/format.h>
 
+#include "common/EndBySignal.h"
 #include "common/Failure.h"
 
 namespace pelgrin {
@@ -76,16 +77,19 @@ NewFile::NewFile(const std::string& target)
     : target_(target), path_(fmt::format("{}.part{}", target, ::getpid()))
 {
     RemoveLeftovers(target);
+    const SignalsWait wait; // a file that is there is known
     std::FILE* const file = std::fopen(path_.c_str(), "wbx");
     if (file == nullptr) {
         throw Failure(fmt::format("{}: cannot be written: {}", target_, std::strerror(errno)));
     }
     std::fclose(file);
+    RemoveOnSignal(path_);
 }
 
 NewFile::~NewFile()
 {
     std::remove(path_.c_str());
+    KeepOnSignal(path_);
 }
 
 void NewFile::MoveToTarget()

@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "common/EndBySignal.h"
 #include "common/Failure.h"
 
 namespace pelgrin {
@@ -17,6 +18,7 @@ ScratchFolder::~ScratchFolder()
     if (!path_.empty()) {
         std::error_code ignored;
         std::filesystem::remove_all(path_, ignored);
+        KeepOnSignal(path_);
     }
 }
 
@@ -26,11 +28,13 @@ std::string ScratchFolder::PathOf(const std::string& name)
         std::error_code error;
         const std::filesystem::path temporary = std::filesystem::temp_directory_path(error);
         std::string path = ((error ? "/tmp" : temporary) / "pelgrin-XXXXXX").string();
+        const SignalsWait wait; // a folder that is there is known
         if (::mkdtemp(path.data()) == nullptr) {
             throw Failure(fmt::format("{}: no folder for temporary files can be made: {}", path,
                                       std::strerror(errno)));
         }
         path_ = path;
+        RemoveOnSignal(path_);
     }
     return path_ + "/" + name;
 }

@@ -7,7 +7,9 @@
 #include <cstring>
 #include <exception>
 #include <iostream>
+#include <optional>
 #include <streambuf>
+#include <utility>
 
 #include <fmt/format.h>
 #include <spdlog/spdlog.h>
@@ -17,6 +19,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "common/EndBySignal.h"
 #include "common/Failure.h"
 #include "common/Terminal.h"
 
@@ -69,7 +72,6 @@ private:
     if (::getppid() != host) {
         ::_exit(1);
     }
-    ::signal(SIGINT, SIG_IGN); // the host's affair
     ::dup2(printed, STDOUT_FILENO);
     ::dup2(printed, STDERR_FILENO);
     // Never destroyed: the library may end the process while it prints.
@@ -174,8 +176,12 @@ Child::Parts Child::Start(const Work& work)
     std::cout.flush();
     std::fflush(nullptr);
     const pid_t host = ::getpid();
+    // Until the host knows the child, and the child leaves them to the host.
+    std::optional<SignalsWait> wait(std::in_place);
     const pid_t process = ::fork();
     if (process == 0) {
+        IgnoreSignals();
+        wait.reset();
         ::close(ends[0]);
         Live(work, ends[1], printed, host);
     }
@@ -185,6 +191,7 @@ Child::Parts Child::Start(const Work& work)
         ::close(printed);
         NoRoom("fork");
     }
+    KillOnSignal(process);
     return {process, ends[0], printed};
 }
 
@@ -202,6 +209,7 @@ ChildEnd Child::Wait()
     int status = 0;
     while (process_ > 0 && ::waitpid(process_, &status, 0) < 0 && errno == EINTR) {
     }
+    SpareOnSignal(process_);
     process_ = -1;
     ChildEnd end;
     end.printed = Printed();
