@@ -73,10 +73,10 @@ public:
 
     pid_t Process() const { return process_; }
 
-    void Kill()
+    int Kill(int signal = SIGKILL)
     {
-        ::kill(process_, SIGKILL);
-        Wait();
+        ::kill(process_, signal);
+        return Wait();
     }
 
     /// Exit status, or 128 + the signal.
@@ -216,6 +216,49 @@ TEST(PelgrinKilled, WhileItConvertsLeavesTheFormerTable)
     }
     ASSERT_EQ(Running(arguments, folder).Wait(), 0);
     EXPECT_EQ(PartsIn(folder.Path()), 0U);
+}
+
+// ---- A signal that can be caught ------------------------------------------------
+
+/// Waits until the program has a scratch folder: then it reads results.
+void WaitForScratch(const TempFolder& folder)
+{
+    for (const auto end = Clock::now() + std::chrono::seconds(60);
+         fs::is_empty(folder.PathOf("tmp")) && Clock::now() < end;) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    ASSERT_FALSE(fs::is_empty(folder.PathOf("tmp")));
+}
+
+TEST(PelgrinInterrupted, LeavesNoScratchFolderAndNoUnfinishedFile)
+{
+    const TempFolder folder;
+    folder.Write("run.mgf", kRunMgf);
+    folder.Write("psms.txt", LargeTable(20000));
+    const std::string out = folder.PathOf("out");
+    Random random(22);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGXCPU, SIGINT, SIGTERM}) {
+        SCOPED_TRACE(signal);
+        Running program(AnnotateArguments(folder, out), folder);
+        WaitForScratch(folder);
+        std::this_thread::sleep_for(std::chrono::milliseconds(static_cast<int>(random.Below(40))));
+        const int status = program.Kill(signal);
+        EXPECT_EQ(status, 128 + signal) << program.Messages();
+        EXPECT_TRUE(fs::is_empty(folder.PathOf("tmp")));
+        EXPECT_TRUE(fs::is_empty(out));
+    }
+}
+
+TEST(PelgrinInterrupted, GoesOnWhenTheSignalIsIgnoredByWhoeverStartedIt)
+{
+    const TempFolder folder;
+    folder.Write("run.mgf", kRunMgf);
+    folder.Write("psms.txt", LargeTable(2000));
+    ::signal(SIGHUP, SIG_IGN); // as nohup does
+    Running program(AnnotateArguments(folder, folder.PathOf("out")), folder);
+    WaitForScratch(folder);
+    EXPECT_EQ(program.Kill(SIGHUP), 0);
+    EXPECT_TRUE(fs::exists(folder.PathOf("out/run.json")));
 }
 
 // ---- A reader is killed -------------------------------------------------------
@@ -383,7 +426,8 @@ TEST(PelgrinConvert, ReadsALargePepXmlInWindows)
         std::ofstream file(folder.PathOf("big.pep.xml"), std::ios::binary);
         file << document.substr(0, middle);
         for (std::size_t i = 0; i < kQueries; ++i) {
-            file << query.substr(0, place) << "s" << i << query.substr(place + name.size());
+            file << query.substr(0, place) << "s" << std::to_string(i)
+                 << query.substr(place + name.size());
         }
         file << document.substr(middle);
     }

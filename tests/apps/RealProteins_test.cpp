@@ -7,6 +7,7 @@
 #include "FastaProteinDB.h"
 #include "HostProgram.h"
 #include "PeptideIdentificationIO.h"
+#include "support/CLocale.h"
 
 namespace pelgrin::test {
 namespace {
@@ -184,6 +185,7 @@ TEST(RealProteins, OfTheTableHoldWhatItSays)
         }
         EXPECT_EQ(listed, expected) << cells[0];
         const auto count = std::count(covered.begin(), covered.end(), true);
+        const Vorlan::test::CLocale plain;
         EXPECT_NEAR(std::stod(cells[3]),
                     100.0 * static_cast<double>(count) / static_cast<double>(sequence.size()),
                     0.0051);

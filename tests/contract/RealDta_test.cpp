@@ -8,6 +8,7 @@
 
 #include "spectra/DtaProbe.h"
 #include "spectra/PlainDta.h"
+#include "support/CLocale.h"
 
 namespace Vorlan::test {
 namespace {
@@ -57,6 +58,7 @@ TEST(RealDta, ThePrecursorIsThatOfTheFormula)
     PELGRIN_NEEDS_REAL_DATA();
     constexpr double kProton = 1.0072764667710;
     for (const Spectrum& spectrum : RealSpectra()) {
+        const CLocale plain;
         const double mh = std::atof(ReadFile(RealFolder() + "/" + spectrum.strTitle).c_str());
         const auto charge = static_cast<double>(spectrum.nCharge);
         EXPECT_DOUBLE_EQ(spectrum.dPrecursorMz, (mh - kProton) / charge + kProton);

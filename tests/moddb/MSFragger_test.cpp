@@ -146,6 +146,7 @@ TEST(MSFragger, TheMassTextIsTheIdAsItStands)
         ASSERT_EQ(records.size(), 1u) << text;
         EXPECT_EQ(records[0].getId(), text);
         EXPECT_EQ(records[0].getFullId(), text + " (M)");
+        const CLocale plain;
         EXPECT_EQ(records[0].getDiffMonoMass(), std::atof(text.c_str()));
     }
 }

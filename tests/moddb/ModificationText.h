@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "ModificationDB.h"
+#include "support/CLocale.h"
 #include "support/Exceptions.h"
 #include "support/Printed.h"
 #include "support/Support.h"
@@ -78,6 +79,7 @@ inline std::string InvalidPosition(const std::string& text)
 
 inline std::string MassText(double mass, const char* format = "%.17g")
 {
+    const CLocale plain;
     char text[400];
     std::snprintf(text, sizeof text, format, mass);
     return text;

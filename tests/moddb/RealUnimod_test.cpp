@@ -184,6 +184,7 @@ TEST_F(RealUnimod, EveryRecordIsFoundUnderItsFourNames)
 /// Rounded as the dump writes it.
 double SixDecimals(double mass)
 {
+    const CLocale plain;
     return std::strtod(MassText(mass, "%.6f").c_str(), nullptr);
 }
 

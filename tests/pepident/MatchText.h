@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "PeptideIdentificationIO.h"
+#include "support/CLocale.h"
 #include "support/Exceptions.h"
 #include "support/Support.h"
 
@@ -28,6 +29,7 @@ inline std::string ValueText(double value, const char* format)
     if (value != value) {
         return "nan";
     }
+    const CLocale plain;
     char text[512];
     std::snprintf(text, sizeof text, format, value);
     return text;

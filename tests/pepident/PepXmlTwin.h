@@ -18,6 +18,7 @@
 #include "PeptideIdentificationIO.h"
 #include "XmlDocument.h"
 #include "pepident/ResidueMasses.h"
+#include "support/CLocale.h"
 
 namespace Vorlan::test {
 
@@ -25,6 +26,7 @@ namespace Vorlan::test {
 
 inline std::string ExactText(double value)
 {
+    const CLocale plain;
     char text[40];
     std::snprintf(text, sizeof text, "%a", value);
     return text;
@@ -110,7 +112,11 @@ private:
                                                  std::numeric_limits<int>::max()));
     }
 
-    static double DoubleOf(const std::string& text) { return std::strtod(text.c_str(), nullptr); }
+    static double DoubleOf(const std::string& text)
+    {
+        const CLocale plain;
+        return std::strtod(text.c_str(), nullptr);
+    }
 
     static std::string Replaced(std::string text, const std::string& what, const std::string& by)
     {

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "CStringProcess.h"
+#include "support/CLocale.h"
 
 namespace Vorlan::test {
 
@@ -120,6 +121,7 @@ void PlainMgf::SetMap()
 
 void PlainMgf::ReadHeaderLine()
 {
+    const CLocale plain;
     long long number = 0;
     if (line_[0] == 'C' && std::sscanf(line_, "CHARGE=%lld+", &number) == 1) {
         current_.nCharge =
@@ -141,6 +143,7 @@ void PlainMgf::GetOneSpec()
         hasLine = NextLine();
     }
     current_.vPeaks.clear();
+    const CLocale plain;
     double mz = 0;
     double intensity = 0;
     while (hasLine && line_[0] != 'E') {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "DataStructures.h"
+#include "support/CLocale.h"
 
 namespace Vorlan::test {
 
@@ -16,6 +17,7 @@ inline std::string NumberText(double value, const char* format)
     if (value != value) {
         return "nan";
     }
+    const CLocale plain;
     char text[512];
     std::snprintf(text, sizeof text, format, value);
     return text;

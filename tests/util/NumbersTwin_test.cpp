@@ -15,7 +15,7 @@ using test::SameBits;
 
 void CompareToDouble(const std::string& text)
 {
-    const double slow = std::atof(text.c_str());
+    const double slow = test::SlowToDouble(text);
     const double value = numbers::ToDouble(text);
     ASSERT_TRUE(SameBits(value, slow))
         << testing::PrintToString(text) << ": " << value << ", expected " << slow;

@@ -4,8 +4,11 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <string>
+
+#include "support/CLocale.h"
 
 namespace Vorlan::test {
 
@@ -37,6 +40,7 @@ struct ScannedTwo {
 
 inline ScannedOne SlowScanDouble(const std::string& text)
 {
+    const CLocale plain;
     ScannedOne scanned;
     scanned.isRead = std::sscanf(text.c_str(), "%lf", &scanned.value) == 1;
     return scanned;
@@ -44,13 +48,21 @@ inline ScannedOne SlowScanDouble(const std::string& text)
 
 inline ScannedTwo SlowScanTwoDoubles(const std::string& text)
 {
+    const CLocale plain;
     ScannedTwo scanned;
     static_cast<void>(std::sscanf(text.c_str(), "%lf%*[ \t]%lf", &scanned.first, &scanned.second));
     return scanned;
 }
 
+inline double SlowToDouble(const std::string& text)
+{
+    const CLocale plain;
+    return std::atof(text.c_str());
+}
+
 inline std::string SlowPrinted(const char* format, double value)
 {
+    const CLocale plain;
     char text[400];
     std::snprintf(text, sizeof(text), format, value);
     return text;
