@@ -10,7 +10,7 @@ FUZZ_SECONDS ?= 60
 export JOBS FUZZ_SECONDS
 
 .DEFAULT_GOAL := help
-.PHONY: help demo demo-search test docs bench fuzz format tidy check package package-test clean
+.PHONY: help demo demo-search test valgrind docs bench fuzz format tidy check package package-test clean
 
 help:
 	@echo "PelgrinDLL"
@@ -18,6 +18,7 @@ help:
 	@echo "  make demo-search  let Comet search invented spectra, and pelgrin read what it finds"
 	@echo "  make test         build everything with warnings as errors and run every test"
 	@echo "  make docs         build the documentation site, build/docs/index.html"
+	@echo "  make valgrind     run the tests of the library under valgrind; takes long"
 	@echo "  make bench        build and run the benchmarks"
 	@echo "  make fuzz         run each fuzz target for FUZZ_SECONDS ($(FUZZ_SECONDS)) seconds"
 	@echo "  make format       lay out all sources with clang-format"
@@ -46,6 +47,11 @@ test:
 docs:
 	@scripts/install-packages docs
 	@docs/site/build
+
+valgrind:
+	@scripts/install-packages library tests checks
+	@scripts/build dev
+	@scripts/valgrind
 
 bench:
 	@scripts/install-packages library bench

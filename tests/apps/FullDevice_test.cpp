@@ -26,7 +26,6 @@ std::vector<Strings> CommandsThatPrint(const Workplace& place)
             {"--help"},
             {"annotate", "--spectra", mgf, "--psms", psms, "--format", format, "--tolerance",
              "20ppm", "--out", place.PathOf("out")},
-            {"join", "--spectra", mgf, "--psms", psms, "--format", format},
             {"convert", "--format", format, "--in", psms, "--out", table},
             {"map-proteins", "--psms", psms, "--fasta", fasta, "--out", table},
             {"inspect", mgf, psms, fasta},
