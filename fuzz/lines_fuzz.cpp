@@ -5,6 +5,7 @@
 //   n  Next        f<char>    NextBeginningWith, in binary mode
 //   w  NextWhole   s<number>  Seek to a byte offset
 //   o  Seek to where the reader stands
+//   a  Skip the first whole line of those Ahead
 // At its end the remaining lines are read with Next.
 #include <cstdint>
 #include <string>
@@ -72,6 +73,13 @@ public:
     bool Failed() const { return failed_; }
     std::uint64_t Offset() const { return offset_; }
 
+    /// The bytes from here on; none behind a failure.
+    std::string_view Rest() const
+    {
+        return failed_ || offset_ > file_.size() ? std::string_view()
+                                                 : std::string_view(file_).substr(offset_);
+    }
+
 private:
     const std::string& file_;
     bool isText_;
@@ -98,6 +106,7 @@ public:
             case 'n': Next(); break;
             case 'w': NextWhole(); break;
             case 'o': Seek(reader_.Offset()); break;
+            case 'a': SkipAhead(); break;
             case 's': Seek(NumberAt(script, i + 1)); break;
             case 'f':
                 if (i + 1 < script.size()) {
@@ -132,6 +141,18 @@ private:
         if (!isText_ && first != '\0') {
             Compare(reader_.NextBeginningWith(first, seen_),
                     slow_.NextBeginningWith(first, expected_));
+        }
+    }
+
+    void SkipAhead()
+    {
+        const std::string_view ahead = reader_.Ahead();
+        fuzz::Check(slow_.Rest().compare(0, ahead.size(), ahead) == 0, "Ahead is what comes next");
+        const std::size_t feed = ahead.find('\n');
+        if (feed != std::string_view::npos) {
+            reader_.Skip(feed + 1);
+            slow_.Seek(slow_.Offset() + feed + 1);
+            CompareState();
         }
     }
 

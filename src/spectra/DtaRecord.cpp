@@ -5,6 +5,7 @@
 
 #include <OpenMS/CONCEPT/Constants.h>
 
+#include "spectra/PlainPeaks.h"
 #include "util/Numbers.h"
 
 namespace Vorlan::dta {
@@ -40,6 +41,7 @@ void ReadRecord(LineReader& input, Spectrum& spectrum, Peak& peak)
         peak.dMz = mz;
         peak.dIntensity = intensity;
         spectrum.vPeaks.push_back(peak);
+        TakePlainPeaks(input, spectrum.vPeaks, peak, mz, intensity);
     }
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "spectra/PlainPeaks.h"
 #include "util/Numbers.h"
 
 namespace Vorlan::mgf {
@@ -89,6 +90,7 @@ void ReadRecord(LineReader& input, Spectrum& spectrum, Peak& peak)
         peak.dMz = mz;
         peak.dIntensity = intensity;
         spectrum.vPeaks.push_back(peak);
+        TakePlainPeaks(input, spectrum.vPeaks, peak, mz, intensity);
     }
 }
 

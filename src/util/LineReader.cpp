@@ -121,6 +121,11 @@ bool LineReader::NextBeginningWith(char first, std::string_view& line)
     return false;
 }
 
+std::string_view LineReader::Ahead() const
+{
+    return failed_ ? std::string_view() : std::string_view(buffer_.get() + begin_, end_ - begin_);
+}
+
 std::uint64_t LineReader::Offset() const
 {
     return bufferOffset_ + begin_;

@@ -54,6 +54,12 @@ public:
     /// only.
     bool NextBeginningWith(char first, std::string_view& line);
 
+    /// The bytes behind the line given last that are in memory, up to an edge
+    /// anywhere in a line; empty after a failure. For callers who can tell lines
+    /// apart more quickly, and who then Skip those that they took: whole lines only.
+    std::string_view Ahead() const;
+    void Skip(std::size_t size) { begin_ += size; }
+
     /// Byte offset in the file at which the next line begins.
     std::uint64_t Offset() const;
 

@@ -8,6 +8,7 @@
 #include <limits>
 
 #include "platform/CLocale.h"
+#include "util/PlainNumbers.h"
 
 namespace Vorlan::numbers {
 
@@ -29,11 +30,6 @@ bool EndsNumber(const char* p, const char* end)
 {
     return p == end || *p == ' ' || *p == '\t' || *p == '\r';
 }
-
-constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                   1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                   1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-constexpr std::uint64_t kExactLimit = std::uint64_t{1} << 53;
 
 /// Reads digits[.digits][e[sign]digits] that ends for certain. Gives the place
 /// behind it, or null for everything else.

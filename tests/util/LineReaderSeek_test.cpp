@@ -169,6 +169,27 @@ TEST_F(LineReaderSeek, MakesTheReaderGoodAgainBehindTheEnd)
     EXPECT_EQ(Next(), "a");
 }
 
+TEST_F(LineReaderSeek, AheadAreTheBytesBehindTheLineGivenLast)
+{
+    Open("a\r\nb\nc", kText);
+    EXPECT_EQ(Next(), "a");
+    EXPECT_EQ(reader_.Ahead(), "b\nc");
+    reader_.Skip(2);
+    EXPECT_EQ(reader_.Offset(), 5U);
+    EXPECT_EQ(Next(), "c");
+    EXPECT_EQ(reader_.Ahead(), "");
+    EXPECT_EQ(Next(), "(none)");
+}
+
+TEST_F(LineReaderSeek, NothingIsAheadBehindAFailure)
+{
+    EXPECT_EQ(reader_.Ahead(), "") << "not open";
+    Open(std::string(LineReader::kMaxLineLength + 1, 'x') + "\nb\n", kBinary);
+    Next();
+    EXPECT_TRUE(reader_.Failed());
+    EXPECT_EQ(reader_.Ahead(), "") << "behind a line that is too long";
+}
+
 TEST_F(LineReaderSeek, EmptyFileStaysEmpty)
 {
     Open("", kText);

@@ -210,6 +210,11 @@ public:
         offset_ = offset;
         failed_ = false;
     }
+    /// The bytes from here on; none behind a failure.
+    std::string_view Rest() const
+    {
+        return failed_ ? "" : std::string_view(bytes_).substr(std::min(offset_, Size()));
+    }
     bool Next(std::string& line)
     {
         if (failed_ || offset_ >= bytes_.size()) {
@@ -227,10 +232,24 @@ public:
     }
 
 private:
+    std::uint64_t Size() const { return bytes_.size(); }
+
     std::string bytes_;
     std::uint64_t offset_ = 0;
     bool failed_ = false;
 };
+
+/// Some of the whole lines that stand in the memory of reader.
+void SkipBoth(Random& random, LineReader& reader, SlowReader& slow)
+{
+    const std::string_view ahead = reader.Ahead();
+    ASSERT_TRUE(ahead == slow.Rest().substr(0, ahead.size()));
+    const std::size_t feed = ahead.find('\n', ahead.empty() ? 0 : random.Below(ahead.size()));
+    if (feed != std::string_view::npos) {
+        reader.Skip(feed + 1);
+        slow.Seek(slow.Offset() + feed + 1);
+    }
+}
 
 /// One step of the same kind for both.
 void StepBoth(Random& random, std::size_t size, LineReader& reader, SlowReader& slow)
@@ -241,6 +260,8 @@ void StepBoth(Random& random, std::size_t size, LineReader& reader, SlowReader& 
             random.OneIn(2) ? random.Below(size + 20) : near - std::min<std::uint64_t>(near, 20);
         reader.Seek(place);
         slow.Seek(place);
+    } else if (random.OneIn(4)) {
+        SkipBoth(random, reader, slow);
     } else {
         std::string_view line;
         std::string slowLine;
@@ -272,12 +293,12 @@ void WalkBoth(std::uint64_t seed, int rounds, int steps, MakeFile makeFile)
     }
 }
 
-TEST(LineReaderTwin, SeeksAndReadsAtRandomInSmallFiles)
+TEST(LineReaderTwin, SeeksSkipsAndReadsAtRandomInSmallFiles)
 {
     WalkBoth(15, 2000, 30, SmallFile);
 }
 
-TEST(LineReaderTwin, SeeksAndReadsAtRandomInBigFiles)
+TEST(LineReaderTwin, SeeksSkipsAndReadsAtRandomInBigFiles)
 {
     WalkBoth(16, 200, 60, BigFile);
 }
