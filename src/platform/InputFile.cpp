@@ -17,8 +17,23 @@ namespace {
 bool IsReadableAtOffsets(int descriptor)
 {
     struct stat entry = {};
-    return ::fstat(descriptor, &entry) == 0 && !S_ISDIR(entry.st_mode)
-           && ::lseek(descriptor, 0, SEEK_CUR) != -1;
+    return ::fstat(descriptor, &entry) == 0
+           && (S_ISREG(entry.st_mode)
+               || (!S_ISDIR(entry.st_mode) && ::lseek(descriptor, 0, SEEK_CUR) != -1));
+}
+
+/// Opens what Resolve(path) names, without asking for it before: one call of the
+/// system less for each reading, which counts in a folder of small files. Negative
+/// when that cannot be opened.
+int OpenResolved(const std::string& path)
+{
+    int descriptor = -1;
+    FirstReading(path, [&descriptor](const std::string& reading) {
+        // O_NONBLOCK: a pipe without a writer must not hold the caller up.
+        descriptor = ::open(reading.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+        return descriptor >= 0 || (errno != ENOENT && Exists(reading));
+    });
+    return descriptor;
 }
 
 } // namespace
@@ -34,8 +49,7 @@ bool InputFile::Open(const std::string& path)
     if (!IsPathText(path)) {
         return false;
     }
-    // O_NONBLOCK: a pipe without a writer must not hold the caller up.
-    descriptor_ = ::open(Resolve(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    descriptor_ = OpenResolved(path);
     if (descriptor_ >= 0 && !IsReadableAtOffsets(descriptor_)) {
         Close();
     }

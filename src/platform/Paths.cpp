@@ -6,7 +6,10 @@
 
 namespace Vorlan::platform {
 
-namespace {
+bool IsPathText(const std::string& path)
+{
+    return !path.empty() && path.find('\0') == std::string::npos;
+}
 
 bool Exists(const std::string& path)
 {
@@ -14,27 +17,26 @@ bool Exists(const std::string& path)
     return ::stat(path.c_str(), &entry) == 0;
 }
 
-} // namespace
-
-bool IsPathText(const std::string& path)
-{
-    return !path.empty() && path.find('\0') == std::string::npos;
-}
-
-std::string Resolve(const std::string& path)
+std::string FirstReading(const std::string& path,
+                         const std::function<bool(const std::string&)>& isIt)
 {
     const std::size_t last = path.rfind('\\');
-    if (last == std::string::npos || Exists(path)) {
+    if (isIt(path) || last == std::string::npos) {
         return path;
     }
     std::string all = path;
     std::replace(all.begin(), all.end(), '\\', '/');
-    if (Exists(all)) {
+    if (isIt(all)) {
         return all;
     }
     std::string onlyLast = path;
     onlyLast[last] = '/';
-    return Exists(onlyLast) ? onlyLast : all;
+    return isIt(onlyLast) ? onlyLast : all;
+}
+
+std::string Resolve(const std::string& path)
+{
+    return FirstReading(path, Exists);
 }
 
 } // namespace Vorlan::platform

@@ -69,7 +69,7 @@ bool DtaIO::bLoadOneSpectrum(const std::string& name, std::vector<Spectrum>& vSp
         return false;
     }
     cSpectrum_.strSource = strFolder_;
-    cSpectrum_.strTitle = name.substr(name.rfind('\\') + 1); // npos + 1 is 0
+    cSpectrum_.strTitle.assign(name, name.rfind('\\') + 1, std::string::npos); // npos + 1 is 0
     const bool isRead = bGetOneSpec();
     vSpectra.push_back(cSpectrum_);
     CloseInputFile();

@@ -53,6 +53,7 @@ bool LineReader::Open(const std::string& path, Mode mode)
     bufferOffset_ = 0;
     readSize_ = kFirstReadSize;
     hasNul_ = false;
+    atEnd_ = false;
     failed_ = false;
     tooLong_ = false;
     if (mode == Mode::Text && Refill() && end_ >= 3
@@ -135,6 +136,7 @@ void LineReader::Seek(std::uint64_t offset)
 {
     failed_ = !file_.IsOpen();
     tooLong_ = false;
+    atEnd_ = false;
     if (offset >= bufferOffset_ && offset - bufferOffset_ <= end_) {
         begin_ = static_cast<std::size_t>(offset - bufferOffset_);
         return;
@@ -149,6 +151,9 @@ void LineReader::Seek(std::uint64_t offset)
 /// the file gave none.
 bool LineReader::Refill()
 {
+    if (atEnd_) {
+        return false;
+    }
     const std::size_t unread = end_ - begin_;
     std::memmove(buffer_.get(), buffer_.get() + begin_, unread);
     bufferOffset_ += begin_;
@@ -156,6 +161,7 @@ bool LineReader::Refill()
     end_ = unread;
     const std::size_t wanted = std::min(readSize_, kBufferSize - end_);
     const std::size_t got = file_.ReadAt(bufferOffset_ + end_, buffer_.get() + end_, wanted);
+    atEnd_ = got < wanted;
     readSize_ = std::min(2 * readSize_, kBufferSize);
     hasNul_ = (hasNul_ && unread > 0) || std::memchr(buffer_.get() + end_, '\0', got) != nullptr;
     end_ += got;

@@ -81,6 +81,7 @@ private:
     std::size_t end_ = 0;
     std::uint64_t bufferOffset_ = 0; ///< file offset of buffer_[0]
     std::size_t readSize_ = 0;       ///< size of the next read
+    bool atEnd_ = false;             ///< the last read met the end of the file
     bool hasNul_ = false;            ///< buffer_ may hold a NUL
 };
 

@@ -124,19 +124,41 @@ TEST(InputFile, PipeWithAWriterIsNotOpenedEither)
     EXPECT_FALSE(file.Open(pipe));
 }
 
+/// A socket at a path, while it lives.
+class Socket {
+public:
+    explicit Socket(const std::string& path)
+    {
+        sockaddr_un address = {};
+        address.sun_family = AF_UNIX;
+        EXPECT_LT(path.size(), sizeof(address.sun_path));
+        path.copy(address.sun_path, path.size());
+        EXPECT_EQ(::bind(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
+    }
+    ~Socket() { ::close(socket_); }
+    Socket(const Socket&) = delete;
+    Socket& operator=(const Socket&) = delete;
+
+private:
+    int socket_ = ::socket(AF_UNIX, SOCK_STREAM, 0);
+};
+
 TEST(InputFile, SocketIsNotOpened)
 {
     const TempFolder folder;
-    const std::string path = folder.PathOf("socket");
-    sockaddr_un address = {};
-    address.sun_family = AF_UNIX;
-    ASSERT_LT(path.size(), sizeof(address.sun_path));
-    path.copy(address.sun_path, path.size());
-    const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
-    ASSERT_EQ(::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
+    const Socket socket(folder.PathOf("socket"));
     InputFile file;
-    EXPECT_FALSE(file.Open(path));
-    ::close(socket);
+    EXPECT_FALSE(file.Open(folder.PathOf("socket")));
+}
+
+TEST(InputFile, AnEntryThatCannotBeOpenedIsNotPassedOverForTheNextReadingOfThePath)
+{
+    const TempFolder folder;
+    const Socket socket(folder.PathOf(R"(a\f)"));
+    std::filesystem::create_directory(folder.PathOf("a"));
+    folder.Write("a/f", "other");
+    InputFile file;
+    EXPECT_FALSE(file.Open(folder.PathOf(R"(a\f)")));
 }
 
 TEST(InputFile, SizeIsThatOfTheOpenFile)

@@ -1,6 +1,7 @@
 // Offsets: where a line begins, and going back to it.
 #include "util/LineReader.h"
 
+#include <fstream>
 #include <limits>
 
 #include "support/Support.h"
@@ -167,6 +168,16 @@ TEST_F(LineReaderSeek, MakesTheReaderGoodAgainBehindTheEnd)
     reader_.Seek(0);
     EXPECT_FALSE(reader_.Failed());
     EXPECT_EQ(Next(), "a");
+}
+
+TEST_F(LineReaderSeek, FindsWhatTheFileHasGrownBy)
+{
+    Open("a\n", kBinary);
+    EXPECT_EQ(Next(), "a");
+    EXPECT_EQ(Next(), "(none)");
+    std::ofstream(folder_.PathOf("lines"), std::ios::binary | std::ios::app) << "b\n";
+    reader_.Seek(2);
+    EXPECT_EQ(Next(), "b");
 }
 
 TEST_F(LineReaderSeek, AheadAreTheBytesBehindTheLineGivenLast)
