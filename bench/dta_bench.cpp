@@ -1,8 +1,11 @@
 // DTA: a folder of small files, read all at once and one by one, beside OpenMS'
-// DTAFile and the limit: the system calls for every file.
+// DTAFile and two limits: the system calls for every file alone, and with a plain
+// parser behind them.
+#include <charconv>
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <fcntl.h>
@@ -18,6 +21,7 @@
 
 namespace {
 
+using Vorlan::Peak;
 using Vorlan::Spectrum;
 
 constexpr std::size_t kFullSize = 20000; // files, about 60 MB
@@ -163,24 +167,82 @@ void OneByOneOpenMS(benchmark::State& state)
     Conclude(state, peaks, AllPeaks());
 }
 
-/// The limit: each file opened, read to its end into one block, and closed, in
-/// three or more calls of the system. It looks at no byte.
+/// Opens a file, reads it to its end and closes it, in three or more calls of the
+/// system. The file is not larger than block; gives its size.
+std::size_t ReadFile(const std::string& path, std::vector<char>& block)
+{
+    std::size_t size = 0;
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    for (ssize_t got = 0;
+         (got = ::read(descriptor, block.data() + size, block.size() - size)) > 0;) {
+        size += static_cast<std::size_t>(got);
+    }
+    ::close(descriptor);
+    return size;
+}
+
+constexpr std::size_t kBlockSize = 64 * 1024;
+
+/// The limit: no byte is looked at.
 void SystemCalls(benchmark::State& state)
 {
     const Input& input = TheInput();
-    std::vector<char> block(std::size_t{64} * 1024);
+    std::vector<char> block(kBlockSize);
     std::uint64_t bytes = 0;
     for (auto _ : state) {
         bytes = 0;
         for (const std::string& path : input.Paths()) {
-            const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-            for (ssize_t got = 0; (got = ::read(descriptor, block.data(), block.size())) > 0;) {
-                bytes += static_cast<std::uint64_t>(got);
-            }
-            ::close(descriptor);
+            bytes += ReadFile(path, block);
         }
     }
     Conclude(state, bytes, input.Bytes());
+}
+
+/// The first number of text, which moves behind it and one character more.
+template <typename Number>
+Number TakeNumber(std::string_view& text)
+{
+    Number value{};
+    const char* const stop = std::from_chars(text.data(), text.data() + text.size(), value).ptr;
+    text.remove_prefix(static_cast<std::size_t>(stop - text.data()));
+    text.remove_prefix(text.empty() ? 0 : 1);
+    return value;
+}
+
+/// A plain parser of what this program generates; it checks nothing.
+void ParseText(std::string_view text, Spectrum& spectrum)
+{
+    constexpr double proton = 1.00727646677;
+    const double mh = TakeNumber<double>(text);
+    spectrum.nCharge = TakeNumber<std::uint64_t>(text);
+    spectrum.dPrecursorMz = (mh - proton) / static_cast<double>(spectrum.nCharge) + proton;
+    spectrum.vPeaks.reserve(256);
+    while (!text.empty()) {
+        Peak& peak = spectrum.vPeaks.emplace_back();
+        peak.dMz = TakeNumber<double>(text);
+        peak.dIntensity = TakeNumber<double>(text);
+    }
+}
+
+/// The same calls, and the records that we make. The paths are known to it.
+void OneByOnePlain(benchmark::State& state)
+{
+    const Input& input = TheInput();
+    std::vector<char> block(kBlockSize);
+    std::uint64_t peaks = 0;
+    for (auto _ : state) {
+        peaks = 0;
+        std::vector<Spectrum> spectra;
+        for (std::size_t i = 0; i < input.Paths().size(); ++i) {
+            spectra.clear();
+            Spectrum& spectrum = spectra.emplace_back();
+            spectrum.strSource = input.Folder();
+            spectrum.strTitle = input.Names()[i];
+            ParseText({block.data(), ReadFile(input.Paths()[i], block)}, spectrum);
+            peaks += SizeOf(spectrum);
+        }
+    }
+    Conclude(state, peaks, AllPeaks());
 }
 
 // ---- What is wanted ---------------------------------------------------------
@@ -194,6 +256,8 @@ std::vector<bench::Claim> Claims()
          Claim::TimesFaster, 1.5},
         {"DTA: load one by one", "OneByOne", "open, read, close", "OneByOne/SystemCalls",
          Claim::TimesTheTime, Claim::kNothingWanted},
+        {"DTA: load one by one", "OneByOne", "open, read, parse, close", "OneByOne/Plain",
+         Claim::TimesTheTime, 1.2},
     };
 }
 
@@ -215,5 +279,6 @@ int main(int argc, char** argv)
     Register("OneByOne", OneByOneOurs);
     Register("OneByOne/OpenMS", OneByOneOpenMS);
     Register("OneByOne/SystemCalls", SystemCalls);
+    Register("OneByOne/Plain", OneByOnePlain);
     return bench::Run(argc, argv, Claims());
 }

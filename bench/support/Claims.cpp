@@ -16,6 +16,7 @@ struct Median {
     double cpu = 0.0;  ///< seconds
     double wall = 0.0; ///< seconds
     double megabytes = 0.0;
+    double each = 0.0; ///< how many things took that time
 };
 
 double MedianOf(std::vector<double> values)
@@ -46,6 +47,7 @@ public:
             samples.cpu.push_back(counter("own_cpu_s", run.GetAdjustedCPUTime() / unit));
             samples.wall.push_back(counter("own_wall_s", run.GetAdjustedRealTime() / unit));
             samples.megabytes.push_back(counter("MB", 0.0));
+            samples.each.push_back(counter("each", 1.0));
         }
         ConsoleReporter::ReportRuns(runs);
     }
@@ -55,14 +57,15 @@ public:
     Median Of(const std::string& name) const
     {
         const Samples& samples = samples_.at(name);
-        return {MedianOf(samples.cpu), MedianOf(samples.wall), MedianOf(samples.megabytes)};
+        return {MedianOf(samples.cpu), MedianOf(samples.wall), MedianOf(samples.megabytes),
+                MedianOf(samples.each)};
     }
 
     bool Failed() const { return failed_; }
 
 private:
     struct Samples {
-        std::vector<double> cpu, wall, megabytes;
+        std::vector<double> cpu, wall, megabytes, each;
     };
     std::map<std::string, Samples> samples_;
     bool failed_ = false;
@@ -90,6 +93,12 @@ std::string Times(const Median& median)
     return Seconds(median.cpu) + " (" + Seconds(median.wall) + ")";
 }
 
+std::string NanosecondsEach(const Median& median)
+{
+    return Format("%.1f ns (%.1f ns)", 1e9 * median.cpu / median.each,
+                  1e9 * median.wall / median.each);
+}
+
 void PrintRow(const Claim& claim, const std::string& ours, const std::string& other,
               const std::string& measured, const std::string& wanted, bool holds)
 {
@@ -100,6 +109,29 @@ void PrintRow(const Claim& claim, const std::string& ours, const std::string& ot
                   : holds   ? "yes"
                             : "**no**")
               << " |\n";
+}
+
+std::string TimesFaster(const Median& ours, const Median& other)
+{
+    return Format("%.3g (%.3g) times faster", other.cpu / ours.cpu, other.wall / ours.wall);
+}
+
+/// A claim about the times themselves, not about their ratio.
+void PrintClaimOnTimes(const Claim& claim, const Median& ours, const Median& other)
+{
+    if (claim.kind == Claim::Milliseconds) {
+        PrintRow(claim, Times(ours), ": " + Times(other), TimesFaster(ours, other),
+                 Format("<= %.3g ms", claim.bound), 1e3 * ours.cpu <= claim.bound);
+    } else if (claim.kind == Claim::MillisecondsMore) {
+        const double more = 1e3 * (ours.cpu - other.cpu);
+        PrintRow(claim, Times(ours), ": " + Times(other),
+                 Format("%.2f ms (%.2f ms) more", more, 1e3 * (ours.wall - other.wall)),
+                 Format("<= %.3g ms", claim.bound), more <= claim.bound);
+    } else {
+        PrintRow(claim, NanosecondsEach(ours), ": " + NanosecondsEach(other),
+                 TimesFaster(ours, other), Format("<= %.3g ns", claim.bound),
+                 1e9 * ours.cpu / ours.each <= claim.bound);
+    }
 }
 
 void PrintClaim(const Claim& claim, const Collector& results)
@@ -114,10 +146,8 @@ void PrintClaim(const Claim& claim, const Collector& results)
         return;
     }
     const Median other = results.Of(claim.other);
-    if (claim.kind == Claim::Milliseconds) {
-        PrintRow(claim, Times(ours), ": " + Times(other),
-                 Format("%.3g (%.3g) times faster", other.cpu / ours.cpu, other.wall / ours.wall),
-                 Format("<= %.3g ms", claim.bound), 1e3 * ours.cpu <= claim.bound);
+    if (claim.kind != Claim::TimesFaster && claim.kind != Claim::TimesTheTime) {
+        PrintClaimOnTimes(claim, ours, other);
         return;
     }
     const bool faster = claim.kind == Claim::TimesFaster;

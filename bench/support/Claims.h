@@ -11,10 +11,12 @@ namespace bench {
 /// One row: two benchmarks of this program and the ratio that is wanted.
 struct Claim {
     enum Kind {
-        TimesFaster,  ///< time of other / time of ours, at least bound
-        TimesTheTime, ///< time of ours / time of other, at most bound
-        Megabytes,    ///< the counter "MB" of ours, at most bound
-        Milliseconds  ///< CPU time of ours, at most bound, beside that of other
+        TimesFaster,      ///< time of other / time of ours, at least bound
+        TimesTheTime,     ///< time of ours / time of other, at most bound
+        Megabytes,        ///< the counter "MB" of ours, at most bound
+        Milliseconds,     ///< CPU time of ours, at most bound, beside that of other
+        MillisecondsMore, ///< CPU time of ours - CPU time of other, at most bound
+        NanosecondsEach   ///< CPU time of ours / its counter "each", at most bound
     };
     /// A bound for rows that are there for information.
     static constexpr double kNothingWanted = 0.0;
