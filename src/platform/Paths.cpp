@@ -36,7 +36,8 @@ std::string FirstReading(const std::string& path,
 
 std::string Resolve(const std::string& path)
 {
-    return FirstReading(path, Exists);
+    // A lambda, since the type of a function would be exported with std::function.
+    return FirstReading(path, [](const std::string& reading) { return Exists(reading); });
 }
 
 } // namespace Vorlan::platform
