@@ -181,7 +181,7 @@ std::size_t ReadFile(const std::string& path, std::vector<char>& block)
     return size;
 }
 
-constexpr std::size_t kBlockSize = 64 * 1024;
+constexpr std::size_t kBlockSize = std::size_t{64} * 1024;
 
 /// The limit: no byte is looked at.
 void SystemCalls(benchmark::State& state)

@@ -50,7 +50,8 @@ private:
     /// "O1,M,opt,any,Oxidation".
     void TakeOfMsgf(std::string_view text)
     {
-        if (std::count(text.begin(), text.end(), ',') != 4 || text.find('=') != std::string_view::npos) {
+        if (std::count(text.begin(), text.end(), ',') != 4
+            || text.find('=') != std::string_view::npos) {
             return;
         }
         ++facts_.entries;
