@@ -164,6 +164,9 @@ void PlainSequence(const Mods& mods, PeptideIdentification& match)
             match.vMods.back().strSite = match.strSequence.back();
         }
         i = end;
+        if (i < text.size()) { // whatever it is
+            match.strSequence += text[i++];
+        }
     }
 }
 
