@@ -1,5 +1,7 @@
 #include "util/TabTable.h"
 
+#include <algorithm>
+
 #include "CStringProcess.h"
 
 namespace Vorlan {
@@ -17,23 +19,22 @@ int TabHeader::Find(const std::string& name) const
 
 void TabRow::Split(std::string_view row, char separator)
 {
-    cells_.clear();
+    row_ = row;
+    size_ = 0;
     if (row.empty()) {
         return;
     }
-    std::size_t begin = 0;
-    for (std::size_t hit = row.find(separator); hit != std::string_view::npos;
-         hit = row.find(separator, begin)) {
-        cells_.push_back(row.substr(begin, hit - begin));
-        begin = hit + 1;
+    ends_.resize(std::max(ends_.size(), row.size() + 1));
+    std::size_t* const ends = ends_.data();
+    std::size_t separators = 0;
+    // Nothing here branches on where a cell ends, which cannot be foreseen: every
+    // place is written down, and the next one over it unless it holds a separator.
+    for (std::size_t place = 0; place < row.size(); ++place) {
+        ends[separators] = place;
+        separators += row[place] == separator ? 1 : 0;
     }
-    cells_.push_back(row.substr(begin));
-}
-
-std::string_view TabRow::Cell(int i) const
-{
-    const auto place = static_cast<std::size_t>(i);
-    return i >= 0 && place < cells_.size() ? cells_[place] : std::string_view();
+    ends[separators] = row.size();
+    size_ = separators + 1;
 }
 
 } // namespace Vorlan

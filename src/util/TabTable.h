@@ -32,13 +32,23 @@ public:
     /// no cells, every other one more than it has separators.
     void Split(std::string_view row, char separator);
 
-    std::size_t Size() const { return cells_.size(); }
+    std::size_t Size() const { return size_; }
 
     /// Cell i; one that the row does not have is empty.
-    std::string_view Cell(int i) const;
+    std::string_view Cell(int i) const
+    {
+        const auto place = static_cast<std::size_t>(i);
+        if (i < 0 || place >= size_) {
+            return {};
+        }
+        const std::size_t begin = i == 0 ? 0 : ends_[place - 1] + 1;
+        return {row_.data() + begin, ends_[place] - begin};
+    }
 
 private:
-    std::vector<std::string_view> cells_;
+    std::string_view row_;
+    std::vector<std::size_t> ends_; ///< of the cells; there is room for more of them
+    std::size_t size_ = 0;          ///< cells
 };
 
 } // namespace Vorlan

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "support/Random.h"
 #include "support/Support.h"
 #include "util/ComposedPath.h"
 
@@ -69,6 +70,24 @@ TEST(TabRow, SplitsIntoCells)
         for (std::size_t i = 0; i < c.cells.size(); ++i) {
             EXPECT_EQ(row.Cell(static_cast<int>(i)), c.cells[i]);
         }
+    }
+}
+
+TEST(TabRow, CellsAreThoseOfASearchFromSeparatorToSeparator)
+{
+    test::Random random(41);
+    TabRow row;
+    for (int i = 0; i < 2000; ++i) {
+        const std::string text =
+            random.Text("ab;;", 1 + random.Below(random.OneIn(50) ? 5000 : 40));
+        row.Split(text, ';');
+        std::size_t begin = 0;
+        int cell = 0;
+        for (std::size_t end = 0; end != std::string::npos; begin = end + 1, ++cell) {
+            end = text.find(';', begin);
+            ASSERT_EQ(row.Cell(cell), text.substr(begin, end - begin)) << text;
+        }
+        ASSERT_EQ(row.Size(), static_cast<std::size_t>(cell)) << text;
     }
 }
 
