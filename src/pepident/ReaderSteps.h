@@ -34,7 +34,8 @@ inline char FirstOr(std::string_view text, char otherwise)
     return text.empty() ? otherwise : text.front();
 }
 
-/// Numbers as OpenMS' toInt and toDouble read them; they throw ConversionError.
+/// Numbers as OpenMS' toInt and toDouble read them, to the last bit; they throw
+/// ConversionError. Plain ones take a quick path; anything else goes to OpenMS itself.
 std::int32_t IntOf(std::string_view cell);
 double DoubleOf(std::string_view cell);
 

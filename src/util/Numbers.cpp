@@ -31,6 +31,39 @@ bool EndsNumber(const char* p, const char* end)
     return p == end || *p == ' ' || *p == '\t' || *p == '\r';
 }
 
+/// digits[.digits] at the front of a text, as an integer without the point.
+struct Digits {
+    const char* stop;            ///< behind them
+    std::uint64_t mantissa = 0;  ///< modulo 2^64
+    std::ptrdiff_t count = 0;    ///< of all digits
+    std::ptrdiff_t fraction = 0; ///< of those behind the point
+
+    double Value() const { return static_cast<double>(mantissa) / kPowersOfTen[fraction]; }
+};
+
+const char* AppendDigits(const char* p, const char* end, std::uint64_t& mantissa)
+{
+    while (p < end && IsDigit(*p)) {
+        mantissa = 10 * mantissa + static_cast<unsigned>(*p++ - '0');
+    }
+    return p;
+}
+
+/// A point counts only behind a digit.
+Digits ReadDigits(const char* const begin, const char* const end)
+{
+    Digits digits;
+    digits.stop = AppendDigits(begin, end, digits.mantissa);
+    digits.count = digits.stop - begin;
+    if (digits.count > 0 && digits.stop < end && *digits.stop == '.') {
+        const char* const behindPoint = digits.stop + 1;
+        digits.stop = AppendDigits(behindPoint, end, digits.mantissa);
+        digits.fraction = digits.stop - behindPoint;
+        digits.count += digits.fraction;
+    }
+    return digits;
+}
+
 /// Reads digits[.digits][e[sign]digits] that ends for certain. Gives the place
 /// behind it, or null for everything else.
 ///
@@ -39,27 +72,13 @@ bool EndsNumber(const char* p, const char* end)
 /// from_chars, which rounds correctly, too.
 const char* QuickDecimal(const char* const begin, const char* const end, double& value)
 {
-    std::uint64_t mantissa = 0;
-    const char* p = begin;
-    while (p < end && IsDigit(*p)) {
-        mantissa = 10 * mantissa + static_cast<unsigned>(*p++ - '0');
-    }
-    std::ptrdiff_t digits = p - begin;
-    if (digits == 0) {
+    const Digits digits = ReadDigits(begin, end);
+    if (digits.count == 0) {
         return nullptr;
     }
-    std::ptrdiff_t fraction = 0;
-    if (p < end && *p == '.') {
-        const char* const point = p++;
-        while (p < end && IsDigit(*p)) {
-            mantissa = 10 * mantissa + static_cast<unsigned>(*p++ - '0');
-        }
-        fraction = p - point - 1;
-        digits += fraction;
-    }
-    if (EndsNumber(p, end) && digits <= 19 && mantissa < kExactLimit) {
-        value = static_cast<double>(mantissa) / kPowersOfTen[fraction];
-        return p;
+    if (EndsNumber(digits.stop, end) && digits.count <= 19 && digits.mantissa < kExactLimit) {
+        value = digits.Value();
+        return digits.stop;
     }
     double exact = 0.0;
     const auto [stop, error] = std::from_chars(begin, end, exact);
@@ -240,6 +259,33 @@ void TakeTwoDoubles(std::string_view text, double& first, double& second)
     if (TakeDouble(text, first)) {
         TakeDouble(text, second);
     }
+}
+
+bool ReadPlainInt(std::string_view text, std::int32_t& value)
+{
+    const char* const end = text.data() + text.size();
+    const bool negative = !text.empty() && text.front() == '-';
+    const char* const begin = text.data() + (negative ? 1 : 0);
+    std::uint64_t mantissa = 0;
+    if (begin == end || end - begin > kPlainIntDigits
+        || AppendDigits(begin, end, mantissa) != end) {
+        return false;
+    }
+    const auto magnitude = static_cast<std::int32_t>(mantissa);
+    value = negative ? -magnitude : magnitude;
+    return true;
+}
+
+bool ReadPlainDouble(std::string_view text, double& value)
+{
+    const char* const end = text.data() + text.size();
+    const bool negative = !text.empty() && text.front() == '-';
+    const Digits digits = ReadDigits(text.data() + (negative ? 1 : 0), end);
+    if (digits.stop != end || digits.count == 0 || digits.count > kPlainDoubleDigits) {
+        return false;
+    }
+    value = negative ? -digits.Value() : digits.Value();
+    return true;
 }
 
 void AppendFixed6(std::string& text, double value)

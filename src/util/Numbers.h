@@ -7,6 +7,7 @@
 #ifndef VORLAN_UTIL_NUMBERS_H
 #define VORLAN_UTIL_NUMBERS_H
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -43,6 +44,16 @@ bool TakeUnsigned(std::string_view& text, std::uint64_t& value);
 /// As `stream >> first >> second`, likewise; the second one is not read without
 /// the first.
 void TakeTwoDoubles(std::string_view text, double& first, double& second);
+
+/// Digits that fit into 32 bits, and those that a double holds without rounding.
+inline constexpr std::ptrdiff_t kPlainIntDigits = 9;
+inline constexpr std::ptrdiff_t kPlainDoubleDigits = 15;
+
+/// Reads a text that is all [-]digits, or all [-]digits[.[digits]], of so many digits
+/// at most: every parser that is worth its name gives the same for it, to the last
+/// bit. False for any other text, which may be a number; value is unchanged then.
+bool ReadPlainInt(std::string_view text, std::int32_t& value);
+bool ReadPlainDouble(std::string_view text, double& value);
 
 /// Appends value as printf("%.6f") writes it in the "C" locale.
 void AppendFixed6(std::string& text, double value);

@@ -1,12 +1,15 @@
 #include "pepident/ReaderSteps.h"
 
+#include <cstdint>
 #include <limits>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "support/Exceptions.h"
+#include "support/Random.h"
 #include "support/Support.h"
+#include "util/RandomNumbers.h"
 
 namespace Vorlan::test {
 namespace {
@@ -64,6 +67,87 @@ TEST(ReaderSteps, NumbersOfOpenMSThrow)
     }
     for (const char* const text : {"", "x", "1,5"}) {
         EXPECT_EQ(ThrownBy([text] { DoubleOf(text); }).name, "ConversionError") << text;
+    }
+}
+
+/// What a cell is for a function: its bits, or the exception with its words.
+template <typename Value, typename Read>
+std::string Outcome(Read read)
+{
+    Value value{};
+    const Thrown thrown = ThrownBy([&] { value = read(); });
+    return thrown.name.empty() ? std::string(reinterpret_cast<const char*>(&value), sizeof value)
+                               : thrown.name + ": " + thrown.message;
+}
+
+void ExpectAsOpenMS(const std::string& cell)
+{
+    const OpenMS::String text(cell);
+    EXPECT_EQ(Outcome<std::int32_t>([&] { return IntOf(cell); }),
+              Outcome<std::int32_t>([&] { return text.toInt(); }))
+        << testing::PrintToString(cell);
+    EXPECT_EQ(Outcome<double>([&] { return DoubleOf(cell); }),
+              Outcome<double>([&] { return text.toDouble(); }))
+        << testing::PrintToString(cell);
+}
+
+TEST(ReaderSteps, NumbersAreThoseOfOpenMSOnHostileCells)
+{
+    const std::string digits = "12345678901234567890123456789012345678901234567890";
+    for (const char* const sign : {"", "-", "+", "--", " -", "- "}) {
+        for (std::size_t whole = 0; whole < 24; ++whole) {
+            const std::string zeros(whole, '0');
+            for (const std::string& front : {digits.substr(0, whole), zeros, zeros + "7"}) {
+                ExpectAsOpenMS(sign + front);
+                ExpectAsOpenMS(sign + front + "." + digits.substr(0, 3));
+                ExpectAsOpenMS(sign + digits.substr(0, 4) + "." + front);
+                ExpectAsOpenMS(sign + front + ".");
+                ExpectAsOpenMS(sign + front + "e2");
+            }
+        }
+    }
+    for (const char* const cell : {"2147483647",
+                                   "2147483648",
+                                   "-2147483648",
+                                   "-2147483649",
+                                   "999999999",
+                                   "0.1",
+                                   "-0",
+                                   "-0.0",
+                                   "9007199254740993",
+                                   "900719925474099.3",
+                                   "1,5",
+                                   "1.2.3",
+                                   "0x10",
+                                   "nan",
+                                   "-inf",
+                                   "1e400",
+                                   "1e-400",
+                                   "\xC2\xA0"
+                                   "1",
+                                   "1 ",
+                                   "\t1",
+                                   "1\r",
+                                   ".",
+                                   "-.",
+                                   "-.5",
+                                   ""}) {
+        ExpectAsOpenMS(cell);
+    }
+    ExpectAsOpenMS(std::string("1\0", 2));
+    ExpectAsOpenMS(std::string("1\0"
+                               "2",
+                               3));
+}
+
+TEST(ReaderSteps, NumbersAreThoseOfOpenMSOnRandomCells)
+{
+    Random random(71);
+    for (int i = 0; i < 50000 && !testing::Test::HasFailure(); ++i) {
+        ExpectAsOpenMS(RandomNumber(random));
+        ExpectAsOpenMS(RandomNumberBytes(random));
+        std::string plain = random.Text("0123456789", 1 + random.Below(18));
+        ExpectAsOpenMS(plain.insert(random.Below(plain.size() + 1), 1, '.'));
     }
 }
 

@@ -20,6 +20,62 @@ constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr std::int32_t kIntMax = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t kIntMin = std::numeric_limits<std::int32_t>::min();
 
+// ---- ReadPlain ---------------------------------------------------------------
+
+struct PlainNumber {
+    const char* reason;
+    std::string text;
+    bool isInt;
+    bool isDouble;
+};
+
+const PlainNumber kPlainNumbers[] = {
+    {"an integer", "405", true, true},
+    {"a negative one", "-405", true, true},
+    {"leading noughts", "007", true, true},
+    {"a decimal", "405.25", false, true},
+    {"no digit behind the point", "5.", false, true},
+    {"nine digits", "999999999", true, true},
+    {"ten digits", "1234567890", false, true},
+    {"fifteen digits", "-123456789.012345", false, true},
+    {"sixteen digits", "1234567890.123456", false, false},
+    {"many noughts", "0000000000000001", false, false},
+    {"nothing", "", false, false},
+    {"a sign alone", "-", false, false},
+    {"a plus sign", "+1", false, false},
+    {"two signs", "--1", false, false},
+    {"no digit before the point", ".5", false, false},
+    {"two points", "1.2.3", false, false},
+    {"an exponent", "1e5", false, false},
+    {"a blank in front", " 1", false, false},
+    {"a blank behind", "1 ", false, false},
+    {"a NUL behind", "1\0"s, false, false},
+    {"no number", "inf", false, false},
+};
+
+TEST(Numbers, PlainNumbersAreFewDigitsAndNothingElse)
+{
+    for (const PlainNumber& c : kPlainNumbers) {
+        std::int32_t whole = 77;
+        double value = kUntouched;
+        EXPECT_EQ(numbers::ReadPlainInt(c.text, whole), c.isInt) << c.reason;
+        EXPECT_EQ(whole, c.isInt ? std::atoi(c.text.c_str()) : 77) << c.reason;
+        EXPECT_EQ(numbers::ReadPlainDouble(c.text, value), c.isDouble) << c.reason;
+        EXPECT_EQ(value, c.isDouble ? std::atof(c.text.c_str()) : kUntouched) << c.reason;
+    }
+}
+
+TEST(Numbers, PlainNumbersMayStandInALongerText)
+{
+    const std::string_view text = "12.5";
+    std::int32_t whole = 0;
+    double value = 0.0;
+    EXPECT_TRUE(numbers::ReadPlainInt(text.substr(0, 2), whole));
+    EXPECT_EQ(whole, 12);
+    EXPECT_TRUE(numbers::ReadPlainDouble(text.substr(1, 2), value));
+    EXPECT_EQ(value, 2.0);
+}
+
 // ---- ScanDouble ------------------------------------------------------------
 
 struct DoubleCase {
