@@ -7,6 +7,7 @@
 #include "pepident/NativeTableRow.h"
 #include "pepident/PeptideIdentificationErrors.h"
 #include "pepident/ReaderSteps.h"
+#include "platform/Memory.h"
 #include "util/LineReader.h"
 #include "util/Progress.h"
 
@@ -46,8 +47,10 @@ void TulkTXTPepIdentIO::Load(std::vector<PeptideIdentification>& vMatches)
         vMatches.reserve(std::min(tResultCount_ + 1, kMostRoom));
     }
     Progress progress(console::Stream::Out, tResultCount_);
+    platform::PagesAhead pages;
     // Deliberate: B-12. An empty line ends the table.
     while (pInput_->Next(line) && !line.empty()) {
+        pages.Reach(vMatches, 1);
         progress.Begin();
         vMatches.push_back(reader.Read(line));
         vMatches.back().SortMod();

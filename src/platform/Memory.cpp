@@ -1,5 +1,6 @@
 #include "platform/Memory.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include <sys/mman.h>
@@ -20,6 +21,14 @@ void ProvidePages(char* begin, std::size_t size)
     static_cast<void>(begin);
     static_cast<void>(size);
 #endif
+}
+
+void PagesAhead::Provide(char* begin, std::size_t room, std::size_t wanted)
+{
+    constexpr std::size_t kAhead = std::size_t{4} << 20;
+    const std::size_t goal = wanted + std::min(kAhead, room - wanted);
+    ProvidePages(begin + provided_, goal - provided_);
+    provided_ = goal;
 }
 
 } // namespace Vorlan::platform

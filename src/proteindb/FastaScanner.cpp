@@ -5,7 +5,6 @@
 #include <cstring>
 
 #include "FastaProteinDB.h"
-#include "platform/Memory.h"
 #include "proteindb/FastaText.h"
 
 namespace Vorlan {
@@ -21,14 +20,21 @@ constexpr Word InEveryByte(unsigned char byte)
     return 0x0101010101010101u * byte;
 }
 
-/// Whether any of eight characters is not A to Z. The sums set the top bit of
-/// every byte that is at least 'A', or above 'Z'; none reaches the next byte.
-bool HasOthers(Word characters)
+/// The top bit of every byte that is not A to Z. The sums set it where a character is
+/// at least 'A', or above 'Z'; none reaches the next byte.
+Word Others(Word characters)
 {
     const Word low = characters & InEveryByte(0x7F);
     const Word atLeastA = low + InEveryByte(0x80 - 'A');
     const Word aboveZ = low + InEveryByte(0x80 - 'Z' - 1);
-    return ((~atLeastA | aboveZ | characters) & InEveryByte(0x80)) != 0;
+    return (~atLeastA | aboveZ | characters) & InEveryByte(0x80);
+}
+
+/// Characters in front of the first one that is marked; the first stands lowest.
+std::ptrdiff_t Before(Word marks)
+{
+    static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__);
+    return __builtin_ctzll(marks) / 8;
 }
 
 /// Copies the residues at text to out, up to another character or to the end.
@@ -38,8 +44,10 @@ void CopyResidues(const char*& text, const char* const end, char*& out)
     for (Word word = 0; end - text >= kWordSize; text += kWordSize, out += kWordSize) {
         std::memcpy(&word, text, sizeof word);
         std::memcpy(out, &word, sizeof word);
-        if (HasOthers(word)) {
-            break;
+        if (const Word others = Others(word)) {
+            text += Before(others);
+            out += Before(others);
+            return;
         }
     }
     while (text < end && fasta::IsResidue(*text)) {
@@ -61,18 +69,6 @@ void FastaScanner::Expect(std::uint64_t fileSize)
     concatenation_.reserve(fileSize);
 }
 
-/// The pages of the concatenation at once, a good way ahead: one by one, each at
-/// its first use, they take longer than all reading.
-void FastaScanner::ProvideRoom(std::size_t size)
-{
-    constexpr std::size_t kStep = std::size_t{4} << 20;
-    if (provided_ < concatenation_.capacity() && provided_ < concatenation_.size() + size) {
-        const std::size_t step = std::min(kStep, concatenation_.capacity() - provided_);
-        platform::ProvidePages(concatenation_.data() + provided_, step);
-        provided_ += step;
-    }
-}
-
 /// A new entry of the list. It grows to what the file will hold when its entries
 /// go on as they began, yet never to many times of what there is.
 CProtein& FastaScanner::AddProtein()
@@ -82,12 +78,13 @@ CProtein& FastaScanner::AddProtein()
         const std::uint64_t times = expected_ / std::max<std::uint64_t>(taken_, 1) + 1;
         proteins_.reserve(proteins_.size() * std::clamp<std::uint64_t>(times, 2, kGrowth) + 1);
     }
+    proteinPages_.Reach(proteins_, 1);
     return proteins_.emplace_back();
 }
 
 void FastaScanner::Take(std::string_view part)
 {
-    ProvideRoom(part.size());
+    concatenationPages_.Reach(concatenation_, part.size());
     residues_.resize(std::max(residues_.size(), part.size() + sizeof(Word)));
     taken_ += part.size();
     while (!part.empty()) {

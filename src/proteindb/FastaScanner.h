@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "DataStructures.h"
+#include "platform/Memory.h"
 
 namespace Vorlan {
 
@@ -33,7 +34,6 @@ public:
     bool HasFalseStart() const { return falseStart_ && !starts_.empty(); }
 
 private:
-    void ProvideRoom(std::size_t size);
     CProtein& AddProtein();
     void BeginLine(char first);
     // Both give how much of text they took: a line of a header, or the lines of a
@@ -47,12 +47,12 @@ private:
     std::string& concatenation_;
     std::uint64_t expected_ = 0; ///< bytes of the file
     std::uint64_t taken_ = 0;    ///< of them
-    std::size_t provided_ = 0;   ///< so much of the concatenation has its pages
-    std::string header_;         ///< of the entry
-    std::string residues_;       ///< of a part, before they are appended
-    bool inHeader_ = false;      ///< the line is a header
-    bool atLineStart_ = true;    ///< the next character begins a line
-    bool falseStart_ = false;    ///< the first line is no header
+    platform::PagesAhead proteinPages_, concatenationPages_;
+    std::string header_;      ///< of the entry
+    std::string residues_;    ///< of a part, before they are appended
+    bool inHeader_ = false;   ///< the line is a header
+    bool atLineStart_ = true; ///< the next character begins a line
+    bool falseStart_ = false; ///< the first line is no header
 };
 
 } // namespace Vorlan
