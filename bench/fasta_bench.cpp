@@ -127,6 +127,61 @@ void ReadAndScan(benchmark::State& state)
     Conclude(state, letters > input.residues);
 }
 
+/// The limit for who keeps what a database keeps: the residues twice, in new memory of
+/// two arrays, from one pass over blocks of the file. It makes no entry, no text of its
+/// own for a protein, and looks at no header.
+class TwoCopies {
+public:
+    explicit TwoCopies(std::uint64_t bytes) : first_(new char[bytes]), second_(new char[bytes]) {}
+
+    void Take(const char* text, std::size_t size)
+    {
+        for (const char* const end = text + size; text < end;) {
+            inHeader_ = atLineStart_ ? *text == '>' : inHeader_;
+            const void* const feed = std::memchr(text, '\n', static_cast<std::size_t>(end - text));
+            const char* const stop = feed == nullptr ? end : static_cast<const char*>(feed);
+            if (!inHeader_) {
+                const auto length = static_cast<std::size_t>(stop - text);
+                std::memcpy(first_.get() + residues_, text, length);
+                std::memcpy(second_.get() + residues_, text, length);
+                residues_ += length;
+            }
+            atLineStart_ = feed != nullptr;
+            text = atLineStart_ ? stop + 1 : end;
+        }
+    }
+
+    std::uint64_t Residues() const { return residues_; }
+
+private:
+    std::unique_ptr<char[]> first_, second_;
+    std::uint64_t residues_ = 0;
+    bool atLineStart_ = true;
+    bool inHeader_ = false;
+};
+
+void ReadAndCopyTwice(benchmark::State& state)
+{
+    constexpr std::size_t blockSize = std::size_t{256} * 1024;
+    const Input& input = TheInput();
+    std::uint64_t residues = 0;
+    for (auto _ : state) {
+        auto copies = std::make_unique<TwoCopies>(input.bytes);
+        const std::unique_ptr<char[]> block(new char[blockSize]);
+        const int descriptor = ::open(input.path.c_str(), O_RDONLY);
+        for (ssize_t got = 1; got > 0;) {
+            got = ::read(descriptor, block.get(), blockSize);
+            copies->Take(block.get(), static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
+        }
+        ::close(descriptor);
+        residues = copies->Residues();
+        state.PauseTiming();
+        bench::LetGo(copies);
+        state.ResumeTiming();
+    }
+    Conclude(state, residues == input.residues);
+}
+
 // ---- Memory -----------------------------------------------------------------
 
 constexpr char kGrowthOption[] = "--print-growth-by-loading";
@@ -233,9 +288,7 @@ void AskForAll(benchmark::State& state, const std::vector<Match>& matches, Ask a
     if (right != matches.size()) {
         state.SkipWithError("a match is told to lie elsewhere");
     }
-    const auto items = static_cast<double>(matches.size());
-    state.counters["s_per_query"] = benchmark::Counter(
-        items, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["each"] = static_cast<double>(matches.size());
 }
 
 void QueryOurs(benchmark::State& state, std::vector<Match> Queries::*order)
@@ -267,14 +320,15 @@ std::vector<bench::Claim> Claims()
 {
     using bench::Claim;
     const std::string queries = std::to_string(bench::Scaled(kQueries));
-    const double fiftyNanoseconds = 50e-6 * static_cast<double>(bench::Scaled(kQueries));
     return {
         {"FASTA: load", "Load", "OpenMS FASTAFile", "Load/OpenMS", Claim::TimesFaster, 3.0},
-        {"FASTA: load", "Load", "read and scan", "Load/ReadAndScan", Claim::TimesTheTime, 1.5},
+        {"FASTA: load", "Load", "read and scan", "Load/ReadAndScan", Claim::TimesTheTime, 1.2},
+        {"FASTA: load", "Load", "read and copy twice", "Load/ReadAndCopyTwice", Claim::TimesTheTime,
+         Claim::kNothingWanted},
         {"FASTA: memory for loading, at its highest", "Memory", "OpenMS FASTAFile", "Memory/OpenMS",
          Claim::Megabytes, Claim::kNothingWanted},
-        {"FASTA: " + queries + " queries, ascending", "Query", "in random order", "Query/Random",
-         Claim::Milliseconds, fiftyNanoseconds},
+        {"FASTA: one query, ascending", "Query", "in random order", "Query/Random",
+         Claim::NanosecondsEach, 50.0},
         {"FASTA: " + queries + " queries, ascending", "Query", "the copies alone", "Query/Copies",
          Claim::TimesTheTime, Claim::kNothingWanted},
         {"FASTA: " + queries + " queries, random order", "Query/Random", "the copies alone",
@@ -302,6 +356,7 @@ int main(int argc, char** argv)
     Register("Load", 5, Load<Database>, LoadOurs);
     Register("Load/OpenMS", 5, Load<Entries>, LoadOpenMS);
     Register("Load/ReadAndScan", 5, ReadAndScan);
+    Register("Load/ReadAndCopyTwice", 5, ReadAndCopyTwice);
     Register("Memory", 1, Memory, "ours");
     Register("Memory/OpenMS", 1, Memory, "OpenMS");
     Register("Query", 5, QueryOurs, &Queries::ascending);

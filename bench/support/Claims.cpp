@@ -134,15 +134,23 @@ void PrintClaimOnTimes(const Claim& claim, const Median& ours, const Median& oth
     }
 }
 
+/// other is 0 where there is nothing beside ours.
+void PrintClaimOnMemory(const Claim& claim, double ours, double other)
+{
+    const bool isRatio = claim.kind == Claim::TimesTheMemory;
+    const bool alone = other == 0.0;
+    PrintRow(claim, Format("%.1f MB", ours), alone ? "" : Format(": %.1f MB", other),
+             alone ? "" : Format("%.3g times as much", ours / other),
+             Format(isRatio ? "<= %.3g" : "<= %.4g MB", claim.bound),
+             (isRatio ? ours / other : ours) <= claim.bound);
+}
+
 void PrintClaim(const Claim& claim, const Collector& results)
 {
     const Median ours = results.Of(claim.ours);
-    if (claim.kind == Claim::Megabytes) {
-        const bool alone = claim.other.empty();
-        const double other = alone ? 0.0 : results.Of(claim.other).megabytes;
-        PrintRow(claim, Format("%.1f MB", ours.megabytes), alone ? "" : Format(": %.1f MB", other),
-                 alone ? "" : Format("%.3g times as much", ours.megabytes / other),
-                 Format("<= %.4g MB", claim.bound), ours.megabytes <= claim.bound);
+    if (claim.kind == Claim::Megabytes || claim.kind == Claim::TimesTheMemory) {
+        PrintClaimOnMemory(claim, ours.megabytes,
+                           claim.other.empty() ? 0.0 : results.Of(claim.other).megabytes);
         return;
     }
     const Median other = results.Of(claim.other);

@@ -14,6 +14,7 @@ struct Claim {
         TimesFaster,      ///< time of other / time of ours, at least bound
         TimesTheTime,     ///< time of ours / time of other, at most bound
         Megabytes,        ///< the counter "MB" of ours, at most bound
+        TimesTheMemory,   ///< the counter "MB" of ours / that of other, at most bound
         Milliseconds,     ///< CPU time of ours, at most bound, beside that of other
         MillisecondsMore, ///< CPU time of ours - CPU time of other, at most bound
         NanosecondsEach   ///< CPU time of ours / its counter "each", at most bound

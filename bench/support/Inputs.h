@@ -78,7 +78,7 @@ void AppendPeaks(std::string& text, Random& random, std::size_t count);
 template <typename Value>
 void LetGo(Value& value)
 {
-    Value().swap(value);
+    value = Value();
     ::malloc_trim(0);
 }
 
