@@ -45,6 +45,11 @@ std::string_view TextOf(const std::uint8_t* data, std::size_t size)
 
 std::string Expanded(std::string_view text)
 {
+    return Expanded(text, LineReader::kMaxLineLength);
+}
+
+std::string Expanded(std::string_view text, std::size_t lineLength)
+{
     constexpr std::size_t kMostRepetitions = 4;
     constexpr std::size_t kFirstBlock = 8192;
     std::string result;
@@ -57,8 +62,8 @@ std::string Expanded(std::string_view text)
             result += text[i];
             continue;
         }
-        const std::size_t count = (isLine ? LineReader::kMaxLineLength : kFirstBlock) - 4
-                                  + static_cast<unsigned char>(text[i + 2]) % 8;
+        const std::size_t count =
+            (isLine ? lineLength : kFirstBlock) - 4 + static_cast<unsigned char>(text[i + 2]) % 8;
         result.append(count, text[i + 1]);
         i += 2;
     }

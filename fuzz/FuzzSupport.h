@@ -49,8 +49,10 @@ std::string_view TextOf(const std::uint8_t* data, std::size_t size);
 ///   \x01 c n   81,915 + n % 8 times c: with the digit 4 the longest line
 ///   \x02 c n   8,188 + n % 8 times c: with the digit 4 the reader's first block
 /// Line feeds are not repeated, since many lines cost much and show little. The
-/// fifth repetition and those behind it stand for themselves.
+/// fifth repetition and those behind it stand for themselves. Where lines have no
+/// limit, lineLength tells what to use instead of 81,919.
 std::string Expanded(std::string_view text);
+std::string Expanded(std::string_view text, std::size_t lineLength);
 
 // ---- Files ----------------------------------------------------------------
 
