@@ -144,6 +144,16 @@ void Check(const std::vector<SequenceCase>& cases)
     }
 }
 
+TEST(MsgfRow, AnyResidueIsTheOneInFrontOfTheMass)
+{
+    const MsgfModifications mods({{"Tag", 1.5, "*", "Anywhere", 0}});
+    PeptideIdentification match;
+    match.strSequence = "+1.5PM+1.5K";
+    msgf::ReadModifications(mods, match);
+    EXPECT_EQ(match.strSequence, "PMK");
+    EXPECT_EQ(ModsOf(match), "Tag@0 on *;Tag@2 on M") << "in front of all stands none";
+}
+
 TEST(MsgfRow, MassesInASequence)
 {
     Check(std::vector<SequenceCase>{

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "PeptideIdentificationIO.h"
 #include "support/Exceptions.h"
 #include "support/Random.h"
 #include "support/Support.h"
@@ -184,6 +185,16 @@ TEST(ReaderSteps, MassesAndCharges)
     }
     const std::int32_t most = std::numeric_limits<std::int32_t>::max();
     EXPECT_NEAR(MzOf(MhOf(500.0, most), most), 500.0, 1e-6);
+}
+
+TEST(ReaderSteps, FormatsThatShowNoProgressCountNoRows)
+{
+    for (const auto type :
+         {PepIdentType::Pfind28Txt, PepIdentType::Pfind3Spectra, PepIdentType::SequestTxt}) {
+        PeptideIdentificationIO* reader = PepIdentIOFactory::pGetPepIdentIO(type);
+        EXPECT_NO_THROW(reader->GetResultNumberOfFile()) << "no file is needed for it";
+        PepIdentIOFactory::DesctroyPepIdentIO(reader);
+    }
 }
 
 } // namespace

@@ -314,5 +314,20 @@ TEST(NameWithSite, IsThatOfAParameterFile)
     }
 }
 
+TEST(MassExplainer, AModificationOfATerminusMayNameTheResidueThere)
+{
+    const MassExplainer explainer({{"of Q", -17.0, "Q", "Any N-term", 0},
+                                   {"of all", -18.0, "N-term", "Any N-term", 0},
+                                   {"of none", -17.0, "", "Any N-term", 0}});
+    const ResiduePlace first = {1, 'Q', 'K', 'A'};
+    ASSERT_NE(explainer.OfTerminus(-17.0, "N-term", first), nullptr);
+    EXPECT_EQ(explainer.OfTerminus(-17.0, "N-term", first)->strName, "of Q");
+    EXPECT_EQ(explainer.OfTerminus(-17.0, "C-term", first), nullptr);
+    const ResiduePlace other = {1, 'E', 'K', 'A'};
+    EXPECT_EQ(explainer.OfTerminus(-17.0, "N-term", other), nullptr);
+    ASSERT_NE(explainer.OfTerminus(-18.0, "N-term", other), nullptr);
+    EXPECT_EQ(explainer.OfTerminus(-18.0, "N-term", other)->strName, "of all");
+}
+
 } // namespace
 } // namespace Vorlan

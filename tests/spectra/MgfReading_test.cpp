@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "spectra/MgfProbe.h"
+#include "spectra/MgfRecord.h"
 
 namespace Vorlan::test {
 namespace {
@@ -237,6 +238,22 @@ TEST(MgfReading, EveryTruncationAgreesWithThePlainTwin)
         MgfText mgf(whole.substr(0, length));
         EXPECT_EQ(mgf.Rest(), mgf.AllOfThePlainTwin()) << "cut at " << length;
     }
+}
+
+TEST(MgfReading, EveryPeakIsACopyOfTheScratch)
+{
+    TempFolder folder;
+    folder.Write("a.mgf", "1 2\n3 4\nEND IONS\n");
+    LineReader input;
+    ASSERT_TRUE(input.Open(folder.PathOf("a.mgf"), LineReader::Mode::Binary));
+    Peak scratch;
+    scratch.vMatchRes.resize(2);
+    Spectrum spectrum;
+    mgf::ReadRecord(input, spectrum, scratch);
+    ASSERT_EQ(spectrum.vPeaks.size(), 2u);
+    EXPECT_EQ(spectrum.vPeaks[0].vMatchRes.size(), 2u);
+    EXPECT_EQ(spectrum.vPeaks[1].vMatchRes.size(), 2u);
+    EXPECT_EQ(spectrum.vPeaks[1].dMz, 3.0);
 }
 
 } // namespace

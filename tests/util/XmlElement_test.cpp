@@ -1,4 +1,5 @@
 // Children: questions, changes, copies, lifetimes, and writing.
+#include <array>
 #include <memory>
 
 #include "support/Support.h"
@@ -380,6 +381,14 @@ TEST(XmlAccess, EnteredValuesCountBeforeTheText)
     EXPECT_EQ(XmlAccess::Attribute(parsed.Child(0), "x"), "2");
     EXPECT_TRUE(XmlAccess::FindAttribute(parsed.Child(0), "z", value));
     EXPECT_EQ(value, "");
+}
+
+TEST(XmlAccess, SeveralValuesAtOnceWhereSomeAreEntered)
+{
+    Parsed parsed("<a x=\"1\" y=\"2\"/>");
+    parsed.Child(0)["x"] = "3";
+    const std::array<std::string_view, 3> names = {"y", "x", "z"};
+    EXPECT_THAT(XmlAccess::Attributes(parsed.Child(0), names), testing::ElementsAre("2", "3", ""));
 }
 
 TEST(XmlAccess, OnlyElementsAreTakenForElements)
