@@ -10,7 +10,7 @@ FUZZ_SECONDS ?= 60
 export JOBS FUZZ_SECONDS
 
 .DEFAULT_GOAL := help
-.PHONY: help demo demo-search test valgrind docs bench fuzz format tidy check package package-test clean
+.PHONY: help demo demo-search test valgrind coverage docs bench fuzz format tidy check package package-test clean
 
 help:
 	@echo "PelgrinDLL"
@@ -19,6 +19,7 @@ help:
 	@echo "  make test         build everything with warnings as errors and run every test"
 	@echo "  make docs         build the documentation site, build/docs/index.html"
 	@echo "  make valgrind     run the tests of the library under valgrind; takes long"
+	@echo "  make coverage     tell which lines of the library its tests reach; takes half an hour"
 	@echo "  make bench        build and run the benchmarks"
 	@echo "  make fuzz         run each fuzz target for FUZZ_SECONDS ($(FUZZ_SECONDS)) seconds"
 	@echo "  make format       lay out all sources with clang-format"
@@ -52,6 +53,10 @@ valgrind:
 	@scripts/install-packages library tests checks
 	@scripts/build dev
 	@scripts/valgrind
+
+coverage:
+	@scripts/install-packages library tests coverage
+	@scripts/coverage
 
 bench:
 	@scripts/install-packages library bench
