@@ -100,7 +100,8 @@ TEST(NativeTableFiles, ThePathIsFolderOneBackslashName)
     };
     for (const auto& [folder, path] : folders) {
         NativeProbe reader;
-        EXPECT_EQ(ThrownBy([&] { reader.InitLoad(SourceIn(folder)); }), NotReadable(path));
+        const PepIdentSource source = SourceIn(folder);
+        EXPECT_EQ(ThrownBy([&] { reader.InitLoad(source); }), NotReadable(path));
         EXPECT_EQ(reader.FilePath(), path);
     }
 }
