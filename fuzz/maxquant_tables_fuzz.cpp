@@ -145,7 +145,8 @@ void TakeApart(const std::string& text, std::string& residues, std::vector<std::
     std::size_t depth = 0;
     for (const char c : text) {
         if (depth > 0) {
-            depth += c == '(' ? 1 : c == ')' ? -1 : 0;
+            depth += c == '(' ? 1 : 0;
+            depth -= c == ')' ? 1 : 0;
             tags.back() += depth > 0 ? std::string(1, c) : "";
         } else if (c == '(') {
             depth = 1;

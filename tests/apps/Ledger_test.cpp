@@ -149,7 +149,7 @@ TEST(Ledger, BytesThatAreNoTextDoNotBreakTheJson)
     for (RejectedPart& part : example.results.rejects.parts) {
         part.file = "a\xFFz";
     }
-    EXPECT_NO_THROW(nlohmann::json::parse(example.Of().Json()));
+    EXPECT_TRUE(nlohmann::json::accept(example.Of().Json()));
 }
 
 TEST(Ledger, EmptyPagesHaveNoLosses)

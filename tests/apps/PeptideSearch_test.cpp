@@ -116,7 +116,8 @@ TEST(PeptideSearch, LongTextsHaveNoGapsBetweenTheirPieces)
 {
     std::mt19937 random(21);
     for (const std::string_view alphabet : {"AC;", "AACCCA", "ACDEFGHIKLMNPQRSTVWY;"}) {
-        for (const std::size_t length : {16383, 16384, 16385, 131072, 400000}) {
+        for (const std::size_t length :
+             std::initializer_list<std::size_t>{16383, 16384, 16385, 131072, 400000}) {
             const std::string text = RandomText(random, alphabet, length);
             Strings peptides = {"ACA", "CAAC", text.substr(0, 5), text.substr(length - 6)};
             for (std::size_t at = 16380; at + 9 < length; at += 16384) {

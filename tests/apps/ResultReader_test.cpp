@@ -265,7 +265,7 @@ TEST(ResultReader, AReaderThatIsKilledOnceIsStartedAgain)
 {
     const TempFolder folder;
     const std::string mark = folder.PathOf("killed");
-    for (const std::size_t count : {1, 20}) {
+    for (const std::size_t count : std::initializer_list<std::size_t>{1, 20}) {
         std::filesystem::remove(mark);
         const auto fault = [&](std::vector<Record>&) {
             if (!std::filesystem::exists(mark)) {

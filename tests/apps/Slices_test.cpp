@@ -205,7 +205,7 @@ TEST(Slices, TakeFilesAsTheyStand)
         const TempFolder folder;
         Random random(5);
         const ResultFiles files = WriteResult(c.format, c.text, folder, random);
-        for (const std::size_t most : {1, 2, 9}) {
+        for (const std::size_t most : std::initializer_list<std::size_t>{1, 2, 9}) {
             EXPECT_EQ(ExpectPiecesAreTheWhole(c.format, files, most, random), c.records);
         }
     }
@@ -225,7 +225,7 @@ TEST(Slices, OfAPairOfMaxQuantNameTheirRowsAnew)
     const ResultFiles files = {folder.Write("msms.txt", msms),
                                folder.Write("peptides.txt", peptides)};
     Random random(6);
-    for (const std::size_t most : {1, 2, 3, 5, 9}) {
+    for (const std::size_t most : std::initializer_list<std::size_t>{1, 2, 3, 5, 9}) {
         EXPECT_EQ(ExpectPiecesAreTheWhole(PepIdentType::MaxQuant, files, most, random), 8U);
     }
 }

@@ -130,8 +130,8 @@ TEST(SpectrumServer, ServersStandBesideEachOther)
             }
         }));
     }
-    for (int name = 0; name < 3; ++name) {
-        for (int i = 0; i < 3; ++i) {
+    for (std::size_t name = 0; name < 3; ++name) {
+        for (std::size_t i = 0; i < 3; ++i) {
             if (i == name) {
                 EXPECT_EQ(ReplyTo(servers[i], std::to_string(name)), Reply::ReaderEnded);
             } else {
