@@ -17,6 +17,7 @@
 #include "HostProgram.h"
 #include "ResultTexts.h"
 #include "support/Random.h"
+#include "support/Sanitized.h"
 
 namespace pelgrin::test {
 namespace {
@@ -24,18 +25,13 @@ namespace {
 namespace fs = std::filesystem;
 using testing::AnyOf;
 using testing::HasSubstr;
+using Vorlan::test::kSanitized;
 using Vorlan::test::Random;
 using Vorlan::test::ReadFile;
 using Vorlan::test::TempFolder;
 
 using Strings = std::vector<std::string>;
 using Clock = std::chrono::steady_clock;
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool kSanitized = true;
-#else
-constexpr bool kSanitized = false;
-#endif
 
 /// The program while it runs. Its temporary files are in a folder of the test.
 class Running {

@@ -22,6 +22,7 @@
 #include "common/Failure.h"
 #include "isolation/LibraryReading.h"
 #include "isolation/RecordBytes.h"
+#include "support/Sanitized.h"
 
 namespace pelgrin::test {
 namespace {
@@ -399,9 +400,9 @@ TEST(ResultReader, ReadersThatEndBeforeTheyBeginAreAFailure)
 
 TEST(ResultReader, NoRoomForAReaderIsAFailure)
 {
-#if defined(__SANITIZE_ADDRESS__)
-    GTEST_SKIP() << "the sanitizers need descriptors of their own";
-#endif
+    if (Vorlan::test::kSanitized) {
+        GTEST_SKIP() << "the sanitizers need descriptors of their own";
+    }
     const TempFolder folder;
     const std::string path = folder.Write("psms.txt", NumberedTable(3));
     EXPECT_EQ(FailureIn([&path] {

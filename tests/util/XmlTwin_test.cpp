@@ -1,6 +1,7 @@
 // The XML model makes the trees, the messages and the texts of its plain twin.
 #include <map>
 
+#include "support/Sanitized.h"
 #include "support/Support.h"
 #include "support/XmlTwin.h"
 #include "util/RandomXml.h"
@@ -50,11 +51,7 @@ std::string KindOf(const std::string& message)
 }
 
 // The sanitizers make every exception slow; a share of the texts is enough for them.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr int kShare = 5;
-#else
-constexpr int kShare = 1;
-#endif
+constexpr int kShare = test::kSanitized ? 5 : 1;
 
 using Counts = std::map<std::string, int>;
 
