@@ -33,7 +33,7 @@ bool EndsNumber(const char* p, const char* end)
 
 /// digits[.digits] at the front of a text, as an integer without the point.
 struct Digits {
-    const char* stop;            ///< behind them
+    const char* stop = nullptr;  ///< behind them
     std::uint64_t mantissa = 0;  ///< modulo 2^64
     std::ptrdiff_t count = 0;    ///< of all digits
     std::ptrdiff_t fraction = 0; ///< of those behind the point

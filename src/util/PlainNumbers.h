@@ -101,9 +101,9 @@ inline std::uint64_t DigitsAroundPoint(const char* text, std::size_t whole, std:
 
 /// A walk over the numbers of a line, from one character that is no digit to the next.
 struct Walk {
-    const char* line;
-    std::uint32_t nonDigits; ///< those not met yet
-    std::size_t place = 0;   ///< where the walk stands in line
+    const char* line = nullptr;
+    std::uint32_t nonDigits = 0; ///< those not met yet
+    std::size_t place = 0;       ///< where the walk stands in line
 
     /// Goes to the next character that is no digit and gives how many digits stand
     /// before it; 0 also when the 32 bytes hold none.
