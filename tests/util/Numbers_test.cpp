@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <limits>
 
+#include "support/CLocale.h"
 #include "support/Support.h"
 #include "util/SlowNumbers.h"
 
@@ -61,6 +62,7 @@ TEST(Numbers, PlainNumbersAreFewDigitsAndNothingElse)
         EXPECT_EQ(numbers::ReadPlainInt(c.text, whole), c.isInt) << c.reason;
         EXPECT_EQ(whole, c.isInt ? std::atoi(c.text.c_str()) : 77) << c.reason;
         EXPECT_EQ(numbers::ReadPlainDouble(c.text, value), c.isDouble) << c.reason;
+        const test::CLocale locale;
         EXPECT_EQ(value, c.isDouble ? std::atof(c.text.c_str()) : kUntouched) << c.reason;
     }
 }
