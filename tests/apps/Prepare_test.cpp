@@ -339,5 +339,32 @@ TEST(Prepare, DtaFilesAreReadToTheirEnds)
     EXPECT_EQ(copy.leftOut.at("decimal_comma").firstFile, "e.dta");
 }
 
+TEST(Prepare, OfAnInputThatChangesNoCopyIsLeft)
+{
+    const std::string record = "BEGIN IONS\nTITLE=a\nPEPMASS=500\n100 1\nEND IONS\n";
+    const TempFolder folder;
+    const std::string path = folder.Write("a.mgf", record);
+    Preparation preparation(folder.PathOf("out"));
+    preparation.Add(path);
+    folder.Write("a.mgf", record + record);
+    EXPECT_THAT(
+        [&] { preparation.Run(); },
+        testing::ThrowsMessage<Failure>(
+            path + ": has changed while it was copied; expected inputs to stay as they are"));
+    EXPECT_FALSE(std::filesystem::exists(folder.PathOf("out/a.mgf")));
+}
+
+TEST(Prepare, OfAFolderThatChangesNoCopyIsLeft)
+{
+    const TempFolder folder;
+    std::filesystem::create_directory(folder.PathOf("run"));
+    folder.Write("run/a.1.1.2.dta", "500.5 2\n100 1\n");
+    Preparation preparation(folder.PathOf("out"));
+    preparation.Add(folder.PathOf("run"));
+    folder.Write("run/b.2.2.2.dta", "600.5 2\n100 1\n");
+    EXPECT_THROW(preparation.Run(), Failure);
+    EXPECT_FALSE(std::filesystem::exists(folder.PathOf("out/run")));
+}
+
 } // namespace
 } // namespace pelgrin

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "common/Failure.h"
 #include "prepare/MgfTitles.h"
 #include "prepare/MgfWalk.h"
 #include "prepare/TextOutput.h"
@@ -204,7 +205,7 @@ private:
 class Writer {
 public:
     Writer(const std::string& source, const std::string& target, const Survey& survey, Copy& copy)
-        : walk_(source), output_(target), survey_(survey), copy_(copy)
+        : source_(source), walk_(source), output_(target), survey_(survey), copy_(copy)
     {
         for (const Record& record : survey.records) {
             for (std::size_t i = 0; record.leftOut == nullptr && i < kValues; ++i) {
@@ -251,6 +252,9 @@ private:
     {
         ++number_;
         ++copy_.held;
+        if (number_ > survey_.records.size()) {
+            throw Failure(source_ + kHasChanged);
+        }
         if (!IsWritten()) {
             copy_.LeaveOut(Current().leftOut, Current().line);
             return;
@@ -344,6 +348,7 @@ private:
         return which == Scans ? std::to_string((*scans_)[copy_.written]) : "0";
     }
 
+    std::string source_;
     MgfWalk walk_;
     TextOutput output_;
     const Survey& survey_;

@@ -9,6 +9,7 @@
 
 #include "common/Failure.h"
 #include "common/Terminal.h"
+#include "files/DtaAudit.h"
 #include "files/FileLines.h"
 #include "files/Packed.h"
 #include "files/SpectraSource.h"
@@ -89,17 +90,18 @@ void Preparation::Add(const std::string& input, std::optional<FileKind> kind)
 {
     Copy& copy = copies_.emplace_back();
     copy.input = WithoutLastSeparators(input);
+    const FileState state = StateOf(copy.input);
     if (IsFolder(input)) {
         CheckDtaFolder(copy.input);
         copy.kind = FileKind::DtaFolder;
-        inputs_.push_back({copy.input, PlaceOfDataset(input).name});
+        inputs_.push_back({copy.input, PlaceOfDataset(input).name, state});
         return;
     }
     CheckReadable(input);
     const std::string plain = PlainTextOf(input, scratch_, copy);
     copy.kind = kind ? *kind : KindOf(plain);
     RefuseKind(input, plain, copy.kind);
-    inputs_.push_back({plain, NameWithoutPacking(input)});
+    inputs_.push_back({plain, NameWithoutPacking(input), state});
 }
 
 void Preparation::Run()
@@ -117,6 +119,7 @@ void Preparation::Run()
     for (std::size_t i = 0; i < copies_.size(); ++i) {
         RemovePlain(inputs_[i].plain, copies_[i].input);
         const Copy& copy = copies_[i];
+        CheckUnchanged(i, copy.input, inputs_[i].state);
         std::uint64_t leftOut = 0;
         for (const auto& [key, tally] : copy.leftOut) {
             leftOut += tally.count;
@@ -188,6 +191,7 @@ void Preparation::CopyMaxQuantPair(std::size_t i)
                   : "";
     const auto given = PeptidesOf(i);
     const std::string beside = given ? std::string() : PeptidesBeside(i);
+    const FileState state = StateOf(beside);
     Copy uncounted;
     const std::string peptides =
         given ? inputs_[*given].plain
@@ -200,7 +204,28 @@ void Preparation::CopyMaxQuantPair(std::size_t i)
     CopyMaxQuant(inputs_[i].plain, peptides, target, second, copies_[i]);
     if (!beside.empty()) {
         RemovePlain(peptides, beside);
+        CheckUnchanged(i, beside, state);
     }
+}
+
+/// An input is read more than once: of one that was written to meanwhile the copies
+/// may be of no state that it ever had.
+void Preparation::CheckUnchanged(std::size_t i, const std::string& path,
+                                 const FileState& state) const
+{
+    if (StateOf(path) == state) {
+        return;
+    }
+    std::error_code ignored;
+    for (const fs::path output : PathsOf(copies_[i])) {
+        if (copies_[i].kind == FileKind::DtaFolder) {
+            for (const std::string& name : DtaFileNames(path)) {
+                fs::remove(output / name, ignored);
+            }
+        }
+        fs::remove(output, ignored); // a folder when it is empty
+    }
+    throw Failure(path + kHasChanged);
 }
 
 /// The peptides.txt among the inputs: of the same folder, or the only one.

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "files/FileState.h"
 #include "files/ScratchFolder.h"
 #include "prepare/Copy.h"
 #include "prepare/MgfCopy.h"
@@ -26,8 +27,9 @@ public:
     /// given. Throws Failure for one that cannot be read, or is of no kind.
     void Add(const std::string& input, std::optional<FileKind> kind = std::nullopt);
 
-    /// Makes all copies. Throws Failure for what cannot be read, for an output that
-    /// is an input, and for two of one name.
+    /// Makes all copies. Throws Failure for what cannot be read, for an input that has
+    /// changed since it was added, for an output that is an input, and for two of one
+    /// name. No copy is left of an input that has changed.
     void Run();
 
     /// Writes prepared.json, and titles.tsv when there are MGF files.
@@ -43,6 +45,7 @@ private:
     struct Input {
         std::string plain;
         std::string name; ///< of the copy
+        FileState state;
     };
 
     void CopyOne(std::size_t i);
@@ -50,6 +53,7 @@ private:
     void CopyMaxQuantPair(std::size_t i);
     std::optional<std::size_t> PeptidesOf(std::size_t i) const;
     std::string PeptidesBeside(std::size_t i) const;
+    void CheckUnchanged(std::size_t i, const std::string& path, const FileState& state) const;
     /// The path of an output. Throws Failure for one that is taken, or an input.
     std::string Claim(std::size_t i, const std::string& relative);
     std::optional<std::string> NewNameOf(const std::string& dataset,

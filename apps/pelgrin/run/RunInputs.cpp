@@ -24,27 +24,6 @@ std::string PathIn(const std::string& folder, const std::string& name)
     return (fs::path(folder) / name).string();
 }
 
-/// Size, files of a folder, and the last change. What cannot be read counts as empty.
-fs::file_time_type Measure(RunInput& input)
-{
-    std::error_code ignored;
-    input.size = 0;
-    if (!IsFolder(input.path)) {
-        const auto size = fs::file_size(input.path, ignored);
-        input.size = ignored ? 0 : size;
-        return fs::last_write_time(input.path, ignored);
-    }
-    fs::file_time_type changed = fs::last_write_time(input.path, ignored);
-    const std::vector<std::string> names = DtaFileNames(input.path);
-    input.files = names.size();
-    for (const std::string& name : names) {
-        const auto size = fs::file_size(PathIn(input.path, name), ignored);
-        input.size += ignored ? 0 : size;
-        changed = std::max(changed, fs::last_write_time(PathIn(input.path, name), ignored));
-    }
-    return changed;
-}
-
 std::string Sha256Of(const std::string& path, const OnBytes& onBytes)
 {
     if (!IsFolder(path)) {
@@ -89,9 +68,11 @@ void InputStamps::Add(const std::string& path, const char* role)
         return;
     }
     Stamp stamp;
+    stamp.state = StateOf(path);
     stamp.input.path = path;
     stamp.input.role = role;
-    stamp.changed = Measure(stamp.input);
+    stamp.input.size = stamp.state.size;
+    stamp.input.files = stamp.state.files;
     stamps_.push_back(std::move(stamp));
 }
 
@@ -109,7 +90,10 @@ std::vector<RunInput> InputStamps::Inputs() const
             input.sha256 = Sha256Of(input.path, [&progress](std::uint64_t bytes) {
                 progress.MoveTo(progress.Done() + bytes);
             });
-            input.hasChanged = Measure(input) != stamp.changed || input.size != stamp.input.size;
+            const FileState state = StateOf(input.path);
+            input.hasChanged = state != stamp.state;
+            input.size = state.size;
+            input.files = state.files;
         } catch (const Failure&) {
             input.hasChanged = true;
         }

@@ -3,11 +3,11 @@
 #define PELGRIN_RUNINPUTS_H
 
 #include <cstdint>
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "files/FileState.h"
 #include "run/Parameters.h"
 
 namespace pelgrin {
@@ -39,7 +39,7 @@ public:
 private:
     struct Stamp {
         RunInput input;
-        std::filesystem::file_time_type changed;
+        FileState state;
     };
 
     void Add(const std::string& path, const char* role);
