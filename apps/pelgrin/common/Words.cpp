@@ -17,13 +17,13 @@ std::string Lower(std::string_view text)
     return lower;
 }
 
-std::string_view WithoutBlanks(std::string_view text)
+std::string_view WithoutBlanks(std::string_view text, std::string_view blanks)
 {
-    const std::size_t begin = text.find_first_not_of(' ');
+    const std::size_t begin = text.find_first_not_of(blanks);
     if (begin == std::string_view::npos) {
         return {};
     }
-    return text.substr(begin, text.find_last_not_of(' ') - begin + 1);
+    return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
 }
 
 bool BeginsWith(std::string_view text, std::string_view front)

@@ -11,8 +11,8 @@ namespace pelgrin {
 /// text with its ASCII letters in lower case.
 std::string Lower(std::string_view text);
 
-/// text without the blanks at its ends.
-std::string_view WithoutBlanks(std::string_view text);
+/// text without the blanks at its ends, which are any of these characters.
+std::string_view WithoutBlanks(std::string_view text, std::string_view blanks = " ");
 
 /// text begins with front.
 bool BeginsWith(std::string_view text, std::string_view front);

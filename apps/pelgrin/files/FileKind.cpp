@@ -98,15 +98,6 @@ const std::vector<TableSign>& TableSigns()
     return signs;
 }
 
-std::string_view Trimmed(std::string_view text)
-{
-    const std::size_t begin = text.find_first_not_of(kSpace);
-    if (begin == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(begin, text.find_last_not_of(kSpace) - begin + 1);
-}
-
 /// The ASCII characters of UTF-16; "?" for all others.
 std::string NarrowOf(std::string_view bytes, std::size_t low)
 {
@@ -143,7 +134,7 @@ std::vector<std::string_view> LinesOf(std::string_view head)
     std::vector<std::string_view> lines;
     for (std::size_t begin = 0; begin < head.size();) {
         const std::size_t end = std::min(head.find_first_of("\r\n", begin), head.size());
-        const std::string_view line = Trimmed(head.substr(begin, end - begin));
+        const std::string_view line = WithoutBlanks(head.substr(begin, end - begin), kSpace);
         if (!line.empty()) {
             lines.push_back(line);
         }
@@ -189,9 +180,9 @@ std::vector<std::string> CellsOf(std::string_view line, char separator)
     std::vector<std::string> cells;
     for (std::size_t begin = 0; begin <= line.size();) {
         const std::size_t end = std::min(line.find(separator, begin), line.size());
-        std::string_view cell = Trimmed(line.substr(begin, end - begin));
+        std::string_view cell = WithoutBlanks(line.substr(begin, end - begin), kSpace);
         if (cell.size() > 1 && cell.front() == '"' && cell.back() == '"') {
-            cell = Trimmed(cell.substr(1, cell.size() - 2));
+            cell = WithoutBlanks(cell.substr(1, cell.size() - 2), kSpace);
         }
         cells.push_back(Lower(cell));
         begin = end + 1;
@@ -235,7 +226,7 @@ bool IsNumbers(std::string_view line, std::size_t least, std::size_t most)
         if (++count > most || !ParseNumber(line.substr(0, end))) {
             return false;
         }
-        line = Trimmed(line.substr(end));
+        line = WithoutBlanks(line.substr(end), kSpace);
     }
     return count >= least;
 }
@@ -268,7 +259,7 @@ bool IsMsgfModification(std::string_view line)
 std::string KeyOfLine(std::string_view line)
 {
     const std::size_t sign = line.find('=');
-    return sign == std::string_view::npos ? std::string() : Lower(Trimmed(line.substr(0, sign)));
+    return sign == std::string_view::npos ? std::string() : Lower(WithoutBlanks(line.substr(0, sign), kSpace));
 }
 
 bool IsRunKey(const std::string& key)

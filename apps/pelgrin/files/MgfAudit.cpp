@@ -9,7 +9,7 @@ namespace pelgrin {
 namespace {
 
 /// Without the blanks at its end.
-std::string Trimmed(const std::string& line)
+std::string WithoutBlankEnd(const std::string& line)
 {
     return line.substr(0, line.find_last_not_of(" \t\r") + 1);
 }
@@ -94,7 +94,7 @@ private:
             audit_.foreignTitles.push_back(line.begin);
         } else {
             title_ = line.begin;
-            std::string title = Trimmed(title_);
+            std::string title = WithoutBlankEnd(title_);
             if (HasScan(title)) {
                 audit_.titlesWithScan.push_back(std::move(title));
             }

@@ -39,7 +39,7 @@ std::string LineOf(Rule rule, const Finding& finding)
 }
 
 /// "1 file", "2 files".
-std::string Counted(std::uint64_t count, const char* thing)
+std::string CountOf(std::uint64_t count, const char* thing)
 {
     return fmt::format("{} {}{}", count, thing, count == 1 ? "" : "s");
 }
@@ -93,12 +93,12 @@ std::string TextOf(const Findings& findings)
             }
         }
     }
-    const std::string files = Counted(findings.Files().size(), "file");
+    const std::string files = CountOf(findings.Files().size(), "file");
     if (text.empty()) {
         return "No findings in " + files + "\n";
     }
     return text + "\n" + CountsText(findings)
-           + fmt::format("\n{} in {}\n", Counted(findings.Total(), "finding"), files);
+           + fmt::format("\n{} in {}\n", CountOf(findings.Total(), "finding"), files);
 }
 
 std::string JsonOf(const Findings& findings)

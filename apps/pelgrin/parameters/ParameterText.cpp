@@ -10,7 +10,7 @@ namespace pelgrin {
 
 namespace {
 
-std::string Trimmed(const std::string& text)
+std::string TrimmedByOpenMS(const std::string& text)
 {
     OpenMS::String trimmed = text;
     return trimmed.trim();
@@ -33,12 +33,12 @@ ParameterText::ParameterText(std::string path) : path_(std::move(path))
 
 void ParameterText::Take(const std::string& line, std::uint64_t number)
 {
-    const std::string text = Trimmed(line.substr(0, line.find('#')));
+    const std::string text = TrimmedByOpenMS(line.substr(0, line.find('#')));
     if (text.empty()) {
         return;
     }
     if (text.size() > 1 && text.front() == '[' && text.back() == ']') {
-        headers_.push_back({Trimmed(text.substr(1, text.size() - 2)), number});
+        headers_.push_back({TrimmedByOpenMS(text.substr(1, text.size() - 2)), number});
         return;
     }
     const std::size_t equals = text.find('=');
@@ -55,8 +55,8 @@ void ParameterText::Take(const std::string& line, std::uint64_t number)
     if (headers_.empty()) {
         refuse("a header \"[section]\" before the first pair");
     }
-    const Entry entry{headers_.back().section, Trimmed(text.substr(0, equals)),
-                      Trimmed(text.substr(equals + 1)), number};
+    const Entry entry{headers_.back().section, TrimmedByOpenMS(text.substr(0, equals)),
+                      TrimmedByOpenMS(text.substr(equals + 1)), number};
     last_[{entry.section, entry.key}] = entries_.size();
     entries_.push_back(entry);
 }

@@ -58,10 +58,7 @@ PeakLine PeakLineOf(std::string_view text)
 
 std::string_view Trimmed(std::string_view text)
 {
-    const std::size_t begin = text.find_first_not_of(kBlanks);
-    return begin == std::string_view::npos
-               ? std::string_view()
-               : text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
+    return WithoutBlanks(text, kBlanks);
 }
 
 } // namespace pelgrin

@@ -17,15 +17,7 @@ using Vorlan::IdentModification;
 
 namespace {
 
-constexpr const char kBlanks[] = " \t\r\n";
-
-std::string Trimmed(const std::string& text)
-{
-    const std::size_t begin = text.find_first_not_of(kBlanks);
-    return begin == std::string::npos
-               ? std::string()
-               : text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
-}
+constexpr std::string_view kBlanks = " \t\r\n";
 
 bool IsResidue(char c)
 {
@@ -123,12 +115,13 @@ std::optional<ModificationName> ParseModificationName(const std::string& text)
     if (open == std::string::npos) {
         return std::nullopt;
     }
-    const std::string rest = Trimmed(text.substr(open + 1));
+    const std::string_view whole = text;
+    const std::string rest(WithoutBlanks(whole.substr(open + 1), kBlanks));
     if (rest.size() < 2 || rest.find(')') != rest.size() - 1) {
         return std::nullopt;
     }
     ModificationName name;
-    name.name = Trimmed(text.substr(0, open));
+    name.name = WithoutBlanks(whole.substr(0, open), kBlanks);
     Classify(rest.substr(0, rest.size() - 1), name);
     return name;
 }
