@@ -8,15 +8,32 @@ target_compile_options(PelgrinOptions INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor
   $<$<BOOL:${PELGRIN_DEVELOPER}>:-Werror>)
 
-# pelgrin_precompile(TARGET HEADER...): these headers, and what of the standard library
-# most sources need, are read once for all sources of the target where PELGRIN_PRECOMPILE
-# is on. That hides a missing include, so the developers' build leaves it off.
-function(pelgrin_precompile target)
-  if(PELGRIN_PRECOMPILE)
-    target_precompile_headers(${target} PRIVATE ${ARGN}
-      <algorithm> <filesystem> <functional> <map> <memory> <optional> <sstream> <string>
-      <string_view> <vector>)
+# pelgrin_units(TARGET): where PELGRIN_UNITY is ON, sources of the target are compiled
+# together, as units.py tells; where it is USERS, those of the program and the tests, not
+# of the library. That takes a third of the time, hides a missing include, and compiles
+# more when one source has changed, so the developers' build leaves it OFF.
+function(pelgrin_units target)
+  if(NOT PELGRIN_UNITY OR (PELGRIN_UNITY STREQUAL "USERS" AND target STREQUAL "PelgrinObjects"))
+    return()
   endif()
+  find_package(Python3 COMPONENTS Interpreter REQUIRED)
+  get_target_property(sources ${target} SOURCES)
+  list(FILTER sources INCLUDE REGEX "^[^$].*\\.cpp$")
+  execute_process(
+    COMMAND "${Python3_EXECUTABLE}" "${PROJECT_SOURCE_DIR}/cmake/units.py"
+      "${CMAKE_CURRENT_SOURCE_DIR}" ${sources}
+    OUTPUT_VARIABLE units COMMAND_ERROR_IS_FATAL ANY)
+  string(REGEX MATCHALL "[^\n]+" units "${units}")
+  foreach(line IN LISTS units)
+    string(REGEX MATCH "^([0-9]+) (.*)$" line "${line}")
+    set_source_files_properties("${CMAKE_MATCH_2}" PROPERTIES UNITY_GROUP unit${CMAKE_MATCH_1})
+  endforeach()
+  set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+  # They decide what is a unit.
+  foreach(source IN LISTS sources ITEMS "${PROJECT_SOURCE_DIR}/cmake/units.py")
+    get_filename_component(source "${source}" ABSOLUTE)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${source}")
+  endforeach()
 endfunction()
 
 # PelgrinStrictOptions: further warnings for the library and the host program. The
