@@ -1,15 +1,20 @@
-// Number text against the C library, which the process runs in its "C" locale.
+// Number text against the C library, which the process runs in its "C" locale, and
+// against streams.
 //
 // The input is the text; its first eight bytes are also a double to be written.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <string>
+#include <vector>
 
 #include "FuzzSupport.h"
 #include "util/Numbers.h"
+#include "util/PlainNumbers.h"
+#include "util/StreamTwin.h"
 
 namespace {
 
@@ -60,6 +65,63 @@ void CompareToDouble(const std::string& text)
                 "ToDouble reads as atof");
 }
 
+/// take against a stream: the number and what is left of the text.
+template <typename Number, typename Take>
+void CompareTaking(Take take, const std::string& text, const char* rule)
+{
+    const auto seen = test::TakenBy<Number>(take, text);
+    const auto expected = test::TakenByAStream<Number>(text);
+    fuzz::Check(seen.isRead == expected.isRead
+                    && std::memcmp(&seen.value, &expected.value, sizeof(Number)) == 0,
+                rule);
+    fuzz::CheckSame(seen.rest, expected.rest, rule);
+}
+
+// ---- Quick ways ------------------------------------------------------------
+
+/// A text that is plain is the number that everybody reads.
+void CompareReadPlain(const std::string& text)
+{
+    std::int32_t whole = 77;
+    if (numbers::ReadPlainInt(text, whole)) {
+        std::int32_t expected = 0;
+        fuzz::Check(numbers::ScanInt(text, expected) && whole == expected,
+                    "ReadPlainInt reads the same number as ScanInt");
+    } else {
+        fuzz::Check(whole == 77, "ReadPlainInt leaves other numbers alone");
+    }
+    double value = kUntouched;
+    if (numbers::ReadPlainDouble(text, value)) {
+        double expected = 0.0;
+        fuzz::Check(numbers::ScanDouble(text, expected) && fuzz::SameBits(value, expected),
+                    "ReadPlainDouble reads the same number as ScanDouble");
+    } else {
+        fuzz::Check(fuzz::SameBits(value, kUntouched),
+                    "ReadPlainDouble leaves other numbers alone");
+    }
+}
+
+/// A line in memory that ends where TakePlainLine may look at last; sevens behind
+/// a short text must not show.
+void CompareTakePlainLine(const std::string& text)
+{
+    std::vector<char> reach(numbers::kPlainLineReach, '7');
+    std::copy_n(text.begin(), std::min(text.size(), reach.size()), reach.begin());
+    double seen[] = {kUntouched, kUntouched};
+    const char* const next = numbers::TakePlainLine(reach.data(), seen[0], seen[1]);
+    if (next == nullptr) {
+        return;
+    }
+    const std::string line(reach.begin(), std::find(reach.begin(), reach.end(), '\n'));
+    fuzz::Check(next == reach.data() + line.size() + 1, "TakePlainLine takes the whole line");
+    double expected[] = {kUntouched, kUntouched};
+    numbers::ScanTwoDoubles(line, expected[0], expected[1]);
+    fuzz::Check(fuzz::SameBits(seen[0], expected[0]) && fuzz::SameBits(seen[1], expected[1]),
+                "TakePlainLine reads the same numbers as ScanTwoDoubles");
+}
+
+// ---- Writing ---------------------------------------------------------------
+
 template <typename Append>
 void CompareWriting(Append append, const char* format, double value)
 {
@@ -79,6 +141,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CompareScanTwoDoubles(text);
     CompareScanInt(text);
     CompareToDouble(text);
+    CompareTaking<double>(numbers::TakeDouble, text, "TakeDouble takes what a stream takes");
+    CompareTaking<std::uint64_t>(numbers::TakeUnsigned, text,
+                                 "TakeUnsigned takes what a stream takes");
+    CompareReadPlain(text);
+    CompareTakePlainLine(text);
+    CompareTakePlainLine(text + '\n');
     const auto value = fuzz::Bytes(data, size).Raw<double>();
     CompareWriting(numbers::AppendFixed6, "%.6f", value);
     CompareWriting(numbers::AppendScientific5, "%.5e", value);
