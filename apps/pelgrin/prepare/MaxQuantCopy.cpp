@@ -31,6 +31,12 @@ struct Peptide {
     std::string before;
     std::string after;
     std::string proteins;
+    bool isOpen = false; ///< another row says otherwise
+
+    bool IsAs(const Peptide& other) const
+    {
+        return before == other.before && after == other.after && proteins == other.proteins;
+    }
 };
 using Peptides = std::map<std::string, Peptide>; ///< by sequence
 
@@ -65,8 +71,9 @@ Peptides ReadPeptides(const std::string& path)
     while (lines.Next(line)) {
         const TableCopy::Cells cells = SplitCells(line.begin);
         if (cells.size() > std::max({sequence, before, after, proteins})) {
-            peptides.emplace(cells[sequence],
-                             Peptide{cells[before], cells[after], cells[proteins]});
+            const Peptide peptide{cells[before], cells[after], cells[proteins]};
+            Peptide& known = peptides.emplace(cells[sequence], peptide).first->second;
+            known.isOpen = known.isOpen || !known.IsAs(peptide);
         }
     }
     return peptides;
@@ -142,8 +149,9 @@ void CopyMaxQuant(const std::string& source, const std::string& peptides, const 
     table.CopyRows([&](TableCopy::Cells& cells, std::uint64_t line) -> const char* {
         const std::string& sequence = cells[table.Place(Sequence)];
         const auto peptide = known.find(sequence);
-        rows.Add(sequence, peptide == known.end() ? Peptide{"", "", cells[table.Place(Proteins)]}
-                                                  : peptide->second);
+        const bool isKnown = peptide != known.end() && !peptide->second.isOpen;
+        rows.Add(sequence,
+                 isKnown ? peptide->second : Peptide{"", "", cells[table.Place(Proteins)]});
         copy.Change("peptides_made", line, isInOrder ? 0 : 1);
         return nullptr;
     });

@@ -21,7 +21,7 @@ enum Value : std::size_t { PepMass, Charge, Time, Scans };
 constexpr std::size_t kValues = 4;
 constexpr std::array<const char*, kValues> kKeys = {"PEPMASS", "CHARGE", "RTINSECONDS", "SCANS"};
 
-constexpr std::size_t kMostHeaders = 1000;
+constexpr std::size_t kMostHeaders = 1000; // beside the title and the values
 
 std::optional<Value> ValueOf(const std::string& key)
 {
@@ -169,10 +169,6 @@ private:
 
     void TakeHeader(Record& record)
     {
-        if (++headers_ > kMostHeaders) {
-            LeaveOut("header_too_long");
-            return;
-        }
         if (walk_.Key() == "TITLE") {
             if (!record.hasTitle) {
                 record.title = walk_.Value();
@@ -182,6 +178,9 @@ private:
         }
         const auto which = ValueOf(walk_.Key());
         if (!which) {
+            if (++headers_ > kMostHeaders) {
+                LeaveOut("header_too_long");
+            }
             return;
         }
         if ((*which == PepMass || *which == Time) && HasDecimalComma(walk_.Value())) {

@@ -77,6 +77,9 @@ enum Step : std::uint32_t {
     Numbered,  ///< and of the place in the file; from here on more often
 };
 
+/// Of a line, for what stands around the old title.
+constexpr std::size_t kRoom = 200;
+
 class TitleMaker {
 public:
     TitleMaker(const std::vector<TitledRecord>& records, const std::string& stem)
@@ -135,8 +138,8 @@ private:
     bool CanKeepWord(const TitledRecord& record) const
     {
         const std::string word = WordOf(record.title);
-        const bool isOdd = word.empty() || word.find("scan=") != std::string::npos
-                           || oldOwners_.Of(word) != 1
+        const bool isOdd = word.empty() || word.size() + stem_.size() + kRoom >= kLongestLine
+                           || word.find("scan=") != std::string::npos || oldOwners_.Of(word) != 1
                            || (IsScanNumber(word) && word != std::to_string(record.scan));
         const auto scan = ScanOfDottedWord(word);
         const bool tells = scan && *scan == record.scan;
@@ -166,7 +169,6 @@ private:
             return record.title;
         }
         std::string title = fmt::format("{} File:\"{}\"", FirstWordAt(i), stem_);
-        constexpr std::size_t kRoom = 200; // for what stands around it
         const bool hasOld = !record.title.empty() && record.title != FirstWordAt(i)
                             && record.title.size() + title.size() + kRoom < kLongestLine;
         if (hasOld) {

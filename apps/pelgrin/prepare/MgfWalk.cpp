@@ -52,9 +52,7 @@ bool MgfWalk::Next()
         }
         text_ = line_.begin;
         text_.remove_prefix(std::min(text_.find_first_not_of(" \t"), text_.size()));
-        if (!text_.empty() && text_.back() == '\r') {
-            text_.remove_suffix(1); // at the end of the file
-        }
+        text_ = WithoutReturns(text_);
     }
     part_ = PartOfLine();
     return true;

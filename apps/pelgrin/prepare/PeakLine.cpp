@@ -56,6 +56,11 @@ PeakLine PeakLineOf(std::string_view text)
     return IsDecimal(mz) && IsDecimal(intensity) ? PeakLine::Peak : PeakLine::NoPeak;
 }
 
+std::string_view WithoutReturns(std::string_view text)
+{
+    return text.substr(0, text.find_last_not_of('\r') + 1);
+}
+
 std::string_view Trimmed(std::string_view text)
 {
     return WithoutBlanks(text, kBlanks);

@@ -18,6 +18,10 @@ PeakLine PeakLineOf(std::string_view text);
 /// Without blanks, tabs and carriage returns at the ends.
 std::string_view Trimmed(std::string_view text);
 
+/// text without the carriage returns at its end. FileLines drops one of them, so that
+/// a line with two would be another one in every copy.
+std::string_view WithoutReturns(std::string_view text);
+
 } // namespace pelgrin
 
 #endif // PELGRIN_PEAKLINE_H

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -54,16 +55,14 @@ char Unescaped(std::string_view text, std::size_t& size)
     return '\0';
 }
 
-/// The value as the library reads it right: ">" would end the tag, and only in
-/// proteins are escapes resolved.
-std::string ReadableValue(const XmlAttribute& attribute)
+/// ">" would end the tag, and only in proteins does the library resolve escapes.
+std::string WithoutEscapes(std::string_view text, bool meetsOthers)
 {
     std::string readable;
-    const std::string_view text = attribute.value;
     for (std::size_t i = 0; i < text.size(); ++i) {
         std::size_t size = 1;
         char c = text[i];
-        if (c == '&' && MeetsOthers(attribute.name)) {
+        if (c == '&' && meetsOthers) {
             const char plain = Unescaped(text.substr(i), size);
             c = plain == '\0' ? '&' : plain;
             i += plain == '\0' ? 0 : size - 1;
@@ -77,6 +76,19 @@ std::string ReadableValue(const XmlAttribute& attribute)
         case '\n': readable += ' '; break;
         default: readable += c;
         }
+    }
+    return readable;
+}
+
+/// The value as the library reads it right. An escape may stand in the way of the one
+/// in front of it, "&amp;a&apos;", and is gone the next time.
+std::string ReadableValue(const XmlAttribute& attribute)
+{
+    const bool meetsOthers = MeetsOthers(attribute.name);
+    std::string before = attribute.value;
+    std::string readable = WithoutEscapes(before, meetsOthers);
+    while (readable != before) {
+        before = std::exchange(readable, WithoutEscapes(readable, meetsOthers));
     }
     return readable;
 }

@@ -22,6 +22,8 @@ namespace {
 
 constexpr std::size_t kBlock = std::size_t{256} * 1024;
 
+constexpr std::string_view kMark = "\xEF\xBB\xBF";
+
 enum class Mark { None, Utf8, Utf16Little, Utf16Big };
 
 /// Calls take with every block of a file.
@@ -47,7 +49,7 @@ Mark MarkOf(const std::string& path)
     ForBlocks(path, [&begin](std::string_view block) {
         begin += block.substr(0, 3 - std::min<std::size_t>(3, begin.size()));
     });
-    if (begin == "\xEF\xBB\xBF") {
+    if (begin == kMark) {
         return Mark::Utf8;
     }
     if (begin.compare(0, 2, "\xFF\xFE") == 0) {
@@ -85,17 +87,35 @@ struct Survey {
     std::uint64_t highLines = 0;     ///< lines with a byte above 127
     std::uint64_t firstHighLine = 0; ///< from 1
     std::uint64_t nuls = 0;
+    std::size_t marks = 0; ///< byte order marks at the start, one behind the other
+};
+
+/// Counts the byte order marks at the start of what it takes byte by byte.
+class MarkWalk {
+public:
+    void Take(char c)
+    {
+        isOpen_ = isOpen_ && c == kMark[place_ % kMark.size()];
+        place_ += isOpen_ ? 1 : 0;
+    }
+    std::size_t Marks() const { return place_ / kMark.size(); }
+
+private:
+    bool isOpen_ = true;
+    std::size_t place_ = 0; ///< of the first byte that is none of a mark
 };
 
 Survey SurveyOf(const std::string& path)
 {
     Survey survey;
     Utf8Walk utf8;
+    MarkWalk marks;
     char before = '\0';
     std::uint64_t lastHighLine = 0;
     ForBlocks(path, [&](std::string_view block) {
         for (const char c : block) {
             utf8.Take(static_cast<unsigned char>(c));
+            marks.Take(c);
             survey.loneReturns += before == '\r' && c != '\n' ? 1 : 0;
             survey.returns += before == '\r' && c == '\n' ? 1 : 0;
             survey.nuls += c == '\0' ? 1 : 0;
@@ -109,6 +129,7 @@ Survey SurveyOf(const std::string& path)
         }
     });
     survey.isUtf8 = utf8.IsValid();
+    survey.marks = marks.Marks();
     return survey;
 }
 
@@ -207,18 +228,19 @@ std::string FromUtf16(const std::string& path, Mark mark, ScratchFolder& scratch
     return plain;
 }
 
-/// Latin-1 becomes UTF-8, and a carriage return a line feed, where asked for.
-std::string Rewritten(const std::string& path, Mark mark, bool isLatin1, bool hasReturns,
+/// Latin-1 becomes UTF-8, and a carriage return a line feed, where asked for. So
+/// many bytes at the start are left out.
+std::string Rewritten(const std::string& path, std::size_t skip, bool isLatin1, bool hasReturns,
                       ScratchFolder& scratch)
 {
-    std::size_t skip = mark == Mark::Utf8 ? 3 : 0;
     std::string plain = NextPath(scratch, "plain-");
     PlainFile target(plain);
     std::string text;
     ForBlocks(path, [&](std::string_view block) {
         text.clear();
-        block.remove_prefix(std::min(skip, block.size()));
-        skip = 0;
+        const std::size_t left = std::min(skip, block.size());
+        block.remove_prefix(left);
+        skip -= left;
         for (const char c : block) {
             const auto byte = static_cast<unsigned char>(c);
             if (isLatin1 && byte >= 0x80U) {
@@ -260,9 +282,10 @@ std::string PlainTextOf(const std::string& path, ScratchFolder& scratch, Copy& c
     copy.Change("line_ends", 1, survey.returns);
     copy.Change("lone_carriage_return", 1, hasReturns ? survey.loneReturns : 0);
     copy.Change("latin1", survey.firstHighLine, survey.isUtf8 ? 0 : survey.highLines);
-    if (!survey.isUtf8 || hasReturns) {
+    // of several marks FileLines drops one
+    if (!survey.isUtf8 || hasReturns || survey.marks > 1) {
         const std::string source = plain;
-        plain = Rewritten(source, mark, !survey.isUtf8, hasReturns, scratch);
+        plain = Rewritten(source, kMark.size() * survey.marks, !survey.isUtf8, hasReturns, scratch);
         RemovePlain(source, path);
     }
     return plain;

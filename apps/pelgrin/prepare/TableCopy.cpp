@@ -7,14 +7,16 @@
 
 #include "common/Failure.h"
 #include "common/Words.h"
+#include "prepare/PeakLine.h"
 
 namespace pelgrin {
 
 namespace {
 
+/// Quotes around nothing are nothing.
 bool IsBlank(std::string_view line)
 {
-    return line.find_first_not_of(" \t\r") == std::string_view::npos;
+    return line.find_first_not_of(" \t\r\"") == std::string_view::npos;
 }
 
 bool Unquote(TableCopy::Cells& cells)
@@ -55,13 +57,13 @@ void RefuseMissingColumn(const Copy& copy, const std::string& name)
 
 std::string WithoutQuotes(const std::string& cell)
 {
-    if (cell.size() < 2 || cell.front() != '"' || cell.back() != '"') {
-        return cell;
-    }
-    std::string plain = cell.substr(1, cell.size() - 2);
-    for (std::size_t pair = plain.find("\"\""); pair != std::string::npos;
-         pair = plain.find("\"\"", pair + 1)) {
-        plain.erase(pair, 1);
+    std::string plain = cell;
+    while (plain.size() > 1 && plain.front() == '"' && plain.back() == '"') {
+        plain = plain.substr(1, plain.size() - 2);
+        for (std::size_t pair = plain.find("\"\""); pair != std::string::npos;
+             pair = plain.find("\"\"", pair + 1)) {
+            plain.erase(pair, 1);
+        }
     }
     return plain;
 }
@@ -85,14 +87,21 @@ TableCopy::TableCopy(const std::string& source, const std::string& target,
     : source_(source), copy_(copy), lines_(source, FileLines::Mode::Text), output_(target)
 {
     lines_.Next(line_);
-    if (line_.length > kLongestLine) {
-        throw Failure(fmt::format("{}:1: expected a header of at most {} characters", copy.input,
-                                  kLongestLine));
-    }
-    header_ = SplitCells(line_.begin);
+    CheckHeader(line_.length);
+    header_ = SplitCells(WithoutReturns(line_.begin));
     copy_.Change("quotes_dropped", 1, Unquote(header_) ? 1 : 0);
     RenameColumns(wanted);
-    output_.Line(JoinCells(header_));
+    const std::string header = JoinCells(header_);
+    CheckHeader(header.size());
+    output_.Line(header);
+}
+
+void TableCopy::CheckHeader(std::uint64_t length) const
+{
+    if (length > kLongestLine) {
+        throw Failure(fmt::format("{}:1: expected a header of at most {} characters", copy_.input,
+                                  kLongestLine));
+    }
 }
 
 void TableCopy::RenameColumns(const std::vector<WantedColumn>& wanted)
@@ -128,9 +137,7 @@ void TableCopy::RenameColumns(const std::vector<WantedColumn>& wanted)
 void TableCopy::CopyRows(const OnRow& onRow)
 {
     while (lines_.Next(line_)) {
-        if (!line_.begin.empty() && line_.begin.back() == '\r') {
-            line_.begin.pop_back(); // at the end of the file
-        }
+        line_.begin.resize(WithoutReturns(line_.begin).size());
         if (line_.length <= kLongestLine && IsBlank(line_.begin)) {
             copy_.Change("blank_row", line_.number);
         } else {

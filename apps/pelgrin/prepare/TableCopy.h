@@ -46,6 +46,7 @@ public:
     void CopyRows(const OnRow& onRow);
 
 private:
+    void CheckHeader(std::uint64_t length) const;
     void RenameColumns(const std::vector<WantedColumn>& wanted);
     void TakeRow(const OnRow& onRow);
 
@@ -65,7 +66,8 @@ std::string JoinCells(const TableCopy::Cells& cells);
 /// Throws Failure for a column that the header of copy.input lacks.
 [[noreturn]] void RefuseMissingColumn(const Copy& copy, const std::string& name);
 
-/// Without the double quotes around it, and with one for two within.
+/// Without the double quotes around it, and with one for two within; the same for
+/// quotes that then stand around it.
 std::string WithoutQuotes(const std::string& cell);
 
 /// As the readers of the library that refuse a cell read it.

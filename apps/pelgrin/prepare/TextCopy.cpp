@@ -1,5 +1,6 @@
 #include "files/FileLines.h"
 #include "prepare/OtherCopies.h"
+#include "prepare/PeakLine.h"
 #include "prepare/TextOutput.h"
 
 #include <fmt/format.h>
@@ -18,7 +19,7 @@ void CopyText(const std::string& source, const std::string& target)
             throw Failure(fmt::format("{}:{}: expected lines of at most {} characters without NUL",
                                       source, line.number, kLongestLine));
         }
-        output.Line(line.begin);
+        output.Line(WithoutReturns(line.begin));
     }
     output.Finish();
 }

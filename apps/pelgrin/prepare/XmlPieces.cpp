@@ -99,7 +99,7 @@ bool XmlPieces::ReadTag()
             quote = c == quote ? '\0' : quote;
         } else if (c == '"' || c == '\'') {
             quote = c;
-        } else if (c == '[') {
+        } else if (c == '[' && text_.front() == '!') {
             ++brackets;
         } else if (c == ']' && brackets > 0) {
             --brackets;
@@ -132,6 +132,7 @@ void XmlPieces::Parse()
     if (name_.empty()) {
         Refuse("a tag without a name");
     }
+    CheckName(name_);
     for (SkipSpace(text); !text.empty(); SkipSpace(text)) {
         const std::size_t equals = text.find('=');
         const std::size_t open =
@@ -140,12 +141,24 @@ void XmlPieces::Parse()
             Refuse("an attribute without a value in quotes");
         }
         const std::size_t close = text.find(text[open], open + 1);
+        if (close == std::string_view::npos) {
+            Refuse("an attribute without a second quote");
+        }
         XmlAttribute attribute;
         attribute.name = text.substr(0, std::min(text.find_first_of(" \t\r\n="), equals));
+        CheckName(attribute.name);
         attribute.value = text.substr(open + 1, close - open - 1);
         attribute.quote = text[open];
         attributes_.push_back(std::move(attribute));
         text.remove_prefix(close + 1);
+    }
+}
+
+/// A quote in a name would be that of a value in a copy.
+void XmlPieces::CheckName(std::string_view name) const
+{
+    if (name.find_first_of("\"'") != std::string_view::npos) {
+        Refuse("a name with a quote");
     }
 }
 

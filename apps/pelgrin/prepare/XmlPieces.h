@@ -42,6 +42,7 @@ private:
     bool ReadTo(std::string_view end, char first);
     bool ReadTag();
     void Parse();
+    void CheckName(std::string_view name) const;
     [[noreturn]] void Refuse(const char* what) const;
 
     std::string path_;
