@@ -84,6 +84,8 @@ std::vector<OddFile> OddFiles()
          MsmsOfTwoProteins(), 2},
         {"an escape behind one that looks like the beginning of another", FileKind::PepXml,
          "run.pep.xml", PepXml(Query("<search_hit protein=\"P1&amp;a&apos;\"/>")), 1},
+        {"an escape that the resolved one within it makes", FileKind::PepXml, "run.pep.xml",
+         PepXml(Query("<search_hit protein=\"P1&am&#112;;&amp;&amp;&quot;\"/>")), 1},
         {"two marks", FileKind::OtherTable, "table.txt", mark + mark + "a\tb\n", 0},
         {"two carriage returns in another table", FileKind::OtherTable, "table.txt",
          "a\tb\r\r\r\n1\t2\n", 0},

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <array>
 #include <memory>
-#include <utility>
 
 #include <fmt/format.h>
 
@@ -32,8 +31,8 @@ bool MeetsOthers(const std::string& attribute)
 /// would leave the escape; '\0' for others. size is the length of the escape.
 char Unescaped(std::string_view text, std::size_t& size)
 {
-    const std::size_t end = text.find(';');
-    if (end == std::string_view::npos || end > 8) {
+    const std::size_t end = text.substr(0, 9).find(';');
+    if (end == std::string_view::npos) {
         return '\0';
     }
     size = end + 1;
@@ -41,7 +40,7 @@ char Unescaped(std::string_view text, std::size_t& size)
     if (name == "amp") {
         // "&amp;lt;" is the text "&lt;", which must not become an escape.
         const std::string_view behind = text.substr(size, 9);
-        return behind.find(';') == std::string_view::npos ? '&' : '\0';
+        return behind.substr(0, behind.find('&')).find(';') == std::string_view::npos ? '&' : '\0';
     }
     if (name == "apos") {
         return '\'';
@@ -55,42 +54,51 @@ char Unescaped(std::string_view text, std::size_t& size)
     return '\0';
 }
 
-/// ">" would end the tag, and only in proteins does the library resolve escapes.
-std::string WithoutEscapes(std::string_view text, bool meetsOthers)
-{
-    std::string readable;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        std::size_t size = 1;
-        char c = text[i];
-        if (c == '&' && meetsOthers) {
-            const char plain = Unescaped(text.substr(i), size);
-            c = plain == '\0' ? '&' : plain;
-            i += plain == '\0' ? 0 : size - 1;
-        }
-        switch (c) {
-        case '"': readable += "&quot;"; break;
-        case '>': readable += "&gt;"; break;
-        case '<': readable += "&lt;"; break;
-        case '\t':
-        case '\r':
-        case '\n': readable += ' '; break;
-        default: readable += c;
-        }
-    }
-    return readable;
-}
+/// A text that is written from its end to its beginning.
+class TextFromBehind {
+public:
+    explicit TextFromBehind(std::size_t most) : text_(most, '\0'), begin_(most) {}
 
-/// The value as the library reads it right. An escape may stand in the way of the one
-/// in front of it, "&amp;a&apos;", and is gone the next time.
+    void Put(std::string_view front)
+    {
+        begin_ -= front.size();
+        front.copy(text_.data() + begin_, front.size());
+    }
+    void Drop(std::size_t size) { begin_ += size; }
+    std::string_view Text() const { return std::string_view(text_).substr(begin_); }
+
+private:
+    std::string text_;
+    std::size_t begin_;
+};
+
+/// The value as the library reads it right: ">" would end the tag, and only in
+/// proteins are escapes resolved. From its end on, since what an escape is depends on
+/// what stands behind it in the copy: then it is the same in a copy of that.
 std::string ReadableValue(const XmlAttribute& attribute)
 {
+    constexpr std::string_view kLongest = "&quot;";
     const bool meetsOthers = MeetsOthers(attribute.name);
-    std::string before = attribute.value;
-    std::string readable = WithoutEscapes(before, meetsOthers);
-    while (readable != before) {
-        before = std::exchange(readable, WithoutEscapes(readable, meetsOthers));
+    TextFromBehind readable(kLongest.size() * attribute.value.size());
+    for (std::size_t i = attribute.value.size(); i-- > 0;) {
+        const char c = attribute.value[i];
+        switch (c) {
+        case '"': readable.Put(kLongest); break;
+        case '>': readable.Put("&gt;"); break;
+        case '<': readable.Put("&lt;"); break;
+        case '\t':
+        case '\r':
+        case '\n': readable.Put(" "); break;
+        default: readable.Put({&c, 1});
+        }
+        std::size_t size = 0;
+        const char plain = c == '&' && meetsOthers ? Unescaped(readable.Text(), size) : '\0';
+        if (plain != '\0') {
+            readable.Drop(size);
+            readable.Put({&plain, 1});
+        }
     }
-    return readable;
+    return std::string(readable.Text());
 }
 
 class Walk {
