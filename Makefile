@@ -73,9 +73,10 @@ format:
 	@.ci/check-format --apply
 
 tidy:
-	@scripts/install-packages library tests checks
-	@mkdir -p build/dev
+	@scripts/install-packages library tests checks bench
+	@mkdir -p build/dev build/bench
 	@cmake --preset dev >build/dev/configure.log
+	@cmake --preset bench >build/bench/configure.log
 	@.ci/check-tidy --all
 
 check:
