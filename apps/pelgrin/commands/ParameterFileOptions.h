@@ -16,7 +16,7 @@ struct ParameterFileOptions {
 
 inline std::shared_ptr<ParameterFileOptions> AddParameterFileOptions(CLI::App& command)
 {
-    const auto options = std::make_shared<ParameterFileOptions>();
+    auto options = std::make_shared<ParameterFileOptions>();
     command
         .add_option("PARAMETERS.ini", options->file, "its parameters; see pelgrin params template")
         ->type_name("FILE")

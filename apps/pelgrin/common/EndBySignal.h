@@ -10,7 +10,7 @@
 
 #include <string>
 
-#include <signal.h>
+#include <signal.h> // NOLINT(modernize-deprecated-headers): sigset_t is of POSIX
 #include <sys/types.h>
 
 namespace pelgrin {
