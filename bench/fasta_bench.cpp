@@ -116,8 +116,9 @@ void ReadAndScan(benchmark::State& state)
         const ssize_t got = ::read(descriptor, text.get(), input.bytes);
         ::close(descriptor);
         letters = 0;
-        for (ssize_t i = 0; i < got; ++i) {
-            letters += text[i] >= 'A' && text[i] <= 'Z' ? 1 : 0;
+        const char* const end = text.get() + std::max<ssize_t>(got, 0);
+        for (const char* at = text.get(); at != end; ++at) {
+            letters += *at >= 'A' && *at <= 'Z' ? 1 : 0;
         }
         benchmark::DoNotOptimize(letters);
         state.PauseTiming();

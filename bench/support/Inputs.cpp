@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <iostream>
 
-#include <stdlib.h>
+#include <stdlib.h> // NOLINT(modernize-deprecated-headers): mkdtemp is of POSIX
 
 namespace bench {
 
