@@ -60,7 +60,7 @@ std::string ReadableProtein(const std::string& protein, bool hasFlanks)
     if (hasFlanks) {
         return HasDotAt(protein, 2) ? '"' + protein + '"' : protein;
     }
-    const std::string list = WithTails(protein);
+    std::string list = WithTails(protein);
     if (!HasDotAt(list, 2)) {
         return list;
     }

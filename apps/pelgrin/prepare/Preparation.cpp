@@ -271,7 +271,7 @@ std::string Preparation::Claim(std::size_t i, const std::string& relative)
                         "folder",
                         copies_[i].input, relative, isNew ? "the report" : former->second));
     }
-    const std::string path = (fs::path(out_) / relative).string();
+    std::string path = (fs::path(out_) / relative).string();
     for (const Copy& copy : copies_) {
         std::error_code error;
         if (fs::equivalent(path, copy.input, error) && !error) {

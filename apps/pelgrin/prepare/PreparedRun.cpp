@@ -63,7 +63,7 @@ std::vector<std::string> PrepareLossClasses()
 {
     std::vector<std::string> keys = ClassKeys();
     for (std::string& key : keys) {
-        key = kFront + key;
+        key.insert(0, kFront);
     }
     return keys;
 }
