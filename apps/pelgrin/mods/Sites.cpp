@@ -76,7 +76,7 @@ std::string WhyNot(const SiteRule& rule, const Site& site)
         return fmt::format("wrong terminus: sits on the {} only", end);
     }
     if (!IsTerminus(rule.origin)) {
-        const std::string reason = WhyNotResidue(rule, site);
+        std::string reason = WhyNotResidue(rule, site);
         if (!reason.empty()) {
             return reason;
         }

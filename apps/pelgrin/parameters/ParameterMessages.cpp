@@ -119,7 +119,7 @@ std::string WarningOf(const ParameterText& text, const ParameterText::Entry& ent
                            last->line);
     }
     if (row->number != nullptr) {
-        const std::string warning = NotCounted(text, *row, entry);
+        std::string warning = NotCounted(text, *row, entry);
         if (!warning.empty()) {
             return warning;
         }

@@ -97,7 +97,7 @@ std::string CheckDatabase(const ParameterText& text, bool makeTable)
         CheckTable(kDefaultTable);
         return kDefaultTable;
     }
-    const std::string path = ResolvedPath(value);
+    std::string path = ResolvedPath(value);
     const auto engine =
         SearchEngineType::nameToType(text.ValueOf("Search", "search_result_format"));
     WithPlace(text.PlaceOf("Search", "modification_database"), [&] {
