@@ -38,7 +38,7 @@ std::string Read(CXmlDocument& document, TwinNode& twin, const std::string& text
     const std::string behind = text + guard;
     const std::string message =
         MessageOf([&] { document.Parse(behind.data(), behind.data() + text.size()); });
-    const std::string expected = test::TwinParse(text, guard, twin);
+    std::string expected = test::TwinParse(text, guard, twin);
     fuzz::CheckSame(message, expected.c_str(), "the message"); // it ends at a NUL
     CheckSameTree(document, twin, "the tree");
     return expected;
