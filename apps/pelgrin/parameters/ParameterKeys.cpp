@@ -185,6 +185,7 @@ std::string NearestParameterKey(std::string_view section, std::string_view key)
 std::string NearestParameterSection(std::string_view section)
 {
     std::vector<std::string> names;
+    names.reserve(kKeys.size());
     for (const ParameterKey& row : kKeys) {
         names.emplace_back(row.section);
     }

@@ -189,6 +189,7 @@ std::vector<std::string> WarningsOf(const ParameterText& text)
             "a line of more than {} characters is cut, and ends the reading", kLongestLine);
     }
     std::vector<std::string> texts;
+    texts.reserve(warnings.size());
     for (const auto& [line, warning] : warnings) {
         texts.push_back(fmt::format("{}:{}: {}", text.Path(), line, warning));
     }
