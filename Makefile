@@ -74,9 +74,6 @@ format:
 
 tidy:
 	@scripts/install-packages library tests checks bench
-	@mkdir -p build/dev build/bench
-	@cmake --preset dev >build/dev/configure.log
-	@cmake --preset bench >build/bench/configure.log
 	@.ci/check-tidy --all
 
 check:

@@ -1,11 +1,13 @@
 # What all targets of this project have in common.
 
 # PelgrinOptions: language level, and warnings that are errors for developers
-# only. Linked privately; nothing of it reaches users of the package.
+# only. Linked privately; nothing of it reaches users of the package. To g++ what one
+# source of a unit names is shadowed by enumerators in the headers of the next.
 add_library(PelgrinOptions INTERFACE)
 target_compile_features(PelgrinOptions INTERFACE cxx_std_17)
 target_compile_options(PelgrinOptions INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor
+  -Wall -Wextra -Wpedantic -Wconversion -Wnon-virtual-dtor
+  $<$<OR:$<CXX_COMPILER_ID:Clang>,$<NOT:$<BOOL:${PELGRIN_UNITY}>>>:-Wshadow>
   $<$<BOOL:${PELGRIN_DEVELOPER}>:-Werror>)
 
 # pelgrin_units(TARGET): where PELGRIN_UNITY is ON, sources of the target are compiled
@@ -29,6 +31,8 @@ function(pelgrin_units target)
     set_source_files_properties("${CMAKE_MATCH_2}" PROPERTIES UNITY_GROUP unit${CMAKE_MATCH_1})
   endforeach()
   set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+  # g++ takes the unnamed namespace of a source for that of a header.
+  target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
   # They decide what is a unit.
   foreach(source IN LISTS sources ITEMS "${PROJECT_SOURCE_DIR}/cmake/units.py")
     get_filename_component(source "${source}" ABSOLUTE)

@@ -259,7 +259,8 @@ bool IsMsgfModification(std::string_view line)
 std::string KeyOfLine(std::string_view line)
 {
     const std::size_t sign = line.find('=');
-    return sign == std::string_view::npos ? std::string() : Lower(WithoutBlanks(line.substr(0, sign), kSpace));
+    return sign == std::string_view::npos ? std::string()
+                                          : Lower(WithoutBlanks(line.substr(0, sign), kSpace));
 }
 
 bool IsRunKey(const std::string& key)
