@@ -3,6 +3,7 @@
 //
 // The input is the text of a result (see Expanded). There is no table of
 // modifications, so that all masses are 0.
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -13,6 +14,15 @@
 namespace {
 
 using namespace Vorlan;
+
+constexpr const char kBlanks[] = " \t\v\f\r";
+
+/// The first word, as "%s" reads it.
+std::string FirstWord(const std::string& text)
+{
+    const std::size_t begin = std::min(text.find_first_not_of(kBlanks), text.size());
+    return text.substr(begin, text.find_first_of(kBlanks, begin) - begin);
+}
 
 /// The lines of a result, one after the other; empty ones at the end.
 class PlainLines {
@@ -40,19 +50,26 @@ public:
         if (line.compare(0, key.size(), key) != 0) {
             return "";
         }
-        const std::size_t begin = line.find_first_not_of(" \t", key.size());
+        const std::size_t begin = line.find_first_not_of(kBlanks, key.size());
         return begin == std::string::npos
                    ? ""
-                   : line.substr(begin, line.find_last_not_of(" \t") + 1 - begin);
+                   : line.substr(begin, line.find_last_not_of(kBlanks) + 1 - begin);
     }
 
-    /// The pieces behind the count, and the count.
-    std::vector<std::string> List(const std::string& key, std::int32_t& count)
+    std::string Word(const std::string& key) { return FirstWord(Value(key)); }
+
+    /// What stands behind the count, and the count.
+    std::string List(const std::string& key, std::int32_t& count)
     {
         const std::string value = Value(key);
         count = fuzz::PlainInt(value);
         const std::size_t comma = value.find(',');
-        return fuzz::PiecesOf(comma == std::string::npos ? "" : value.substr(comma + 1), ',');
+        return comma == std::string::npos ? "" : value.substr(comma + 1);
+    }
+
+    std::vector<std::string> Words(const std::string& key, std::int32_t& count)
+    {
+        return fuzz::PiecesOf(FirstWord(List(key, count)), ',');
     }
 
 private:
@@ -89,11 +106,11 @@ void PlainLists(PlainLines& lines, PeptideIdentification& match)
 {
     std::int32_t count = 0;
     std::int32_t other = 0;
-    const std::vector<std::string> proteins = lines.List("NO1_Proteins=", count);
+    const std::vector<std::string> proteins = lines.Words("NO1_Proteins=", count);
     if (count > 0) {
         lines.Next();
-        const std::vector<std::string> flanks = lines.List("NO1_PrevNextAA=", other);
-        const std::vector<std::string> starts = lines.List("NO1_ProStartPos=", other);
+        const std::vector<std::string> flanks = lines.Words("NO1_PrevNextAA=", other);
+        const std::vector<std::string> starts = lines.Words("NO1_ProStartPos=", other);
         for (std::size_t i = 0; i < proteins.size(); ++i) {
             const std::string flank = fuzz::PieceAt(flanks, i);
             match.vEvidences.emplace_back(
@@ -101,9 +118,11 @@ void PlainLists(PlainLines& lines, PeptideIdentification& match)
                 flank.empty() ? 'X' : flank.front(), flank.empty() ? 'X' : flank.back());
         }
     }
-    const std::vector<std::string> positions = lines.List("NO1_Modify_Pos=", count);
+    const std::vector<std::string> positions = lines.Words("NO1_Modify_Pos=", count);
     if (count > 0) {
-        const std::vector<std::string> names = lines.List("NO1_Modify_Name=", other);
+        // These hold blanks.
+        const std::vector<std::string> names =
+            fuzz::PiecesOf(lines.List("NO1_Modify_Name=", other), ',');
         for (std::size_t i = 0; i < names.size(); ++i) {
             match.vMods.push_back(PlainMod(names[i], fuzz::PlainInt(fuzz::PieceAt(positions, i))));
         }
@@ -113,8 +132,7 @@ void PlainLists(PlainLines& lines, PeptideIdentification& match)
 /// False for a section without a candidate or without its sequence.
 bool PlainSection(PlainLines& lines, PeptideIdentification& match)
 {
-    const std::string input = lines.Value("Input=");
-    match.strSpectrumName = input.substr(0, input.find_first_of(" \t"));
+    match.strSpectrumName = lines.Word("Input=");
     const std::int32_t charge = fuzz::PlainInt(lines.Value("Charge="));
     match.nCharge = static_cast<std::uint64_t>(charge);
     lines.Next();
@@ -134,7 +152,7 @@ bool PlainSection(PlainLines& lines, PeptideIdentification& match)
     if (sequence.compare(0, 7, "NO1_SQ=") != 0) {
         return false;
     }
-    match.strSequence = PlainLines::ValueOf(sequence, "NO1_SQ=");
+    match.strSequence = FirstWord(PlainLines::ValueOf(sequence, "NO1_SQ="));
     lines.Next();
     PlainLists(lines, match);
     return true;
@@ -151,7 +169,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::MatchOutcome expected;
     PlainLines lines(text);
     if (lines.SkipTo("[Search]")) {
-        std::string path = lines.Value("InputPath=");
+        std::string path = lines.Word("InputPath=");
         path.erase(path.find_last_not_of('\\') + 1);
         while (lines.SkipTo("[Spectrum")) {
             PeptideIdentification match;
