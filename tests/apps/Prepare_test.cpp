@@ -354,6 +354,17 @@ TEST(Prepare, OfAnInputThatChangesNoCopyIsLeft)
     EXPECT_FALSE(std::filesystem::exists(folder.PathOf("out/a.mgf")));
 }
 
+TEST(Prepare, CopiesMayGoIntoTheirFolder)
+{
+    const TempFolder folder;
+    std::filesystem::create_directory(folder.PathOf("run"));
+    folder.Write("run/a.1.1.2.dta", "500.5 2\n100 1\n");
+    Preparation preparation(folder.PathOf("run/copies"));
+    preparation.Add(folder.PathOf("run"));
+    preparation.Run();
+    EXPECT_EQ(ReadFile(folder.PathOf("run/copies/run/a.1.1.2.dta")), "500.5 2\n100 1\n");
+}
+
 TEST(Prepare, OfAFolderThatChangesNoCopyIsLeft)
 {
     const TempFolder folder;

@@ -14,12 +14,14 @@ FileState StateOf(const std::string& path)
 {
     std::error_code ignored;
     FileState state;
-    state.changed = fs::last_write_time(path, ignored);
     if (!IsFolder(path)) {
+        state.changed = fs::last_write_time(path, ignored);
         const auto size = fs::file_size(path, ignored);
         state.size = ignored ? 0 : size;
         return state;
     }
+    // Of its files alone: copies may go into a folder within.
+    state.changed = fs::file_time_type::min();
     const std::vector<std::string> names = DtaFileNames(path);
     state.files = names.size();
     for (const std::string& name : names) {

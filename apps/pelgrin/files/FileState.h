@@ -13,7 +13,7 @@ namespace pelgrin {
 struct FileState {
     std::uint64_t size = 0;                  ///< bytes; of a folder those of its DTA files
     std::optional<std::uint64_t> files;      ///< of a folder: how many
-    std::filesystem::file_time_type changed; ///< last
+    std::filesystem::file_time_type changed; ///< last; of a folder one of these files
 
     bool operator==(const FileState& other) const
     {

@@ -1,5 +1,7 @@
 #include "prepare/Copy.h"
 
+#include "common/Failure.h"
+
 namespace pelgrin {
 
 namespace {
@@ -90,6 +92,11 @@ void Copy::Change(const char* key, std::uint64_t line, std::uint64_t count)
 void Copy::LeaveOut(const char* key, std::uint64_t line)
 {
     Add(leftOut, key, file, line, 1);
+}
+
+void FailAsChanged(const std::string& path)
+{
+    throw Failure(path + ": has changed while it was copied; expected inputs to stay as they are");
 }
 
 const char* TextOfClass(const std::string& key)

@@ -36,9 +36,8 @@ struct Copy {
     void LeaveOut(const char* key, std::uint64_t line);
 };
 
-/// Behind the path of an input in the message of its Failure.
-constexpr const char kHasChanged[] =
-    ": has changed while it was copied; expected inputs to stay as they are";
+/// Throws Failure: the input at path is not what it was.
+[[noreturn]] void FailAsChanged(const std::string& path);
 
 /// The words of a class of change, or of a reason to leave a record out.
 const char* TextOfClass(const std::string& key);

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <optional>
 
-#include "common/Failure.h"
 #include "prepare/MgfTitles.h"
 #include "prepare/MgfWalk.h"
 #include "prepare/TextOutput.h"
@@ -252,7 +251,7 @@ private:
         ++number_;
         ++copy_.held;
         if (number_ > survey_.records.size()) {
-            throw Failure(source_ + kHasChanged);
+            FailAsChanged(source_);
         }
         if (!IsWritten()) {
             copy_.LeaveOut(Current().leftOut, Current().line);

@@ -225,7 +225,7 @@ void Preparation::CheckUnchanged(std::size_t i, const std::string& path,
         }
         fs::remove(output, ignored); // a folder when it is empty
     }
-    throw Failure(path + kHasChanged);
+    FailAsChanged(path);
 }
 
 /// The peptides.txt among the inputs: of the same folder, or the only one.
