@@ -9,6 +9,7 @@
 #include "PeptideIdentificationIO.h"
 #include "support/Exceptions.h"
 #include "support/Random.h"
+#include "support/Sanitized.h"
 #include "support/Support.h"
 #include "util/RandomNumbers.h"
 
@@ -143,8 +144,10 @@ TEST(ReaderSteps, NumbersAreThoseOfOpenMSOnHostileCells)
 
 TEST(ReaderSteps, NumbersAreThoseOfOpenMSOnRandomCells)
 {
+    // Most of them throw in OpenMS, which takes long under sanitizers.
+    constexpr int kNumbers = kSanitized ? 10000 : 50000;
     Random random(71);
-    for (int i = 0; i < 50000 && !testing::Test::HasFailure(); ++i) {
+    for (int i = 0; i < kNumbers && !testing::Test::HasFailure(); ++i) {
         ExpectAsOpenMS(RandomNumber(random));
         ExpectAsOpenMS(RandomNumberBytes(random));
         std::string plain = random.Text("0123456789", 1 + random.Below(18));
