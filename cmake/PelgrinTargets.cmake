@@ -18,7 +18,10 @@ function(pelgrin_units target)
   if(NOT PELGRIN_UNITY OR (PELGRIN_UNITY STREQUAL "USERS" AND target STREQUAL "PelgrinObjects"))
     return()
   endif()
-  find_package(Python3 COMPONENTS Interpreter REQUIRED)
+  find_package(Python3 COMPONENTS Interpreter QUIET)
+  if(NOT Python3_FOUND)
+    return() # it takes longer, nothing else
+  endif()
   get_target_property(sources ${target} SOURCES)
   list(FILTER sources INCLUDE REGEX "^[^$].*\\.cpp$")
   execute_process(
