@@ -10,8 +10,8 @@
 // else the first word is made of file, scan and charge, and the old title stands
 // behind it, where it is no name: see OldNames. A scan number that several records
 // have is nobody's name, since it would be the last one's.
-#ifndef PELGRIN_MGFTITLES_H
-#define PELGRIN_MGFTITLES_H
+#ifndef PELGRIN_PREPARE_MGFTITLES_H
+#define PELGRIN_PREPARE_MGFTITLES_H
 
 #include <cstdint>
 #include <string>
@@ -40,4 +40,4 @@ NewTitles TitlesOf(const std::vector<TitledRecord>& records, const std::string& 
 
 } // namespace pelgrin
 
-#endif // PELGRIN_MGFTITLES_H
+#endif // PELGRIN_PREPARE_MGFTITLES_H
