@@ -22,7 +22,7 @@ namespace pelgrin {
 namespace {
 
 /// The options of "annotate" as texts.
-struct Texts {
+struct AnnotateTexts {
     std::vector<std::string> spectra;
     std::string psms;
     ResultOptions result;
@@ -54,7 +54,7 @@ that the inputs hold is not in the output (ledger.json says what and why) and
 --allow does not name its class.
 )";
 
-void AddOptions(CLI::App* annotate, Texts& texts)
+void AddAnnotateOptions(CLI::App* annotate, AnnotateTexts& texts)
 {
     annotate->footer(kFormatNeeds + std::string(kAnnotateFooter));
     annotate
@@ -87,7 +87,7 @@ void AddOptions(CLI::App* annotate, Texts& texts)
         ->required();
 }
 
-Parameters ParametersOf(const Texts& texts)
+Parameters ParametersOf(const AnnotateTexts& texts)
 {
     Parameters parameters;
     for (const std::string& path : texts.spectra) {
@@ -123,7 +123,7 @@ void CheckAllSpectra(const Parameters& parameters)
     }
 }
 
-ExitStatus RunAnnotate(const Texts& texts, const std::vector<std::string>& arguments)
+ExitStatus RunAnnotate(const AnnotateTexts& texts, const std::vector<std::string>& arguments)
 {
     Parameters parameters = ParametersOf(texts);
     parameters.arguments = arguments;
@@ -137,8 +137,8 @@ void AddAnnotateCommand(CLI::App& app, Command& chosen)
 {
     CLI::App* const annotate = app.add_subcommand(
         "annotate", "Find the fragment ions of identified peptides in their spectra");
-    const auto texts = std::make_shared<Texts>();
-    AddOptions(annotate, *texts);
+    const auto texts = std::make_shared<AnnotateTexts>();
+    AddAnnotateOptions(annotate, *texts);
     annotate->callback([&chosen, texts] {
         chosen.run = [texts, &chosen] { return RunAnnotate(*texts, chosen.arguments); };
     });

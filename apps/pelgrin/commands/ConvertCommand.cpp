@@ -12,7 +12,7 @@ namespace pelgrin {
 
 namespace {
 
-struct Texts {
+struct ConvertTexts {
     std::string in;
     ResultOptions result;
     std::string out;
@@ -38,7 +38,7 @@ parts of them are missing (the report says which and why) and --allow does not
 name their class.
 )help";
 
-ExitStatus RunConvert(const Texts& texts)
+ExitStatus RunConvert(const ConvertTexts& texts)
 {
     Parameters parameters;
     parameters.program = "pelgrin convert";
@@ -59,7 +59,7 @@ void AddConvertCommand(CLI::App& app, Command& chosen)
 {
     CLI::App* const convert =
         app.add_subcommand("convert", "Turn the result of a search engine into the native table");
-    const auto texts = std::make_shared<Texts>();
+    const auto texts = std::make_shared<ConvertTexts>();
     convert->footer(kFormatNeeds + std::string(kConvertFooter));
     convert->add_option("--in", texts->in, "result of a search engine")
         ->type_name("FILE")

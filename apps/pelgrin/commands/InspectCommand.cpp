@@ -15,7 +15,7 @@ namespace pelgrin {
 
 namespace {
 
-struct Texts {
+struct InspectTexts {
     std::vector<std::string> paths;
     bool isJson = false;
 };
@@ -38,7 +38,7 @@ void PrintJson(const nlohmann::ordered_json& files)
     PrintOut(document.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n");
 }
 
-ExitStatus RunInspect(const Texts& texts)
+ExitStatus RunInspect(const InspectTexts& texts)
 {
     ExitStatus status = AllWell;
     auto files = nlohmann::ordered_json::array();
@@ -71,7 +71,7 @@ void AddInspectCommand(CLI::App& app, Command& chosen)
 {
     CLI::App* const command =
         app.add_subcommand("inspect", "Say what files are, and what can be read of them");
-    const auto texts = std::make_shared<Texts>();
+    const auto texts = std::make_shared<InspectTexts>();
     command->footer(kInspectFooter);
     command->add_option("files", texts->paths, "files, packed or not, and folders of DTA files")
         ->type_name("FILE ...")

@@ -19,7 +19,7 @@ namespace pelgrin {
 
 namespace {
 
-constexpr const char kFooter[] = R"(Examples:
+constexpr const char kLintFooter[] = R"(Examples:
   pelgrin lint run01.mgf
   pelgrin lint --json *.mgf search/pepxml/*.pepXML > findings.json
   pelgrin lint --rules
@@ -68,7 +68,7 @@ std::set<std::string> PeptidesBeside(const std::vector<FileFindings>& files)
     return peptides;
 }
 
-ExitStatus Run(const LintOptions& options)
+ExitStatus RunLint(const LintOptions& options)
 {
     if (options.rules) {
         PrintOut(options.json ? JsonOfRules() : TextOfRules());
@@ -120,8 +120,8 @@ void AddLintCommand(CLI::App& app, Command& chosen)
         ->allow_extra_args(false);
     lint->add_flag("--json", options->json, "JSON for programs");
     lint->add_flag("--rules", options->rules, "list the rules and do nothing else");
-    lint->footer(kFooter);
-    lint->callback([&chosen, options] { chosen.run = [options] { return Run(*options); }; });
+    lint->footer(kLintFooter);
+    lint->callback([&chosen, options] { chosen.run = [options] { return RunLint(*options); }; });
 }
 
 } // namespace pelgrin

@@ -13,7 +13,7 @@ namespace pelgrin {
 
 namespace {
 
-struct Texts {
+struct MapProteinsTexts {
     std::string fasta;
     std::string psms;
     ResultOptions result;
@@ -42,7 +42,7 @@ parts of them are missing, peptides or proteins were not found, or do not fit
 (the report says which and why).
 )help";
 
-ExitStatus RunMapProteins(const Texts& texts)
+ExitStatus RunMapProteins(const MapProteinsTexts& texts)
 {
     Parameters parameters;
     parameters.program = "pelgrin map-proteins";
@@ -70,7 +70,7 @@ ExitStatus RunMapProteins(const Texts& texts)
     return MapProteins(parameters, texts.proteins);
 }
 
-void AddOptions(CLI::App& command, Texts& texts)
+void AddMapProteinsOptions(CLI::App& command, MapProteinsTexts& texts)
 {
     command.add_option("--fasta", texts.fasta, "proteins")->type_name("FASTA")->required();
     command.add_option("--psms", texts.psms, "result with peptide-spectrum matches")
@@ -94,9 +94,9 @@ void AddMapProteinsCommand(CLI::App& app, Command& chosen)
 {
     CLI::App* const command = app.add_subcommand(
         "map-proteins", "Look up in which proteins the peptides of a result lie");
-    const auto texts = std::make_shared<Texts>();
+    const auto texts = std::make_shared<MapProteinsTexts>();
     command->footer(kFormatNeeds + std::string(kMapProteinsFooter));
-    AddOptions(*command, *texts);
+    AddMapProteinsOptions(*command, *texts);
     command->callback([&chosen, texts, command] {
         texts->hasProteins = command->count("--proteins") > 0;
         texts->hasDecoyTag = command->count("--decoy-tag") > 0;

@@ -12,12 +12,12 @@ namespace pelgrin {
 
 namespace {
 
-struct Texts {
+struct PrepareTexts {
     std::vector<std::string> inputs;
     std::string out;
 };
 
-constexpr const char kFooter[] = R"(Examples:
+constexpr const char kPrepareFooter[] = R"(Examples:
   pelgrin prepare --out prepared run01.mgf.gz run01.pep.xml
   pelgrin prepare --out prepared spectra/dta_folder txt/msms.txt proteins.fasta
 
@@ -54,7 +54,7 @@ std::string ReportOf(const std::vector<Copy>& copies)
     return table.Text() + (details.IsEmpty() ? "" : "\n" + details.Text());
 }
 
-ExitStatus Prepare(const Texts& texts)
+ExitStatus Prepare(const PrepareTexts& texts)
 {
     if (texts.out.empty()) {
         throw UsageError("--out: the name of the folder is empty");
@@ -76,8 +76,8 @@ void AddPrepareCommand(CLI::App& app, Command& chosen)
 {
     CLI::App* const prepare =
         app.add_subcommand("prepare", "Copy inputs into the form that the library reads right");
-    prepare->footer(kFooter);
-    const auto texts = std::make_shared<Texts>();
+    prepare->footer(kPrepareFooter);
+    const auto texts = std::make_shared<PrepareTexts>();
     prepare->add_option("--out", texts->out, "folder of the copies; it is made when missing")
         ->type_name("DIR")
         ->required();

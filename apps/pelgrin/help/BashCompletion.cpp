@@ -11,7 +11,7 @@ namespace pelgrin {
 namespace {
 
 /// What a value is, for the script: nothing for a switch.
-const char* KindOf(const OptionNode& option)
+const char* ValueKindOf(const OptionNode& option)
 {
     switch (option.value) {
     case OptionNode::Value::None: return "";
@@ -53,7 +53,7 @@ std::vector<std::string> CommandNames(const CommandNode& command)
 /// The line of the script that tells what pattern wants.
 std::string CaseOf(const std::string& pattern, const OptionNode& option)
 {
-    return fmt::format("    {}) kind={} many={} choices=({}) ;;\n", pattern, KindOf(option),
+    return fmt::format("    {}) kind={} many={} choices=({}) ;;\n", pattern, ValueKindOf(option),
                        option.takesMany ? "yes" : "''",
                        option.choices.empty() ? "" : WordsOf(option.choices).substr(1));
 }

@@ -8,7 +8,7 @@ namespace pelgrin {
 namespace {
 
 /// text in quotes of fish: only these and backslashes are special in them.
-std::string Quoted(const std::string& text)
+std::string FishQuoted(const std::string& text)
 {
     std::string quoted = "'";
     for (const char c : text) {
@@ -44,7 +44,7 @@ std::string BeforeCommandOf(const CommandNode& group)
     return ConditionOf(group) + "; and not __fish_seen_subcommand_from" + names;
 }
 
-std::string ValueOf(const OptionNode& option)
+std::string FishValue(const OptionNode& option)
 {
     switch (option.value) {
     case OptionNode::Value::None: return "";
@@ -55,32 +55,32 @@ std::string ValueOf(const OptionNode& option)
     }
     std::string choices;
     for (const std::string& choice : option.choices) {
-        choices += (choices.empty() ? "" : " ") + Quoted(choice);
+        choices += (choices.empty() ? "" : " ") + FishQuoted(choice);
     }
-    return " -x -a " + Quoted(choices);
+    return " -x -a " + FishQuoted(choices);
 }
 
-std::string LineOf(const OptionNode& option, const std::string& condition)
+std::string FishLine(const OptionNode& option, const std::string& condition)
 {
     std::string line = "complete -c pelgrin";
     if (!condition.empty()) {
-        line += " -n " + Quoted(condition);
+        line += " -n " + FishQuoted(condition);
     }
     for (const std::string& name : option.names) {
         line += name.compare(0, 2, "--") == 0 ? " -l " + name.substr(2) : " -s " + name.substr(1);
     }
-    return line + ValueOf(option) + " -d " + Quoted(option.description) + "\n";
+    return line + FishValue(option) + " -d " + FishQuoted(option.description) + "\n";
 }
 
 /// What an argument may be. "-r" belongs to options only.
-std::string ArgumentLineOf(const OptionNode& argument, const std::string& condition)
+std::string FishArgument(const OptionNode& argument, const std::string& condition)
 {
-    const std::string front = "complete -c pelgrin -n " + Quoted(condition);
+    const std::string front = "complete -c pelgrin -n " + FishQuoted(condition);
     if (argument.value == OptionNode::Value::File) {
         return front + " -F\n";
     }
     if (argument.value == OptionNode::Value::Choice) {
-        return front + ValueOf(argument) + " -d " + Quoted(argument.description) + "\n";
+        return front + FishValue(argument) + " -d " + FishQuoted(argument.description) + "\n";
     }
     return "";
 }
@@ -90,18 +90,18 @@ std::string LinesOf(const CommandNode& command)
     std::string text;
     const std::string condition = ConditionOf(command);
     for (const CommandNode& below : command.commands) {
-        text +=
-            fmt::format("complete -c pelgrin -n {} -a {} -d {}\n", Quoted(BeforeCommandOf(command)),
-                        below.name, Quoted(below.description));
+        text += fmt::format("complete -c pelgrin -n {} -a {} -d {}\n",
+                            FishQuoted(BeforeCommandOf(command)), below.name,
+                            FishQuoted(below.description));
     }
     for (const OptionNode* const option : OptionsOf(command, command)) {
         const bool isHelp = option->names.back() == "--help";
         if (!isHelp || command.path.empty()) {
-            text += LineOf(*option, condition);
+            text += FishLine(*option, condition);
         }
     }
     for (const OptionNode* const argument : ArgumentsOf(command)) {
-        text += ArgumentLineOf(*argument, condition);
+        text += FishArgument(*argument, condition);
     }
     return text;
 }

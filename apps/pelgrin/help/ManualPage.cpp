@@ -115,7 +115,7 @@ std::string ChapterOf(const CommandNode& command)
     return command.footer.empty() ? text : text + ".PP\n" + AsItStands(command.footer);
 }
 
-std::string ExitStatus()
+std::string ExitStatusSection()
 {
     std::string text = ".SH EXIT STATUS\n";
     for (const auto& [status, meaning] : ExitStatusTexts()) {
@@ -168,7 +168,7 @@ std::string ManualPageOf(const CommandNode& program, const std::string& version)
             text += ChapterOf(*command);
         }
     }
-    return text + ExitStatus() + kFiles;
+    return text + ExitStatusSection() + kFiles;
 }
 
 } // namespace pelgrin

@@ -25,7 +25,7 @@ std::string Escaped(std::string_view text, std::string_view characters)
 }
 
 /// The shell's word for text, quoted whatever it holds.
-std::string Quoted(const std::string& text)
+std::string ZshQuoted(const std::string& text)
 {
     const std::string word = ShellWord(text);
     return word.front() == '\'' ? word : "'" + word + "'";
@@ -65,7 +65,7 @@ std::string SpecOf(const OptionNode& option, const std::string& name)
     }
     const std::string front = option.takesMany ? "*" : "(" + others + ")";
     const std::string value = option.value == OptionNode::Value::None ? "" : ":" + ActionOf(option);
-    return Quoted(front + name + "[" + Escaped(option.description, "[]:\\") + "]" + value);
+    return ZshQuoted(front + name + "[" + Escaped(option.description, "[]:\\") + "]" + value);
 }
 
 std::string CommandChoices(const CommandNode& command)
@@ -75,7 +75,7 @@ std::string CommandChoices(const CommandNode& command)
         choices +=
             fmt::format(" {}\\:{}", below.name, Escaped("\"" + below.description + "\"", ":\\"));
     }
-    return Quoted("1:command:((" + choices.substr(1) + "))");
+    return ZshQuoted("1:command:((" + choices.substr(1) + "))");
 }
 
 std::string FunctionTextOf(const CommandNode& command, const CommandNode& program)
@@ -88,7 +88,7 @@ std::string FunctionTextOf(const CommandNode& command, const CommandNode& progra
         }
     }
     for (const OptionNode* const argument : ArgumentsOf(command)) {
-        text += " \\\n        " + Quoted(":" + ActionOf(*argument));
+        text += " \\\n        " + ZshQuoted(":" + ActionOf(*argument));
     }
     if (!command.IsGroup()) {
         return text + "\n}\n\n";

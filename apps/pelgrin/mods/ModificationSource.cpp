@@ -48,7 +48,7 @@ SearchEngineType::ESearchEngineType EngineOf(const std::string& name)
 
 /// Runs read; what the library throws becomes a Failure that names path.
 template <typename Read>
-auto Reading(const std::string& path, Read read) -> decltype(read())
+auto ReadWithPath(const std::string& path, Read read) -> decltype(read())
 {
     const LibraryOutput output;
     try {
@@ -90,7 +90,7 @@ void CheckEngineFile(const std::string& path, SearchEngineType::ESearchEngineTyp
 const CModificationsDB& OpenDefaultTable()
 {
     CheckDefaultTable();
-    return Reading(kDefaultTable, []() -> const CModificationsDB& {
+    return ReadWithPath(kDefaultTable, []() -> const CModificationsDB& {
         return *Vorlan::CModificationsDBCalvexDefault::getInstance();
     });
 }
@@ -99,7 +99,7 @@ const CModificationsDB& OpenEngineFile(const std::string& path,
                                        SearchEngineType::ESearchEngineType engine)
 {
     CheckEngineFile(path, engine);
-    return Reading(path, [&]() -> const CModificationsDB& {
+    return ReadWithPath(path, [&]() -> const CModificationsDB& {
         return *Vorlan::CModificationsDBEngine::getInstance(path, engine);
     });
 }

@@ -59,7 +59,7 @@ std::string NameOfRun(const std::string& name, std::size_t k, std::size_t n)
     return fmt::format("{}.{}{}", name.substr(0, name.size() - ending.size()), k, ending);
 }
 
-Json JsonOf(const ClassCounts& tallies)
+Json CopyJson(const ClassCounts& tallies)
 {
     Json json = Json::object();
     for (const auto& [key, tally] : tallies) {
@@ -74,14 +74,15 @@ Json JsonOf(const ClassCounts& tallies)
     return json;
 }
 
-Json JsonOf(const Copy& copy)
+Json CopyJson(const Copy& copy)
 {
-    return {{"input", copy.input},
-            {"kind", KeyOf(copy.kind)},
-            {"outputs", copy.outputs},
-            {"changes", JsonOf(copy.changes)},
-            {"records",
-             {{"held", copy.held}, {"written", copy.written}, {"left_out", JsonOf(copy.leftOut)}}}};
+    return {
+        {"input", copy.input},
+        {"kind", KeyOf(copy.kind)},
+        {"outputs", copy.outputs},
+        {"changes", CopyJson(copy.changes)},
+        {"records",
+         {{"held", copy.held}, {"written", copy.written}, {"left_out", CopyJson(copy.leftOut)}}}};
 }
 
 } // namespace
@@ -323,7 +324,7 @@ void Preparation::WriteReports() const
     }
     Json inputs = Json::array();
     for (const Copy& copy : copies_) {
-        inputs.push_back(JsonOf(copy));
+        inputs.push_back(CopyJson(copy));
     }
     const Json report = {{"version", PELGRIN_VERSION}, {"inputs", inputs}};
     TextOutput output((fs::path(out_) / kReport).string());

@@ -9,12 +9,12 @@ namespace pelgrin {
 
 namespace {
 
-struct RuleTexts {
+struct NameRuleTexts {
     const char* key;
     const char* text;
 };
 
-constexpr RuleTexts kTexts[kNameRules] = {
+constexpr NameRuleTexts kTexts[kNameRules] = {
     {"by_user", "as --dataset says"},
     {"by_file_name", "by its name"},
     {"by_file_name_behind_separator", "by the name behind its last separator"},

@@ -67,9 +67,9 @@ void CheckDefaultTable(Format format)
 }
 
 /// Reads one file after the other.
-class Reading {
+class OneByOne {
 public:
-    Reading(const Parameters& parameters, Counts& counts, const TakeRecords& take)
+    OneByOne(const Parameters& parameters, Counts& counts, const TakeRecords& take)
         : parameters_(parameters), counts_(counts), take_(take), fixed_(FixedModifications()),
           reader_(scratch_)
     {
@@ -206,7 +206,7 @@ std::string ResultFile::PlaceOf(Format format, std::size_t record) const
 ResultsRead ReadResults(const Parameters& parameters, Counts& counts, const TakeRecords& take)
 {
     CheckDefaultTable(parameters.format);
-    Reading reading(parameters, counts, take);
+    OneByOne reading(parameters, counts, take);
     for (const std::string& path : parameters.psms) {
         reading.Read(path);
     }

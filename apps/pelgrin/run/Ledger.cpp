@@ -39,7 +39,7 @@ std::string PlaceText(const std::string& path, std::uint64_t line)
 }
 
 /// Adds a class of a file to the file and to the page.
-void Add(LedgerPage& page, LedgerPage::File& file, LedgerClass entry)
+void AddClass(LedgerPage& page, LedgerPage::File& file, LedgerClass entry)
 {
     if (entry.count == 0) {
         return;
@@ -70,7 +70,7 @@ LedgerPage::File PageOf(const ResultFile& file, const Rejects& rejects, LedgerPa
 {
     LedgerPage::File entry{file.files.path, file.held, file.end - file.begin, {}};
     for (std::size_t i = 0; i < kUnread; ++i) {
-        Add(page, entry, ClassOf(file, static_cast<Unread>(i)));
+        AddClass(page, entry, ClassOf(file, static_cast<Unread>(i)));
     }
     LedgerClass rejected{kRejected, "records that their reader did not give", 0, true, true, {}};
     LedgerClass refused{kRefused, "matches in files that cannot be read", 0, true, true, {}};
@@ -91,15 +91,15 @@ LedgerPage::File PageOf(const ResultFile& file, const Rejects& rejects, LedgerPa
                    true,
                    std::move(refused.examples)};
     }
-    Add(page, entry, rejected);
-    Add(page, entry, refused);
-    Add(page, entry,
-        {kCut,
-         "rows of more than 81919 characters",
-         file.audit.cutsRow ? 1U : 0U,
-         false,
-         true,
-         {PlaceText(file.files.path, file.audit.longLine)}});
+    AddClass(page, entry, rejected);
+    AddClass(page, entry, refused);
+    AddClass(page, entry,
+             {kCut,
+              "rows of more than 81919 characters",
+              file.audit.cutsRow ? 1U : 0U,
+              false,
+              true,
+              {PlaceText(file.files.path, file.audit.longLine)}});
     return entry;
 }
 
@@ -111,8 +111,8 @@ LedgerPage::File PageOfFolder(const SpectraFile& file, LedgerPage& page)
           {&file.dta.withoutPrecursor, Reason::SpectrumWithoutPrecursor},
           {&file.dta.withoutPeaks, Reason::SpectrumWithoutPeaks}}) {
         const std::string first = names->empty() ? std::string() : "/" + names->front();
-        Add(page, entry,
-            {KeyOf(reason), TextOf(reason), names->size(), true, true, {file.path + first}});
+        AddClass(page, entry,
+                 {KeyOf(reason), TextOf(reason), names->size(), true, true, {file.path + first}});
         entry.kept -= names->size();
     }
     return entry;
@@ -143,34 +143,34 @@ LedgerPage::File PageOfMgf(const SpectraFile& file, LedgerPage& page)
     for (auto& [reason, one] : unusable) {
         one.key = KeyOf(reason);
         one.text = TextOf(reason);
-        Add(page, entry, one);
+        AddClass(page, entry, one);
     }
-    Add(page, entry, hidden);
-    Add(page, entry,
-        {kWithoutTitle,
-         "spectra without a title of their own",
-         audit.spectra - audit.spectraBehindLongLine - records.size(),
-         true,
-         true,
-         {PlaceText(file.path, audit.firstWithoutTitle)}});
-    Add(page, entry,
-        {kBehindMark,
-         "spectra that a byte order mark hides",
-         audit.hidesFirst ? 1U : 0U,
-         true,
-         true,
-         {PlaceText(file.path, 1)}});
-    Add(page, entry,
-        {kBehindLongLine,
-         "spectra behind a line of more than 81919 characters",
-         audit.spectraBehindLongLine,
-         true,
-         true,
-         {PlaceText(file.path, audit.longLine)}});
+    AddClass(page, entry, hidden);
+    AddClass(page, entry,
+             {kWithoutTitle,
+              "spectra without a title of their own",
+              audit.spectra - audit.spectraBehindLongLine - records.size(),
+              true,
+              true,
+              {PlaceText(file.path, audit.firstWithoutTitle)}});
+    AddClass(page, entry,
+             {kBehindMark,
+              "spectra that a byte order mark hides",
+              audit.hidesFirst ? 1U : 0U,
+              true,
+              true,
+              {PlaceText(file.path, 1)}});
+    AddClass(page, entry,
+             {kBehindLongLine,
+              "spectra behind a line of more than 81919 characters",
+              audit.spectraBehindLongLine,
+              true,
+              true,
+              {PlaceText(file.path, audit.longLine)}});
     return entry;
 }
 
-Json JsonOf(const std::vector<LedgerClass>& classes, const std::set<std::string>& allowed)
+Json LedgerJson(const std::vector<LedgerClass>& classes, const std::set<std::string>& allowed)
 {
     Json json = Json::object();
     for (const LedgerClass& one : classes) {
@@ -184,7 +184,7 @@ Json JsonOf(const std::vector<LedgerClass>& classes, const std::set<std::string>
     return json;
 }
 
-Json JsonOf(const LedgerPage::File& file)
+Json LedgerJson(const LedgerPage::File& file)
 {
     Json classes = Json::object();
     for (const LedgerClass& one : file.classes) {
@@ -204,8 +204,8 @@ void Ledger::AddPrepared(const std::vector<PreparedInput>& inputs)
     for (const PreparedInput& input : inputs) {
         LedgerPage::File file{input.path, input.held, input.written, {}};
         for (const PreparedInput::LeftOut& left : input.leftOut) {
-            pelgrin::Add(page, file,
-                         {left.key, left.text, left.records, left.isHeld, true, {left.example}});
+            AddClass(page, file,
+                     {left.key, left.text, left.records, left.isHeld, true, {left.example}});
         }
         page.held += input.held;
         page.kept += input.written;
@@ -242,20 +242,20 @@ void Ledger::AddRecords(const Counts& counts)
     LedgerPage page{"records", "records of the run", counts.read, counts.annotated + judged, {},
                     {}};
     LedgerPage::File none;
-    pelgrin::Add(page, none,
-                 {kWithoutProteins,
-                  "matches without proteins, which FDR control cannot judge",
-                  counts.withoutProteins,
-                  true,
-                  true,
-                  {}});
-    pelgrin::Add(page, none,
-                 {kNotANumber,
-                  "matches with a score that is no number",
-                  counts.scoreNotANumber,
-                  true,
-                  true,
-                  {}});
+    AddClass(page, none,
+             {kWithoutProteins,
+              "matches without proteins, which FDR control cannot judge",
+              counts.withoutProteins,
+              true,
+              true,
+              {}});
+    AddClass(page, none,
+             {kNotANumber,
+              "matches with a score that is no number",
+              counts.scoreNotANumber,
+              true,
+              true,
+              {}});
     for (std::size_t i = 0; i < kReasons; ++i) {
         const auto reason = static_cast<Reason>(i);
         LedgerClass one{KeyOf(reason), TextOf(reason), counts.notUsed[i], true, true, {}};
@@ -264,7 +264,7 @@ void Ledger::AddRecords(const Counts& counts)
                 one.examples.push_back(detail);
             }
         }
-        pelgrin::Add(page, none, std::move(one));
+        AddClass(page, none, std::move(one));
     }
     Add(std::move(page));
 }
@@ -319,12 +319,12 @@ std::string Ledger::Json() const
     for (const LedgerPage& page : pages_) {
         pelgrin::Json files = pelgrin::Json::array();
         for (const LedgerPage::File& file : page.files) {
-            files.push_back(JsonOf(file));
+            files.push_back(LedgerJson(file));
         }
         pages[page.key] = {{"text", page.text},
                            {"held", page.held},
                            {"kept", page.kept},
-                           {"classes", JsonOf(page.classes, allowed_)},
+                           {"classes", LedgerJson(page.classes, allowed_)},
                            {"files", files}};
     }
     const pelgrin::Json json = {

@@ -28,7 +28,7 @@ const char* TitleOf(Group group)
 }
 
 /// The counts of a group, by key.
-Json JsonOf(const ProteinCounts& counts, Group group)
+Json ProteinsJson(const ProteinCounts& counts, Group group)
 {
     Json json = Json::object();
     if (group == Group::Peptides || group == Group::Evidences) {
@@ -54,7 +54,7 @@ Json ExamplesOf(const ProteinCounts& counts)
     return json;
 }
 
-Json JsonOf(const TopSites& sites)
+Json ProteinsJson(const TopSites& sites)
 {
     Json json = Json::array();
     for (const TopSites::Entry& site : sites.Entries()) {
@@ -63,7 +63,7 @@ Json JsonOf(const TopSites& sites)
     return json;
 }
 
-Json JsonOf(const ProteinDatabase& database)
+Json ProteinsJson(const ProteinDatabase& database)
 {
     return {{"path", database.Path()},
             {"proteins", database.Proteins().size()},
@@ -154,17 +154,17 @@ std::string MappedProteins::SitesText() const
 
 Json MappedProteins::Summary() const
 {
-    Json json = {{"database", JsonOf(database_)},
+    Json json = {{"database", ProteinsJson(database_)},
                  {"equate_il", plan_.equateIl},
                  {"decoy_tag", plan_.decoyTag ? Json(*plan_.decoyTag) : Json()},
                  {"with_peptide", listed_},
-                 {"peptides", JsonOf(counts_, Group::Peptides)},
-                 {"evidences", JsonOf(counts_, Group::Evidences)},
-                 {"filled", JsonOf(counts_, Group::Confirmed)},
-                 {"without_evidence", JsonOf(counts_, Group::Added)},
+                 {"peptides", ProteinsJson(counts_, Group::Peptides)},
+                 {"evidences", ProteinsJson(counts_, Group::Evidences)},
+                 {"filled", ProteinsJson(counts_, Group::Confirmed)},
+                 {"without_evidence", ProteinsJson(counts_, Group::Added)},
                  {"examples", ExamplesOf(counts_)},
                  {"modified_sites", sites_.Offered()},
-                 {"most_modified", JsonOf(sites_)}};
+                 {"most_modified", ProteinsJson(sites_)}};
     return json;
 }
 

@@ -56,7 +56,7 @@ Json TimesOf(const RunClock& clock)
             {"steps", steps}};
 }
 
-Json JsonOf(const RunInput& input)
+Json InputJson(const RunInput& input)
 {
     Json json = {{"role", input.role}, {"path", input.path}, {"size", input.size}};
     if (input.files) {
@@ -162,7 +162,7 @@ std::string RunJsonOf(const RunFacts& facts)
     const Json summary = Json::parse(facts.summary);
     Json inputs = Json::array();
     for (const RunInput& input : facts.inputs) {
-        inputs.push_back(JsonOf(input));
+        inputs.push_back(InputJson(input));
     }
     Json json = {{"program", facts.parameters.program},
                  {"exit_status", static_cast<int>(facts.status)},
