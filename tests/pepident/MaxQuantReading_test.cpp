@@ -43,7 +43,7 @@ std::vector<std::string> ScansOf(const Reading& reading)
     return scans;
 }
 
-TEST(MaxQuantReading, WholeRows)
+TEST(MaxQuantReadingAlone, WholeRows)
 {
     const Reading reading = Read(kMatchTable);
     EXPECT_EQ(reading.thrown, Thrown());
@@ -362,7 +362,7 @@ TEST(MaxQuantReading, ProgressCountsTheRowsThatAreReached)
     EXPECT_EQ(OutputOfRows(2, 3), Shown("2/2 (100%)") + Erased("2/2 (100%)"));
 }
 
-TEST(MaxQuantReading, NothingIsErasedBehindAnException)
+TEST(MaxQuantReadingAlone, NothingIsErasedBehindAnException)
 {
     const Table table =
         kMatchTable.With("Modifications", "x", 2).With("Modified sequence", "_SAM(ox)PLER_", 2);

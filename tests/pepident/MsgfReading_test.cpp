@@ -234,7 +234,7 @@ TEST(MsgfReading, ALastRowWithoutLineFeedIsNotCounted)
     EXPECT_EQ(OutputOfRows(2, "short"), Shown("2/2 (100%)") + Erased("2/2 (100%)"));
 }
 
-TEST(MsgfReading, NothingIsErasedBehindAnException)
+TEST(MsgfReadingAlone, NothingIsErasedBehindAnException)
 {
     EXPECT_EQ(Read({OneRow("Peptide", "PEP+1K").Text()}).output, "1/1 (100%)");
 }

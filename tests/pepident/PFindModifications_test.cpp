@@ -98,7 +98,9 @@ TEST_F(PFindMasses, OnlyASiteOfOneLetterTellsRecordsApart)
     EXPECT_EQ(masses.Of("Phospho", "T"), 79.966331);
 }
 
-TEST_F(PFindMasses, OfTheDatabaseOfTheParametersFirst)
+using PFindDatabaseAlone = ParameterTest;
+
+TEST_F(PFindDatabaseAlone, OfTheParametersIsAskedFirst)
 {
     Write("modification.ini", "@NUMBER_MODIFICATION=2\n"
                               "name1=Oxidation[M] 0\nOxidation[M]=M NORMAL 100.5 100.5 0 O(1)\n"
