@@ -76,10 +76,13 @@ TEST(TabRow, SplitsIntoCells)
 TEST(TabRow, CellsAreThoseOfASearchFromSeparatorToSeparator)
 {
     test::Random random(41);
-    TabRow row;
-    for (int i = 0; i < 2000; ++i) {
+    TabRow former;
+    const std::string_view letters[] = {"ab;;", ";", "abcdefghijk;", "a\xff\0\x3a;"sv};
+    for (int i = 0; i < 4000; ++i) {
         const std::string text =
-            random.Text("ab;;", 1 + random.Below(random.OneIn(50) ? 5000 : 40));
+            random.Text(letters[i % 4], 1 + random.Below(random.OneIn(50) ? 5000 : 140));
+        TabRow fresh; // has room for this row and no more
+        TabRow& row = random.OneIn(2) ? fresh : former;
         row.Split(text, ';');
         std::size_t begin = 0;
         int cell = 0;
