@@ -22,16 +22,25 @@ namespace {
 constexpr double kHydrogen = 1.007825;
 constexpr double kHydroxyl = 17.002740;
 
+/// Attributes that are read.
+constexpr std::array<std::string_view, 1> kOfRun = {"base_name"};
+constexpr std::array<std::string_view, 5> kOfQuery = {
+    "spectrum", "assumed_charge", "precursor_neutral_mass", "start_scan", "retention_time_sec"};
+constexpr std::array<std::string_view, 5> kOfHit = {"peptide", "massdiff", "protein",
+                                                    "peptide_prev_aa", "peptide_next_aa"};
+constexpr std::array<std::string_view, 2> kOfScore = {"name", "value"};
+constexpr std::array<std::string_view, 2> kOfTermini = {"mod_nterm_mass", "mod_cterm_mass"};
+constexpr std::array<std::string_view, 2> kOfModification = {"mass", "position"};
+
 /// The values of the named attributes, of each its last one; empty for those
-/// that are not there.
-template <std::size_t count>
-std::array<std::string_view, count> Values(std::string_view attributes,
-                                           const std::array<std::string_view, count>& names)
+/// that are not there. Names that the compiler knows are compared without a call.
+template <const auto& names>
+auto Values(std::string_view attributes)
 {
-    std::array<std::string_view, count> values;
+    std::array<std::string_view, names.size()> values;
     XmlAttributeText text(attributes);
     while (text.Next()) {
-        for (std::size_t i = 0; i < count; ++i) {
+        for (std::size_t i = 0; i < names.size(); ++i) {
             if (names[i] == text.Name()) {
                 values[i] = text.Value();
             }
@@ -71,8 +80,10 @@ void PepXmlMatches::End()
     if (level_ <= depth_) {
         return;
     }
-    if (level_ == Hit && failure_ == nullptr) {
-        matches_.push_back(std::move(match_));
+    if (level_ == Hit) {
+        hasHit_ = failure_ == nullptr;
+    } else if (level_ == Query && !hasHit_) {
+        matches_.pop_back();
     }
     --level_;
 }
@@ -148,33 +159,32 @@ bool PepXmlMatches::IsFirst(bool isWanted)
 
 void PepXmlMatches::BeginRun(std::string_view attributes)
 {
-    const auto [base] = Values<1>(attributes, {"base_name"});
+    const auto [base] = Values<kOfRun>(attributes);
     dataset_.assign(base).append(".").append(ending_);
 }
 
 void PepXmlMatches::BeginQuery(std::string_view attributes)
 {
-    const auto [spectrum, charge, mass, scan, time] =
-        Values<5>(attributes, {"spectrum", "assumed_charge", "precursor_neutral_mass", "start_scan",
-                               "retention_time_sec"});
-    match_ = PeptideIdentification();
-    match_.strDatasetName = dataset_;
-    match_.strSpectrumName = spectrum.substr(0, spectrum.find(' '));
+    const auto [spectrum, charge, mass, scan, time] = Values<kOfQuery>(attributes);
+    hasHit_ = false;
+    PeptideIdentification& match = matches_.emplace_back();
+    match.strDatasetName = dataset_;
+    match.strSpectrumName = spectrum.substr(0, spectrum.find(' '));
     const std::int32_t charges = numbers::ToInt(charge);
-    match_.nCharge = static_cast<std::uint64_t>(charges);
-    match_.dObsMH = numbers::ToDouble(mass) + OpenMS::Constants::PROTON_MASS_U;
-    PrecursorMzOf(match_) = MzOf(match_.dObsMH, charges);
-    ScanOf(match_) = numbers::ToInt(scan);
-    RetentionTimeOf(match_) = numbers::ToDouble(time);
+    match.nCharge = static_cast<std::uint64_t>(charges);
+    match.dObsMH = numbers::ToDouble(mass) + OpenMS::Constants::PROTON_MASS_U;
+    PrecursorMzOf(match) = MzOf(match.dObsMH, charges);
+    ScanOf(match) = numbers::ToInt(scan);
+    RetentionTimeOf(match) = numbers::ToDouble(time);
 }
 
 void PepXmlMatches::BeginHit(std::string_view attributes)
 {
-    const auto [peptide, shift, protein, before, after] = Values<5>(
-        attributes, {"peptide", "massdiff", "protein", "peptide_prev_aa", "peptide_next_aa"});
-    match_.strSequence = peptide;
-    match_.dMassShift = numbers::ToDouble(shift);
-    PeptideEvidence& evidence = match_.vEvidences.emplace_back();
+    const auto [peptide, shift, protein, before, after] = Values<kOfHit>(attributes);
+    PeptideIdentification& match = Match();
+    match.strSequence = peptide;
+    match.dMassShift = numbers::ToDouble(shift);
+    PeptideEvidence& evidence = match.vEvidences.emplace_back();
     evidence.strProteinAccession = Accession(protein);
     evidence.cBefore = FirstOr(before, evidence.cBefore);
     evidence.cAfter = FirstOr(after, evidence.cAfter);
@@ -183,21 +193,21 @@ void PepXmlMatches::BeginHit(std::string_view attributes)
 
 void PepXmlMatches::TakeScore(std::string_view attributes)
 {
-    const auto [name, value] = Values<2>(attributes, {"name", "value"});
+    const auto [name, value] = Values<kOfScore>(attributes);
     ++scores_;
     // Deliberate: B-57. The third one, whatever its name.
     const bool isThird = score_ == PepXmlScore::Third && scores_ == 3;
     const bool isExpect = score_ == PepXmlScore::Expect && name == "expect";
     if (isThird || isExpect) {
-        match_.dMainScore = numbers::ToDouble(value);
+        Match().dMainScore = numbers::ToDouble(value);
     }
 }
 
 /// The termini are no residues: what sits on them is kept beside.
 void PepXmlMatches::BeginModifications(std::string_view attributes)
 {
-    const auto [nTerm, cTerm] = Values<2>(attributes, {"mod_nterm_mass", "mod_cterm_mass"});
-    const std::size_t length = match_.strSequence.size();
+    const auto [nTerm, cTerm] = Values<kOfTermini>(attributes);
+    const std::size_t length = Match().strSequence.size();
     if (!nTerm.empty()) {
         TakeTerminus("N-term", numbers::ToDouble(nTerm) - kHydrogen, 0);
     }
@@ -208,19 +218,19 @@ void PepXmlMatches::BeginModifications(std::string_view attributes)
 
 void PepXmlMatches::TakeTerminus(const char* terminus, double mass, std::size_t position)
 {
-    const std::size_t length = match_.strSequence.size();
+    const std::size_t length = Match().strSequence.size();
     const ResiduePlace end = PlaceAt(position == 0 ? 1 : length);
     const IdentModification* const known = explainer_.OfTerminus(mass, terminus, end);
-    match_.vAltMods.emplace_back(known == nullptr ? "" : known->strName, mass, terminus,
-                                 known == nullptr ? "" : known->strPosition,
-                                 static_cast<std::int32_t>(position));
+    Match().vAltMods.emplace_back(known == nullptr ? "" : known->strName, mass, terminus,
+                                  known == nullptr ? "" : known->strPosition,
+                                  static_cast<std::int32_t>(position));
 }
 
 void PepXmlMatches::TakeModification(std::string_view attributes)
 {
-    const auto [mass, position] = Values<2>(attributes, {"mass", "position"});
+    const auto [mass, position] = Values<kOfModification>(attributes);
     const std::int32_t place = numbers::ToInt(position);
-    if (place < 1 || static_cast<std::size_t>(place) > match_.strSequence.size()) {
+    if (place < 1 || static_cast<std::size_t>(place) > Match().strSequence.size()) {
         return;
     }
     try {
@@ -235,19 +245,19 @@ void PepXmlMatches::TakeModification(std::string_view attributes)
 void PepXmlMatches::Explain(double mass, std::size_t position)
 {
     const ResiduePlace place = PlaceAt(position);
-    const char first = match_.strSequence.front();
+    const char first = Match().strSequence.front();
     for (const IdentModification& mod :
          explainer_.Explain(mass - ResidueMass(place.residue), place)) {
-        match_.vMods.push_back(mod);
-        match_.vMods.back().nPos = RecordedPosition(mod, place, first);
+        Match().vMods.push_back(mod);
+        Match().vMods.back().nPos = RecordedPosition(mod, place, first);
     }
 }
 
 /// position counts from 1; behind the sequence the residue is unknown.
 ResiduePlace PepXmlMatches::PlaceAt(std::size_t position) const
 {
-    const PeptideEvidence& evidence = match_.vEvidences.front();
-    const std::string& sequence = match_.strSequence;
+    const PeptideEvidence& evidence = Match().vEvidences.front();
+    const std::string& sequence = Match().strSequence;
     return {static_cast<std::int32_t>(position),
             position >= 1 && position <= sequence.size() ? sequence[position - 1] : 'X',
             evidence.cBefore, evidence.cAfter};

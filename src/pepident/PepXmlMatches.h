@@ -56,6 +56,8 @@ private:
     void TakeModification(std::string_view attributes);
     void Explain(double mass, std::size_t position);
     ResiduePlace PlaceAt(std::size_t position) const;
+    PeptideIdentification& Match() { return matches_.back(); }
+    const PeptideIdentification& Match() const { return matches_.back(); }
 
     const PepXmlScore score_;
     const std::string ending_;
@@ -66,10 +68,10 @@ private:
     bool seen_[Modifications + 2] = {}; ///< an element of this level, in its parent
 
     std::string dataset_;
-    PeptideIdentification match_; ///< of the query at hand
-    std::size_t scores_ = 0;      ///< of the hit at hand
-    std::vector<PeptideIdentification> matches_;
-    std::exception_ptr failure_; ///< ends the reading of matches
+    bool hasHit_ = false;                        ///< the query at hand; a whole one
+    std::size_t scores_ = 0;                     ///< of the hit at hand
+    std::vector<PeptideIdentification> matches_; ///< the last one is that of the query at hand
+    std::exception_ptr failure_;                 ///< ends the reading of matches
 };
 
 } // namespace Vorlan

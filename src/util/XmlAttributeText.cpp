@@ -1,20 +1,29 @@
 #include "util/XmlAttributeText.h"
 
+#include "util/XmlMarkup.h"
+
 namespace Vorlan {
 
 bool XmlAttributeText::Next()
 {
-    constexpr std::size_t kNone = std::string_view::npos;
+    const char* const end = rest_.data() + rest_.size();
+    const char* equals = rest_.data();
+    while (equals < end && *equals != '=') { // names are short
+        ++equals;
+    }
     // Deliberate: B-80. What stands in front of the double quote is passed over.
-    const std::size_t equals = rest_.find('=');
-    const std::size_t open = equals == kNone ? kNone : rest_.find('"', equals + 1);
-    const std::size_t close = open == kNone ? kNone : rest_.find('"', open + 1);
-    if (close == kNone) {
+    const char* open = equals < end ? equals + 1 : end;
+    if (open < end && *open != '"') {
+        open = xml::Find('"', open, end);
+    }
+    const char* const close =
+        open == nullptr || open == end ? nullptr : xml::Find('"', open + 1, end);
+    if (close == nullptr) {
         return false;
     }
-    name_ = XmlTrimmed(rest_.substr(0, equals));
-    value_ = rest_.substr(open + 1, close - open - 1);
-    rest_.remove_prefix(close + 1);
+    name_ = XmlTrimmed(xml::View(rest_.data(), equals));
+    value_ = xml::View(open + 1, close);
+    rest_ = xml::View(close + 1, end);
     return true;
 }
 

@@ -11,13 +11,19 @@
 
 namespace Vorlan {
 
+/// By character: it ends a tag name.
+inline constexpr std::array<bool, 256> kEndsXmlName = [] {
+    std::array<bool, 256> ends{};
+    for (const char c : {'\n', '\r', '\t', ' ', '/', '>'}) {
+        ends[static_cast<unsigned char>(c)] = true;
+    }
+    return ends;
+}();
+
 /// The first of the characters that end a tag name in [begin, end), else end.
 inline const char* EndOfXmlName(const char* begin, const char* end)
 {
-    const auto endsName = [](char c) {
-        return c == '\n' || c == '\r' || c == '\t' || c == ' ' || c == '/' || c == '>';
-    };
-    while (begin < end && !endsName(*begin)) {
+    while (begin < end && !kEndsXmlName[static_cast<unsigned char>(*begin)]) {
         ++begin;
     }
     return begin;

@@ -43,11 +43,11 @@ public:
         }
     }
 
-    void Begin(XmlNames::Name* name, const char* attributes, const char* attributesEnd)
+    void Begin(std::string_view name, const char* attributes, const char* attributesEnd)
     {
         CXmlNode*& place = loose_.emplace_back(nullptr);
         CXmlElement* const element =
-            XmlBuilder::NewElement(Parent(), name, source_, attributes, attributesEnd);
+            XmlBuilder::NewElement(Parent(), names_.Of(name), source_, attributes, attributesEnd);
         place = element;
         open_.push_back({element, loose_.size()});
     }
@@ -86,6 +86,7 @@ private:
 
     CXmlElement& top_;
     Source& source_;
+    XmlNames names_;
     std::vector<Open> open_;
     Nodes loose_; ///< children of open elements, in order
 };

@@ -17,9 +17,9 @@ class Teller {
 public:
     explicit Teller(XmlListener& listener) : listener_(listener) {}
 
-    void Begin(XmlNames::Name* name, const char* attributes, const char* attributesEnd)
+    void Begin(std::string_view name, const char* attributes, const char* attributesEnd)
     {
-        listener_.Begin(name->Get().text, xml::View(attributes, attributesEnd));
+        listener_.Begin(name, xml::View(attributes, attributesEnd));
     }
     void End() { listener_.End(); }
     void Unknown(std::string_view) {}

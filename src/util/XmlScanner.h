@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 #include <vector>
 
@@ -18,7 +19,7 @@ namespace Vorlan {
 
 /// Tells a handler what a document holds, in the order of the text:
 ///
-///     void Begin(XmlNames::Name* name, const char* attributes, const char* attributesEnd);
+///     void Begin(std::string_view name, const char* attributes, const char* attributesEnd);
 ///     void End();                           // of the element begun last
 ///     void Unknown(std::string_view markup); // what begins with "<!" or "<?"
 ///
@@ -97,12 +98,11 @@ private:
         if (tag.name.empty()) {
             return nullptr;
         }
-        XmlNames::Name* const name = names_.Of(tag.name);
-        handler_.Begin(name, tag.attributes, tag.attributesEnd);
+        handler_.Begin(tag.name, tag.attributes, tag.attributesEnd);
         if (tag.isClosed) {
             handler_.End();
         } else {
-            open_.push_back(name->Get().text);
+            open_.push_back(names_.Of(tag.name)->Get().text); // the text may come in parts
             openLength_ += tag.name.size();
         }
         return gt + 1;
@@ -165,7 +165,8 @@ private:
     bool EndsInnermost(std::string_view text)
     {
         const auto begins = [text](std::string_view name) {
-            return text.compare(0, name.size(), name) == 0;
+            return name.size() <= text.size() && name.front() == text.front()
+                   && std::memcmp(name.data(), text.data(), name.size()) == 0;
         };
         if (open_.empty() || openLength_ > mayCompare_ || !begins(open_.back())) {
             return false;
@@ -180,7 +181,7 @@ private:
     bool isCut_ = false;                 ///< the markup at hand goes on in the next part
     const char* mark_ = nullptr;         ///< the "<" that NextMark gave last
     std::size_t mayCompare_ = 0;         ///< characters
-    XmlNames names_;                     ///< of all elements
+    XmlNames names_;                     ///< of elements that were open
     std::vector<std::string_view> open_; ///< names of the open elements
     std::size_t openLength_ = 0;         ///< of these names
 };

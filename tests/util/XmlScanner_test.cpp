@@ -16,9 +16,9 @@ using test::XmlEvents;
 
 class Recorder {
 public:
-    void Begin(XmlNames::Name* name, const char* attributes, const char* attributesEnd)
+    void Begin(std::string_view name, const char* attributes, const char* attributesEnd)
     {
-        events.push_back(test::BeginEvent(name->Get().text, xml::View(attributes, attributesEnd)));
+        events.push_back(test::BeginEvent(name, xml::View(attributes, attributesEnd)));
     }
     void End() { events.emplace_back("end"); }
     void Unknown(std::string_view markup) { events.push_back("markup " + std::string(markup)); }
