@@ -216,9 +216,10 @@ void PlainSources(const PlainSection& section, const std::string& name, Type typ
         std::string folder = section.Need(key);
         std::string file;
         while (!folder.empty() && folder.back() != '/' && folder.back() != '\\') {
-            file.insert(file.begin(), folder.back());
+            file.push_back(folder.back());
             folder.pop_back();
         }
+        std::reverse(file.begin(), file.end());
         section.Demand(!folder.empty(), key);
         sources.emplace_back(folder, file, type);
     }
