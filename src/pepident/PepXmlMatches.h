@@ -68,9 +68,9 @@ private:
     bool seen_[Modifications + 2] = {}; ///< an element of this level, in its parent
 
     std::string dataset_;
-    bool hasHit_ = false;                        ///< the query at hand; a whole one
+    bool hasHit_ = false;                        ///< that of the query at hand is whole
     std::size_t scores_ = 0;                     ///< of the hit at hand
-    std::vector<PeptideIdentification> matches_; ///< the last one is that of the query at hand
+    std::vector<PeptideIdentification> matches_; ///< the last one may be that of a query still open
     std::exception_ptr failure_;                 ///< ends the reading of matches
 };
 

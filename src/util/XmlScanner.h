@@ -102,7 +102,7 @@ private:
         if (tag.isClosed) {
             handler_.End();
         } else {
-            open_.push_back(names_.Of(tag.name)->Get().text); // the text may come in parts
+            open_.push_back(names_.Of(tag.name)->Get().text); // which outlives this part
             openLength_ += tag.name.size();
         }
         return gt + 1;
