@@ -3,6 +3,7 @@
 #
 #   JOBS=n            parallel jobs (default: all processors)
 #   FUZZ_SECONDS=n    time for each fuzz target (default: 60)
+#   CONFIGURE="-D..." more options for the build of the tests
 #   PELGRIN_TEST_DATA folder of the real files that some tests read
 
 JOBS ?= $(shell nproc)
@@ -16,7 +17,7 @@ help:
 	@echo "PelgrinDLL"
 	@echo "  make demo         annotate the example data with pelgrin and show what was found"
 	@echo "  make demo-search  let Comet search invented spectra, and pelgrin read what it finds"
-	@echo "  make test         build everything with warnings as errors and run every test"
+	@echo "  make test         build every test of what demo builds, and run them"
 	@echo "  make docs         build the documentation site, build/docs/index.html"
 	@echo "  make valgrind     run the tests of the library under valgrind; takes long"
 	@echo "  make coverage     tell which lines of the library its tests reach; takes half an hour"
@@ -42,8 +43,8 @@ demo-search:
 
 test:
 	@scripts/install-packages library tests search
-	@scripts/build dev
-	@scripts/run-tests dev
+	@CONFIGURE="-DPELGRIN_TESTS=ON $(CONFIGURE)" scripts/build release
+	@scripts/run-tests release
 
 docs:
 	@scripts/install-packages docs

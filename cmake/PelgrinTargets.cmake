@@ -1,21 +1,19 @@
 # What all targets of this project have in common.
 
-# PelgrinOptions: language level, and warnings that are errors for developers
-# only. Linked privately; nothing of it reaches users of the package. To g++ what one
-# source of a unit names is shadowed by enumerators in the headers of the next.
+# PelgrinOptions: language level, and warnings. Linked privately; nothing of it reaches
+# users of the package. To g++ what one source of a unit names is shadowed by enumerators
+# in the headers of the next.
 add_library(PelgrinOptions INTERFACE)
 target_compile_features(PelgrinOptions INTERFACE cxx_std_17)
 target_compile_options(PelgrinOptions INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wnon-virtual-dtor
-  $<$<OR:$<CXX_COMPILER_ID:Clang>,$<NOT:$<BOOL:${PELGRIN_UNITY}>>>:-Wshadow>
-  $<$<BOOL:${PELGRIN_DEVELOPER}>:-Werror>)
+  $<$<OR:$<CXX_COMPILER_ID:Clang>,$<NOT:$<BOOL:${PELGRIN_UNITY}>>>:-Wshadow>)
 
 # pelgrin_units(TARGET): where PELGRIN_UNITY is ON, sources of the target are compiled
-# together, as units.py tells; where it is USERS, those of the program and the tests, not
-# of the library. That takes a third of the time, hides a missing include, and compiles
-# more when one source has changed, so the developers' build leaves it OFF.
+# together, as units.py tells. That takes a third of the time, hides a missing include,
+# and compiles more when one source has changed, so the developers' build leaves it OFF.
 function(pelgrin_units target)
-  if(NOT PELGRIN_UNITY OR (PELGRIN_UNITY STREQUAL "USERS" AND target STREQUAL "PelgrinObjects"))
+  if(NOT PELGRIN_UNITY)
     return()
   endif()
   find_package(Python3 COMPONENTS Interpreter QUIET)
