@@ -70,7 +70,8 @@ std::string SecondOf(const IdentificationExample& example, const std::string& te
     std::string second = example.secondText;
     const std::size_t ids = second.rfind("0;1");
     if (ids != std::string::npos) {
-        for (auto row = 2; row + 1 < std::count(text.begin(), text.end(), '\n'); ++row) {
+        const auto lines = std::count(text.begin(), text.end(), '\n');
+        for (auto row = 2; row + 1 < lines; ++row) {
             second.insert(second.size() - 1, ";" + std::to_string(row));
         }
     }
