@@ -112,7 +112,7 @@ TEST(DtaReading, B70_NoChargeDividesByZero)
     for (const NoChargeCase& c : kNoCharges) {
         const Spectrum spectrum = ReadDta(c.line + "\n1 2\n");
         EXPECT_EQ(spectrum.nCharge, 0u) << c.reason;
-        EXPECT_EQ(NumberText(spectrum.dPrecursorMz, "%g"), c.precursor) << c.reason;
+        EXPECT_EQ(ShortNumber(spectrum.dPrecursorMz), c.precursor) << c.reason;
         EXPECT_EQ(spectrum.vPeaks.size(), 1u) << c.reason << ": the peaks follow all the same";
     }
 }

@@ -8,6 +8,7 @@
 
 #include "spectra/MgfProbe.h"
 #include "spectra/RandomMgf.h"
+#include "support/Sanitized.h"
 
 namespace Vorlan::test {
 namespace {
@@ -40,7 +41,7 @@ TEST(MgfTwin, AgreesOnRandomTexts)
     std::mt19937 random(4711);
     const TempFolder folder;
     std::size_t names = 0;
-    for (int round = 0; round < 10000; ++round) {
+    for (int round = 0; round < 10000 / kRandomShare; ++round) {
         const std::string text = RandomMgf(random);
         std::filesystem::remove(folder.PathOf("random.mgf")); // new files are quicker
         const std::string path = folder.Write("random.mgf", text);
@@ -50,7 +51,7 @@ TEST(MgfTwin, AgreesOnRandomTexts)
         ExpectAgreement(reader, path, random);
         ASSERT_FALSE(HasFatalFailure()) << "round " << round << ", text:\n" << text;
     }
-    EXPECT_GT(names, 40000u) << "the random texts hold hardly any records";
+    EXPECT_GT(names, 40000u / kRandomShare) << "the random texts hold hardly any records";
 }
 
 TEST(MgfTwin, AgreesOnARandomFileOfManyBlocks)

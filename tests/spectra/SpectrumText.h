@@ -2,6 +2,8 @@
 #ifndef VORLAN_TESTS_SPECTRUMTEXT_H
 #define VORLAN_TESTS_SPECTRUMTEXT_H
 
+#include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -11,31 +13,39 @@
 
 namespace Vorlan::test {
 
-/// "0x1.8p+1": every bit of a number, all NaNs alike.
-inline std::string NumberText(double value, const char* format)
+/// "500.25", "nan" of either sign.
+inline std::string ShortNumber(double value)
 {
-    if (value != value) {
+    if (std::isnan(value)) {
         return "nan";
     }
     const CLocale plain;
-    char text[512];
-    std::snprintf(text, sizeof text, format, value);
+    char text[32];
+    std::snprintf(text, sizeof text, "%.10g", value);
     return text;
 }
 
-/// "title|500.25|2+|scan 7|rt 1.5|100:1 200:2", numbers in the given format. A
+/// "1.f44p+8": every bit of a number, but all NaNs alike.
+inline std::string ExactNumber(double value)
+{
+    if (std::isnan(value)) {
+        return "nan";
+    }
+    char text[32];
+    return {text, std::to_chars(text, text + sizeof text, value, std::chars_format::hex).ptr};
+}
+
+/// "title|500.25|2+|scan 7|rt 1.5|100:1 200:2", numbers as they are asked for. A
 /// source that is set follows, without the folders before its last "/":
 /// "|from run\\".
-inline std::string Dump(const Spectrum& spectrum, const char* format = "%.10g")
+inline std::string Dump(const Spectrum& spectrum, std::string (*number)(double) = ShortNumber)
 {
     std::string text = spectrum.strTitle;
-    text += "|" + NumberText(spectrum.dPrecursorMz, format) + "|" + std::to_string(spectrum.nCharge)
-            + "+|scan " + std::to_string(spectrum.nScan) + "|rt "
-            + NumberText(spectrum.dRetentionTime, format) + "|";
+    text += "|" + number(spectrum.dPrecursorMz) + "|" + std::to_string(spectrum.nCharge) + "+|scan "
+            + std::to_string(spectrum.nScan) + "|rt " + number(spectrum.dRetentionTime) + "|";
     for (std::size_t i = 0; i < spectrum.vPeaks.size(); ++i) {
         const Peak& peak = spectrum.vPeaks[i];
-        text += (i == 0 ? "" : " ") + NumberText(peak.dMz, format) + ":"
-                + NumberText(peak.dIntensity, format);
+        text += (i == 0 ? "" : " ") + number(peak.dMz) + ":" + number(peak.dIntensity);
         text += peak.vMatchRes.empty() ? "" : " with matches";
     }
     if (!spectrum.strSource.empty()) {
@@ -59,7 +69,7 @@ inline std::vector<std::string> Dump(const std::vector<Spectrum>& spectra)
 /// Every field to the last bit.
 inline std::string ExactDump(const Spectrum& spectrum)
 {
-    return Dump(spectrum, "%a");
+    return Dump(spectrum, ExactNumber);
 }
 
 } // namespace Vorlan::test

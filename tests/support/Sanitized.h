@@ -17,6 +17,10 @@ inline constexpr bool kSanitized = false;
 inline constexpr bool kSanitized = false;
 #endif
 
+/// Of random comparisons a share is enough for the sanitizers, which take their time:
+/// a number of them, or of what they must have met, is divided by this.
+inline constexpr int kRandomShare = kSanitized ? 5 : 1;
+
 } // namespace Vorlan::test
 
 #endif // VORLAN_TESTS_SANITIZED_H

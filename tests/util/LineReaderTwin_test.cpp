@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "support/Random.h"
+#include "support/Sanitized.h"
 #include "support/Support.h"
 
 namespace Vorlan {
@@ -125,7 +126,7 @@ void CompareWithTwins(std::uint64_t seed, int rounds, MakeFile makeFile)
 {
     const TempFolder folder;
     Random random(seed);
-    for (int round = 0; round < rounds; ++round) {
+    for (int round = 0; round < rounds / test::kRandomShare; ++round) {
         SCOPED_TRACE(testing::Message() << "round " << round);
         const std::string bytes = makeFile(random);
         const std::string path = folder.Write("lines", bytes);
@@ -165,7 +166,7 @@ void CompareSearches(std::uint64_t seed, int rounds, MakeFile makeFile)
 {
     const TempFolder folder;
     Random random(seed);
-    for (int round = 0; round < rounds; ++round) {
+    for (int round = 0; round < rounds / test::kRandomShare; ++round) {
         const std::string path = folder.Write("lines", makeFile(random));
         LineReader quick;
         LineReader slow;
@@ -280,7 +281,7 @@ void WalkBoth(std::uint64_t seed, int rounds, int steps, MakeFile makeFile)
 {
     const TempFolder folder;
     Random random(seed);
-    for (int round = 0; round < rounds; ++round) {
+    for (int round = 0; round < rounds / test::kRandomShare; ++round) {
         const std::string bytes = makeFile(random);
         LineReader reader;
         SlowReader slow(bytes);

@@ -2,6 +2,7 @@
 #include "util/XmlReading.h"
 
 #include "XmlDocument.h"
+#include "support/Sanitized.h"
 #include "support/Support.h"
 #include "util/RandomXml.h"
 #include "util/XmlScannerEvents.h"
@@ -83,7 +84,7 @@ Counts Compare(std::uint64_t seed, int count, MakeText makeText)
     const TempFolder folder;
     Random random(seed);
     Counts counts;
-    for (int i = 0; i < count && !testing::Test::HasFailure(); ++i) {
+    for (int i = 0; i < count / test::kRandomShare && !testing::Test::HasFailure(); ++i) {
         const std::string text = makeText(random);
         const std::string path = folder.Write("file.xml", text);
         const Reading reading = Read(path);
@@ -107,8 +108,8 @@ TEST(XmlReading, TellsDocumentsInOrderAsTheTwin)
 {
     const Counts counts =
         Compare(1, 3000, [](Random& random) { return test::RandomXmlContent(random, 0); });
-    EXPECT_GE(counts.quick, 2000);
-    EXPECT_GE(counts.careful, 5);
+    EXPECT_GE(counts.quick, 2000 / test::kRandomShare);
+    EXPECT_GE(counts.careful, 5 / test::kRandomShare);
 }
 
 TEST(XmlReading, TellsSpoiledDocumentsAsTheTwinOrFailsAlike)
@@ -116,23 +117,23 @@ TEST(XmlReading, TellsSpoiledDocumentsAsTheTwinOrFailsAlike)
     const Counts counts = Compare(2, 6000, [](Random& random) {
         return test::SpoiledXml(random, test::RandomXmlContent(random, 0));
     });
-    EXPECT_GE(counts.quick, 200);
-    EXPECT_GE(counts.careful, 200);
-    EXPECT_GE(counts.failed, 1000);
+    EXPECT_GE(counts.quick, 200 / test::kRandomShare);
+    EXPECT_GE(counts.careful, 100 / test::kRandomShare);
+    EXPECT_GE(counts.failed, 1000 / test::kRandomShare);
 }
 
 TEST(XmlReading, TellsLooseTagsAsTheTwinOrFailsAlike)
 {
     const Counts counts = Compare(3, 6000, test::RandomXmlTags);
-    EXPECT_GE(counts.careful, 100);
-    EXPECT_GE(counts.failed, 1000);
+    EXPECT_GE(counts.careful, 100 / test::kRandomShare);
+    EXPECT_GE(counts.failed, 1000 / test::kRandomShare);
 }
 
 TEST(XmlReading, TellsLooseTokensAsTheTwinOrFailsAlike)
 {
     const Counts counts = Compare(4, 6000, test::RandomXmlTokens);
-    EXPECT_GE(counts.quick, 100);
-    EXPECT_GE(counts.failed, 1000);
+    EXPECT_GE(counts.quick, 100 / test::kRandomShare);
+    EXPECT_GE(counts.failed, 1000 / test::kRandomShare);
 }
 
 TEST(XmlReading, TellsDeepDocumentsAsTheTwin)
@@ -141,8 +142,8 @@ TEST(XmlReading, TellsDeepDocumentsAsTheTwin)
         const std::string text = test::RandomDeepXml(random);
         return random.OneIn(2) ? text : text.substr(6); // behind "<?</?>"
     });
-    EXPECT_EQ(counts.quick + counts.careful, 300);
-    EXPECT_GE(counts.careful, 100);
+    EXPECT_EQ(counts.quick + counts.careful, 300 / test::kRandomShare);
+    EXPECT_GE(counts.careful, 100 / test::kRandomShare);
 }
 
 // ---- The two ways ---------------------------------------------------------

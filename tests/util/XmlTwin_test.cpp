@@ -50,9 +50,6 @@ std::string KindOf(const std::string& message)
                                                        : 0);
 }
 
-// The sanitizers make every exception slow; a share of the texts is enough for them.
-constexpr int kShare = test::kSanitized ? 5 : 1;
-
 using Counts = std::map<std::string, int>;
 
 /// Compares count texts and gives how often they ended in which way.
@@ -61,7 +58,7 @@ Counts Compare(std::uint64_t seed, int count, MakeText makeText)
 {
     Random random(seed);
     Counts counts;
-    for (int i = 0; i < count / kShare && !testing::Test::HasFailure(); ++i) {
+    for (int i = 0; i < count / test::kRandomShare && !testing::Test::HasFailure(); ++i) {
         const std::string text = makeText(random);
         Pair pair;
         ++counts[KindOf(pair.Parse(text, random.OneOf("\n>x<\"")))];
@@ -75,7 +72,7 @@ void ExpectAllEnds(Counts counts, int least)
     EXPECT_EQ(counts.size(), 5U);
     for (const char* const end : {"", "Can not find '>'", "Can not find </element>",
                                   "Can not find \"]]>\"", "DOCTYPE can not find \"]>\""}) {
-        EXPECT_GE(counts[end], least / kShare) << end;
+        EXPECT_GE(counts[end], least / test::kRandomShare) << end;
     }
 }
 
@@ -83,7 +80,7 @@ TEST(XmlTwin, AgreesOnDocumentsInOrder)
 {
     Counts counts =
         Compare(1, 40000, [](Random& random) { return test::RandomXmlContent(random, 0); });
-    EXPECT_GE(counts[""], 20000 / kShare);
+    EXPECT_GE(counts[""], 20000 / test::kRandomShare);
 }
 
 TEST(XmlTwin, AgreesOnSpoiledDocuments)
@@ -102,9 +99,9 @@ TEST(XmlTwin, AgreesOnLooseTokens)
 TEST(XmlTwin, AgreesOnLooseTags)
 {
     Counts counts = Compare(11, 150000, test::RandomXmlTags);
-    EXPECT_GE(counts[""], 5000 / kShare);
-    EXPECT_GE(counts["Can not find '>'"], 5000 / kShare);
-    EXPECT_GE(counts["Can not find </element>"], 5000 / kShare);
+    EXPECT_GE(counts[""], 5000 / test::kRandomShare);
+    EXPECT_GE(counts["Can not find '>'"], 5000 / test::kRandomShare);
+    EXPECT_GE(counts["Can not find </element>"], 5000 / test::kRandomShare);
 }
 
 TEST(XmlTwin, AgreesOnTheBytesOfMarkup)
@@ -112,16 +109,16 @@ TEST(XmlTwin, AgreesOnTheBytesOfMarkup)
     Counts counts = Compare(4, 80000, [](Random& random) {
         return random.Text("<<<>>>//--!?ab=\" \n", random.Below(24));
     });
-    EXPECT_GE(counts[""], 200 / kShare);
-    EXPECT_GE(counts["Can not find '>'"], 200 / kShare);
-    EXPECT_GE(counts["Can not find </element>"], 200 / kShare);
+    EXPECT_GE(counts[""], 200 / test::kRandomShare);
+    EXPECT_GE(counts["Can not find '>'"], 200 / test::kRandomShare);
+    EXPECT_GE(counts["Can not find </element>"], 200 / test::kRandomShare);
 }
 
 // So deep that the closing tags are found through their index.
 TEST(XmlTwin, AgreesOnDeepDocuments)
 {
     Counts counts = Compare(5, 1500, test::RandomDeepXml);
-    EXPECT_EQ(counts[""], 1500 / kShare);
+    EXPECT_EQ(counts[""], 1500 / test::kRandomShare);
 }
 
 TEST(XmlTwin, AgreesOnSpoiledDeepDocuments)
@@ -129,9 +126,9 @@ TEST(XmlTwin, AgreesOnSpoiledDeepDocuments)
     Counts counts = Compare(6, 3000, [](Random& random) {
         return test::SpoiledXml(random, test::RandomDeepXml(random));
     });
-    EXPECT_GE(counts[""], 300 / kShare);
-    EXPECT_GE(counts["Can not find </element>"], 300 / kShare);
-    EXPECT_GE(counts["Can not find '>'"], 30 / kShare);
+    EXPECT_GE(counts[""], 300 / test::kRandomShare);
+    EXPECT_GE(counts["Can not find </element>"], 300 / test::kRandomShare);
+    EXPECT_GE(counts["Can not find '>'"], 30 / test::kRandomShare);
 }
 
 TEST(XmlTwin, AgreesWhenOneTextIsParsedBehindTheOther)
