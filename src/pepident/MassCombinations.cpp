@@ -57,7 +57,7 @@ bool MassCombinations::FindOf(std::size_t count)
 /// path_ holds depth places whose masses make sum.
 void MassCombinations::Walk(double sum, std::size_t depth, std::size_t count)
 {
-    if (depth + 1 == count) {
+    if (depth + 1 >= std::min(count, kMost)) { // count is never more; g++ cannot see it
         TakeLast(sum, depth);
         return;
     }
