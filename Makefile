@@ -17,7 +17,7 @@ help:
 	@echo "PelgrinDLL"
 	@echo "  make demo         annotate the example data with pelgrin and show what was found"
 	@echo "  make demo-search  let Comet search invented spectra, and pelgrin read what it finds"
-	@echo "  make test         build every test of what demo builds, and run them"
+	@echo "  make test         build every test beside what demo builds, and run all"
 	@echo "  make docs         build the documentation site, build/docs/index.html"
 	@echo "  make valgrind     run the tests of the library under valgrind; takes long"
 	@echo "  make coverage     tell which lines of the library its tests reach; takes half an hour"
