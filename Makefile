@@ -41,9 +41,12 @@ demo-search:
 	@scripts/build release pelgrin make_search_data check_search
 	@examples/search.sh build/release build/demo-search
 
+# Said each time: the build remembers what "make check" left out.
+EVERY_TEST = -DPELGRIN_REPLAY=ON -DPELGRIN_TEST_SHARDS=OFF
+
 test:
 	@scripts/install-packages library tests search
-	@CONFIGURE="-DPELGRIN_TESTS=ON $(CONFIGURE)" scripts/build release
+	@CONFIGURE="-DPELGRIN_TESTS=ON $(EVERY_TEST) $(CONFIGURE)" scripts/build release
 	@scripts/run-tests release
 
 docs:
