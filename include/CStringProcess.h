@@ -35,7 +35,8 @@ public:
     /// Removes the no-use characters at both ends of s, in place.
     /// A non-empty text of nothing but no-use characters keeps its last one
     /// (B-01): three blanks become one blank. The length counts as a signed
-    /// 32-bit number; a text for which that is not above zero stays as it is.
+    /// 32-bit number: a text for which that is not above zero (2 to 4 GiB)
+    /// stays as it is, and of a longer one only so many characters are kept.
     static void Trim(std::string& s);
 
     // ---- 2. Fields ------------------------------------------------------
@@ -57,9 +58,9 @@ public:
 
     // ---- 3. Replacement -------------------------------------------------
 
-    /// Replaces every occurrence of from in s, left to right, in time linear
-    /// in the length of text and result. Inserted text is never searched
-    /// again. An empty from leaves s unchanged.
+    /// Replaces every occurrence of from in s, left to right; the search is
+    /// that of std::string::find, and nothing is moved twice. Inserted text is
+    /// never searched again. An empty from leaves s unchanged.
     static void replace_all(std::string& s, const std::string& from, const std::string& to);
 };
 

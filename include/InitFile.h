@@ -46,9 +46,9 @@ public:
     OpenMS::String strFilename;     ///< last loaded or set
     OpenMS::String strSymbol = "#"; ///< the comment symbols, each character one
     std::vector<Section> vSections; ///< in the order first met
-    /// Name of a section -> its index in vSections. Whoever changes one of the
-    /// two changes the other; a section that is not where this says is not
-    /// found.
+    /// Name of a section -> its index in vSections, which alone decides which
+    /// section Get, Set and pGetSection take: whoever changes one of the two
+    /// changes the other. An index behind the end means no section.
     std::map<OpenMS::String, std::size_t> mapSectionIndex;
 
     InitFile() = default;

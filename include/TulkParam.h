@@ -48,12 +48,14 @@ public:
     TolType::ETolType eFragmentTolType = TolType::Unknown;  ///< Da or Ppm once read
     std::string strModificationDatabase;                    ///< empty: the default table
     std::vector<IdentModification> vFixedMods;              ///< in the order of the file
-    std::vector<IdentModification> vVarMods;                ///< in the order of the file
+    /// In the order of the file; one that MSFragger's reader needs beside them comes
+    /// last (B-50).
+    std::vector<IdentModification> vVarMods;
     DatasetType::EDatasetType eDatasetFormat = DatasetType::Unknown; ///< that of every dataset
-    std::int32_t nDatasetNumber = 0;      ///< what the file says; length of vDatasets
+    std::int32_t nDatasetNumber = 0;      ///< as the file says; once read, that of vDatasets
     std::vector<DatasetSource> vDatasets; ///< in the order of the file
     PepIdentType::EPepIdentType ePepIdentFormat = PepIdentType::Unknown; ///< that of every result
-    std::int32_t nPepIdentNumber = 0;             ///< what the file says; length of the next
+    std::int32_t nPepIdentNumber = 0;             ///< as the file says; once read, that of the next
     std::vector<PepIdentSource> vPepIdentSources; ///< in the order of the file
 
     /// vFixedMods followed by vVarMods.

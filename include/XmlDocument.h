@@ -121,6 +121,7 @@ public:
     const std::string& strValue() const;
 
     /// Appends the characters [begin, end), or up to the NUL, to the value.
+    /// Nothing happens where begin is not below end.
     void Parse(const char* begin, const char* end);
     void Parse(const char* text);
 
@@ -154,7 +155,7 @@ public:
     CXmlText();
     /// parent as for CXmlNode.
     explicit CXmlText(CXmlNode* parent);
-    /// As CXmlNode, which they copy or give a new value.
+    /// As CXmlNode, whose kind, parent and value they copy, or give a new value.
     using CXmlNode::operator=;
 };
 
@@ -164,7 +165,7 @@ public:
     CXmlUnknown();
     /// parent as for CXmlNode.
     explicit CXmlUnknown(CXmlNode* parent);
-    /// As CXmlNode, which they copy or give a new value.
+    /// As CXmlNode, whose kind, parent and value they copy, or give a new value.
     using CXmlNode::operator=;
 };
 
@@ -231,15 +232,16 @@ public:
     CXmlElement(const CXmlElement& other);            ///< shares the children (B-31)
     CXmlElement& operator=(const CXmlElement& other); ///< former children are not deleted
     ~CXmlElement() override;
-    /// As CXmlNode, which they copy or give a new value.
+    /// As CXmlNode, whose kind, parent and value they copy, or give a new value.
     using CXmlNode::operator=;
 
     // ---- Parsing
 
-    /// Parses the text from begin to *end as the content of this element and appends the nodes to
-    /// the children. The text is copied; it need not outlive the call. *end
-    /// must be readable: the message of an unclosed tag quotes it (B-34). After
-    /// a failure the nodes before it are there.
+    /// Parses the characters [begin, end) as the content of this element and
+    /// appends the nodes to the children. The text is copied; it need not outlive
+    /// the call. *end, which is no part of it, must be readable: the message of
+    /// an unclosed tag quotes it (B-34). After a failure the nodes before it are
+    /// there. Nothing happens where begin is not below end.
     /// \throws CXmlException; every message is in docs/errors.md.
     void Parse(const char* begin, const char* end);
     /// Up to the NUL.
@@ -321,7 +323,7 @@ public:
     CXmlDocument(const CXmlDocument& other) = default;            ///< shares the children (B-31)
     CXmlDocument& operator=(const CXmlDocument& other) = default; ///< as CXmlElement's
     ~CXmlDocument() override;
-    /// As CXmlNode, which they copy or give a new value.
+    /// As CXmlNode, whose kind, parent and value they copy, or give a new value.
     using CXmlNode::operator=;
 
     /// Reads the file in text mode (one carriage return before a line feed and

@@ -17,7 +17,7 @@ struct ModificationEntry {
 };
 
 /// Nothing for a text that is not name, "(", site and a closing ")" at the end,
-/// blanks around the parts aside, or whose site is empty.
+/// blanks around the whole and the name aside, or whose site is empty.
 std::optional<ModificationEntry> ParseModificationEntry(const std::string& text);
 
 } // namespace Vorlan

@@ -37,8 +37,9 @@ const CTulkParam* CTulkParam::readFromFile(const OpenMS::String& path)
 
 void CTulkParam::readFromFile_(const OpenMS::String& path)
 {
+    const OpenMS::String file = path; // which may lie in a group that goes
     clear_();
-    cInitFile_.Load(path);
+    cInitFile_.Load(file);
     pSearchParam_ = std::make_unique<CSearchParam>();
     const CModificationsDB& database = ReadSearch(cInitFile_, *pSearchParam_);
     pFdrControlParam_ = std::make_unique<CFdrControlParam>();

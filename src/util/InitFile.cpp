@@ -43,13 +43,13 @@ Section::Section(const OpenMS::String& name) : strName(name) {}
 
 void InitFile::Load(const OpenMS::String& path)
 {
-    strFilename = path;
+    strFilename = path; // which may lie in a section that goes now
     Clear();
     vSections.reserve(8);
     LineReader reader;
-    if (!reader.Open(path, LineReader::Mode::Text)) {
-        console::Print(console::Stream::Out, "Error when reading \"" + path + "\".\n");
-        errors::ParameterFileNotFound(path);
+    if (!reader.Open(strFilename, LineReader::Mode::Text)) {
+        console::Print(console::Stream::Out, "Error when reading \"" + strFilename + "\".\n");
+        errors::ParameterFileNotFound(strFilename);
     }
     std::string_view line;
     for (std::size_t number = 1; reader.Next(line); ++number) {

@@ -63,7 +63,8 @@ void CXmlAttributes::Parse(const char* begin, const char* end)
     if (begin >= end) {
         return;
     }
-    XmlAttributeText attributes({begin, static_cast<std::size_t>(end - begin)});
+    const std::string text(begin, end); // which may lie in a value that goes
+    XmlAttributeText attributes(text);
     while (attributes.Next()) {
         OwnEntries_().values.insert_or_assign(std::string(attributes.Name()),
                                               std::string(attributes.Value()));

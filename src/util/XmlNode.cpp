@@ -69,7 +69,9 @@ const std::string& CXmlNode::strValue() const
 
 void CXmlNode::Parse(const char* begin, const char* end)
 {
-    OwnValue_().append(begin, end);
+    if (begin < end) {
+        OwnValue_().append(begin, end);
+    }
 }
 
 void CXmlNode::Parse(const char* text)

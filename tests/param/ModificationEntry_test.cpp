@@ -52,6 +52,13 @@ const Accepted kAccepted[] = {
     {"residue at any C-terminus", "A (Any C-term K)", "A", "K", kAnyC},
     {"a small residue becomes a capital", "A (any n-term q)", "A", "Q", kAnyN},
 
+    {"the first letter", "A (Any N-term A)", "A", "A", kAnyN},
+    {"the last letter", "A (Any N-term Z)", "A", "Z", kAnyN},
+    {"what stands before the letters", "A (Any N-term @)", "A", "Any N-term @", kAnywhere},
+    {"what stands behind them", "A (Any N-term [)", "A", "Any N-term [", kAnywhere},
+    {"what stands before the small ones", "A (Any N-term `)", "A", "Any N-term `", kAnywhere},
+    {"what stands behind the small ones", "A (Any N-term {)", "A", "Any N-term {", kAnywhere},
+
     {"a bare terminus is no phrase", "A (N-term)", "A", "N-term", kAnywhere},
     {"no blank before the residue", "A (Any N-termQ)", "A", "Any N-termQ", kAnywhere},
     {"two blanks before the residue", "A (Any N-term  Q)", "A", "Any N-term  Q", kAnywhere},

@@ -28,6 +28,13 @@ public:
         return *this;
     }
 
+    /// The whole section, header and all.
+    ParameterText& Remove(const std::string& section)
+    {
+        sections_.erase(section);
+        return *this;
+    }
+
     /// A list of entries "<name>_1", "<name>_2" and so on with their number.
     ParameterText& SetList(const std::string& section, const std::string& name,
                            const std::vector<std::string>& values, const std::string& stem)

@@ -1,6 +1,7 @@
 // What is refused: every key missing, empty and wrong, one at a time, and which
 // error comes first.
 #include "ParameterText.h"
+#include "support/Printed.h"
 
 namespace Vorlan {
 namespace {
@@ -113,6 +114,21 @@ TEST_F(TulkParamErrors, KeysAndSectionsAreCaseSensitive)
               MissingParameter("Output", "output"));
 }
 
+TEST_F(TulkParamErrors, ASectionThatIsNotThereLacksItsFirstKey)
+{
+    constexpr Key kFirst[] = {
+        {"Search", "search_result_format"},
+        {"Fdr", "is_fdr_control"},
+        {"Localization", "is_localized"},
+        {"Annotation", "is_annotated"},
+        {"Output", "output"},
+    };
+    for (const Key& key : kFirst) {
+        EXPECT_EQ(Read(FullParameters().Remove(key.section)),
+                  MissingParameter(key.section, key.name));
+    }
+}
+
 TEST_F(TulkParamErrors, AnEmptyFileLacksTheFirstKey)
 {
     EXPECT_EQ(Read(ParameterText()), MissingParameter("Search", "search_result_format"));
@@ -188,6 +204,30 @@ TEST_F(TulkParamErrors, AnnotationNeedsLocalization)
 {
     EXPECT_EQ(Read(FullParameters().Set("Localization", "is_localized", "0")),
               Refused("Must DO localization before doing annotation."));
+}
+
+TEST_F(TulkParamErrors, NothingIsPrintedOfAFileThatIsReadOrRefused)
+{
+    const struct {
+        ParameterText text;
+        Thrown thrown;
+    } cases[] = {
+        {FullParameters(), {}},
+        {FullParameters().Remove("Output", "output"), MissingParameter("Output", "output")},
+        {FullParameters().Set("Search", "var_mod_2", "no mod"),
+         InvalidParameter("Search", "var_mod_2")},
+        {FullParameters().Set("Fdr", "fdr_method", "4"),
+         Refused("There is no such FDR estimation method.")},
+        {FullParameters().Set("Localization", "is_localized", "0"),
+         Refused("Must DO localization before doing annotation.")},
+    };
+    for (const auto& c : cases) {
+        Thrown thrown;
+        const test::Printed printed = test::PrintedBy([&] { thrown = Read(c.text); });
+        EXPECT_EQ(thrown, c.thrown);
+        EXPECT_EQ(printed.out, "") << c.thrown;
+        EXPECT_EQ(printed.err, "") << c.thrown;
+    }
 }
 
 // ---- Large numbers -------------------------------------------------------

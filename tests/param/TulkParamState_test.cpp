@@ -15,11 +15,25 @@ using test::Thrown;
 
 static_assert(
     std::is_copy_constructible_v<CSearchParam> && std::is_copy_assignable_v<CSearchParam>);
-static_assert(std::is_copy_constructible_v<CFdrControlParam>);
-static_assert(std::is_copy_constructible_v<CLocalizeParam>);
-static_assert(std::is_copy_constructible_v<CAnnotateParam>);
-static_assert(!std::is_copy_constructible_v<CTulkParam>);
+static_assert(
+    std::is_copy_constructible_v<CFdrControlParam> && std::is_copy_assignable_v<CFdrControlParam>);
+static_assert(
+    std::is_copy_constructible_v<CLocalizeParam> && std::is_copy_assignable_v<CLocalizeParam>);
+static_assert(
+    std::is_copy_constructible_v<CAnnotateParam> && std::is_copy_assignable_v<CAnnotateParam>);
+static_assert(!std::is_copy_constructible_v<CTulkParam> && !std::is_copy_assignable_v<CTulkParam>);
 static_assert(!std::is_default_constructible_v<CTulkParam>, "one instance");
+
+/// What a getter of the instance gives.
+template <auto kGetter>
+using GivenBy = std::invoke_result_t<decltype(kGetter), const CTulkParam&>;
+
+static_assert(std::is_same_v<GivenBy<&CTulkParam::getSearchParam>, const CSearchParam*>);
+static_assert(std::is_same_v<GivenBy<&CTulkParam::getFdrControlParam>, const CFdrControlParam*>);
+static_assert(std::is_same_v<GivenBy<&CTulkParam::getLocalizeParam>, const CLocalizeParam*>);
+static_assert(std::is_same_v<GivenBy<&CTulkParam::getAnnotateParam>, const CAnnotateParam*>);
+static_assert(std::is_same_v<GivenBy<&CTulkParam::getOutputPath>, OpenMS::String>, "a copy");
+static_assert(std::is_same_v<decltype(CTulkParam::getInstance()), const CTulkParam*>);
 
 class TulkParamState : public test::ParameterTest {
 protected:
@@ -245,6 +259,30 @@ TEST_F(TulkParamState, ACopyOfAGroupOutlivesTheReading)
     EXPECT_EQ(copy.vDatasets.at(1).strSecond, "b.mgf");
 }
 
+TEST_F(TulkParamState, ThePathMayBeATextOfTheGroupsThatGo)
+{
+    // Long enough for memory of its own, which goes with its group.
+    const std::string next = "the parameters of the run that comes next.ini";
+    const std::string missing = "no folder of the run that comes next/";
+    Write(next, FullParameters()
+                    .Set("Search", "pep_ident_filename_1", missing + "a.pep.xml")
+                    .Set("Output", "output", "next")
+                    .Text());
+    ASSERT_EQ(Read(FullParameters().Set("Search", "pep_ident_filename_1", "./" + next)), Thrown{});
+    CTulkParam::readFromFile(Search().vPepIdentSources.at(0).strSecond);
+    EXPECT_EQ(CTulkParam::getInstance()->getOutputPath(), "next");
+
+    Thrown thrown;
+    EXPECT_EQ(test::OutputOf([&] {
+                  thrown = test::ThrownBy(
+                      [] { CTulkParam::readFromFile(Search().vPepIdentSources.at(0).strFirst); });
+              }),
+              "Error when reading \"" + missing + "\".\n");
+    EXPECT_EQ(thrown, (Thrown{"FileNotFound", "InitFile", "InitFile::Load",
+                              "the file '" + missing + "' could not be found"}));
+    EXPECT_EQ(Groups(), "");
+}
+
 TEST_F(TulkParamState, ReadingGivesTheOneInstance)
 {
     const CTulkParam* const before = CTulkParam::getInstance();
@@ -261,6 +299,18 @@ public:
     using CTulkParam::ParamError;
     using CTulkParam::readFromFile_;
 };
+
+// The workers of the instance are for derived classes only.
+constexpr auto kRead = [](auto& param) -> decltype(param.readFromFile_("")) {};
+constexpr auto kClear = [](auto& param) -> decltype(param.clear_()) {};
+constexpr auto kTell = [](auto& param) -> decltype(param.ParamError("", "")) { return {}; };
+
+static_assert(std::is_invocable_v<decltype(kRead), Parameters&>);
+static_assert(!std::is_invocable_v<decltype(kRead), CTulkParam&>);
+static_assert(std::is_invocable_v<decltype(kClear), Parameters&>);
+static_assert(!std::is_invocable_v<decltype(kClear), CTulkParam&>);
+static_assert(std::is_invocable_v<decltype(kTell), Parameters&>);
+static_assert(!std::is_invocable_v<decltype(kTell), CTulkParam&>);
 
 TEST_F(TulkParamState, ADerivedClassReadsIntoItself)
 {

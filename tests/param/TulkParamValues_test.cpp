@@ -59,6 +59,22 @@ TEST_F(TulkParamValues, AFullFileFillsEveryField)
     EXPECT_EQ(CTulkParam::getInstance()->getOutputPath(), "out/here");
 }
 
+TEST_F(TulkParamValues, OptionalKeysThatAreNotThereLeaveTheUsual)
+{
+    ASSERT_EQ(Read(FullParameters()
+                       .Remove("Search", "open_search")
+                       .Remove("Search", "fragmentation_method")
+                       .Remove("Search", "modification_database")
+                       .Remove("Fdr", "target_decoy_method")),
+              Thrown{});
+    EXPECT_FALSE(Search().bOpenSearch);
+    EXPECT_EQ(Search().dPrecursorMatchingTol, 0.0) << "not read";
+    EXPECT_EQ(Search().eFragMethod, FragMethodType::CidHcd);
+    EXPECT_EQ(Search().strModificationDatabase, "");
+    EXPECT_EQ(Search().vVarMods.at(1).dMass, 2.0) << "from the default table";
+    EXPECT_EQ(Fdr().eTdFdrType, TdFdrType::DecoyByTarget);
+}
+
 // ---- Display names -------------------------------------------------------
 
 std::string InCapitals(OpenMS::String text)
@@ -86,6 +102,7 @@ TEST_F(TulkParamValues, EveryDatasetFormatIsKnownByItsNameInAnyCase)
         for (const std::string& value : {std::string(name), InCapitals(name)}) {
             Accept("Search", "dataset_format", value);
             EXPECT_EQ(Search().eDatasetFormat, type) << value;
+            EXPECT_EQ(Search().vDatasets.at(0).eType, type) << value;
             EXPECT_EQ(Search().vDatasets.at(1).eType, type) << value;
         }
     }
@@ -99,6 +116,7 @@ TEST_F(TulkParamValues, EveryResultFormatIsKnownByItsNameInAnyCase)
         for (const std::string& value : {std::string(name), InCapitals(name)}) {
             Accept("Search", "pep_ident_format", value);
             EXPECT_EQ(Search().ePepIdentFormat, type) << value;
+            EXPECT_EQ(Search().vPepIdentSources.at(0).eType, type) << value;
             EXPECT_EQ(Search().vPepIdentSources.at(1).eType, type) << value;
         }
     }
@@ -343,6 +361,18 @@ TEST_F(TulkParamValues, PathsAreCutBehindTheirLastSeparator)
         Accept("Search", "pep_ident_filename_2", row.path);
         EXPECT_EQ(Search().vPepIdentSources.at(1).strFirst, row.folder);
         EXPECT_EQ(Search().vPepIdentSources.at(1).strSecond, row.name);
+    }
+}
+
+TEST_F(TulkParamValues, AResultHasNoSecondFileAndNoLists)
+{
+    ASSERT_EQ(Read(FullParameters()), Thrown{});
+    ASSERT_EQ(Search().vPepIdentSources.size(), 2U);
+    for (const PepIdentSource& source : Search().vPepIdentSources) {
+        EXPECT_EQ(source.strThird, "") << source.strSecond;
+        EXPECT_EQ(source.strFourth, "") << source.strSecond;
+        EXPECT_TRUE(source.vFirstList.empty()) << source.strSecond;
+        EXPECT_TRUE(source.vSecondList.empty()) << source.strSecond;
     }
 }
 

@@ -378,6 +378,28 @@ TEST(InitFile, FieldsHoldWhatWasReadAndSet)
     EXPECT_TRUE(file.mapSectionIndex.empty());
 }
 
+TEST(InitFile, PathMayBeAValueOfTheSectionsThatGo)
+{
+    // Long enough for memory of its own, which goes with its section.
+    const TempFolder folder;
+    const std::string next =
+        folder.Write("the parameters of the run that comes next.ini", "[T]\nb=2\n");
+    Loaded loaded(folder, "[S]\nnext=" + next + "\nmissing=" + next + ".gone\n", "#");
+    InitFile copy = loaded.file;
+
+    loaded.file.Load(loaded.file.pGetSection("S")->mapValues["next"]);
+    EXPECT_EQ(TextOf(loaded.file), "[T]\nb=2\n");
+    EXPECT_EQ(loaded.file.strFilename, next);
+
+    Thrown thrown;
+    EXPECT_EQ(test::OutputOf([&] {
+                  thrown = test::ThrownBy(
+                      [&] { copy.Load(copy.pGetSection("S")->mapValues["missing"]); });
+              }),
+              "Error when reading \"" + next + ".gone\".\n");
+    EXPECT_NE(thrown.message.find(next + ".gone"), std::string::npos) << thrown.message;
+}
+
 TEST(InitFile, SectionThatTheHostTookAwayIsNotFound)
 {
     Loaded loaded("[S]\na=1\n[T]\nb=2\n");

@@ -94,6 +94,21 @@ TEST(CXmlAttributes, ParseAddsAndReplaces)
     EXPECT_EQ(attributes.strToXml(), " a=\"1\" b=\"3\" c=\"4\"");
 }
 
+TEST(CXmlAttributes, ParsedTextMayLieInAValueThatGoes)
+{
+    // Values long enough for memory of their own.
+    const std::string a(100, 'a');
+    const std::string b(200, 'b');
+    const std::string text = "a=\"" + a + "\" b=\"" + b + "\" c=\"" + a + "\" d=\"4\"";
+    CXmlAttributes attributes;
+    for (const char* const name : {"a", "b"}) {
+        std::string& value = attributes.strGetValue(name);
+        value = text;
+        attributes.Parse(value.data(), value.data() + value.size());
+        EXPECT_EQ(attributes.strToXml(), " " + text) << name;
+    }
+}
+
 TEST(CXmlAttributes, B33_LookingForAnAttributeEntersIt)
 {
     CXmlAttributes attributes;

@@ -1,6 +1,7 @@
 // Nodes without children, and the exception.
 #include <type_traits>
 
+#include "support/Slots.h"
 #include "support/Support.h"
 #include "util/XmlText.h"
 
@@ -125,6 +126,7 @@ TEST(CXmlNode, ParseAppendsToTheValue)
     node.Parse("&lt;");
     node.Parse("");
     node.Parse(text.data(), text.data());
+    node.Parse(text.data() + 3, text.data());
     EXPECT_EQ(node.strValue(), "<a\0b>&lt;"s);
     EXPECT_EQ(node.strToXml(), node.strValue());
 }
@@ -138,6 +140,21 @@ TEST(CXmlNode, OnlyDestructionAndWritingAreVirtual)
     EXPECT_EQ(element.strValue(), "<a/>");
     node = "b";
     EXPECT_EQ(node.strToXml(), "\n<b/>");
+    EXPECT_EQ(test::SlotOf(&CXmlNode::strToXml), 2U) << "behind the destructor";
+    EXPECT_EQ(test::SlotOf(&CXmlElement::strToXml), 2U) << "in its place";
+}
+
+TEST(CXmlNode, RangeThatEndsBeforeItBeginsIsNothing)
+{
+    const std::string text = "<a x=\"1\"/>";
+    const char* const begin = text.data() + text.size();
+    CXmlElement element;
+    element.CXmlNode::Parse(begin, text.data());
+    EXPECT_EQ(element.strValue(), "");
+    element = "b";
+    element.CXmlNode::Parse(begin, text.data());
+    element.Parse(begin, text.data());
+    EXPECT_EQ(element.strToXml(), "\n<b/>");
 }
 
 TEST(CXmlNode, CopiesHaveAValueOfTheirOwn)
