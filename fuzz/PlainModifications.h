@@ -29,13 +29,13 @@ inline std::string ExceptionText(const OpenMS::Exception::BaseException& error)
            + error.getFunction() + " " + error.what();
 }
 
-/// Runs read, which gives records, and keeps the two documented exceptions.
+/// Runs read, which appends records, and keeps the two documented exceptions.
 template <typename Read>
 ModOutcome ModOutcomeOf(Read read)
 {
     ModOutcome outcome;
     try {
-        outcome.records = read();
+        read(outcome.records);
     } catch (const OpenMS::Exception::InvalidValue& error) {
         outcome.exception = ExceptionText(error);
     } catch (const OpenMS::Exception::InvalidParameter& error) {

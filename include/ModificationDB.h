@@ -189,7 +189,7 @@ public:
     /// case-sensitive), whose origin is residue (any for an empty text), and
     /// whose term specificity is specificity (NUMBER_OF_TERM_SPECIFICITY: any).
     /// Under which names a record is registered depends on the loader. The
-    /// addresses of the records ascend in the order of the database.
+    /// addresses of the records of one load ascend in their order.
     /// A record with the full id "Oxidation (Protein N-term", which lacks its
     /// parenthesis, is never given (B-37).
     /// \throws OpenMS::Exception::ElementNotFound with name, line 407, when the
@@ -235,27 +235,33 @@ protected:
     bool residuesMatch_(const std::string& wanted, const std::string& residue) const;
 
     /// The fields of a record under whose values it can be found by name.
-    enum NameField : unsigned { BY_ID = 1, BY_FULL_ID = 2, BY_FULL_NAME = 4, BY_ACCESSION = 8 };
+    enum NameField : unsigned {
+        BY_ID = 1,
+        BY_FULL_ID = 2,
+        BY_FULL_NAME = 4,
+        BY_ACCESSION = 8,
+        BY_EVERY_NAME = 15
+    };
 
     /// Appends records to the database and registers each under the values of
     /// nameFields, any of NameField joined by "|". Records that were there
-    /// before are copied to stand in front of the new ones; references to the
-    /// former ones stay good.
+    /// before stand in front of the new ones and stay where they are.
     void addModifications_(std::vector<CResidueModification> records, unsigned nameFields);
 
-private:
+    /// All records, in their order.
+    const std::vector<const CResidueModification*>& modifications_() const { return vRecords_; }
+
     using Records = std::vector<CResidueModification>;
 
-    const Records& Records_() const { return *vBlocks_.back(); }
+private:
     template <typename Take>
     void ForEachNamed_(const std::string& name, const std::string& residue,
                        CResidueModification::TermSpecificity specificity, Take take) const;
     bool Matches_(const CResidueModification& record, const std::string& residue,
                   CResidueModification::TermSpecificity specificity) const;
 
-    /// The last one is the database, in contiguous storage; those before it
-    /// keep the addresses good that were given away.
-    std::vector<std::unique_ptr<const Records>> vBlocks_;
+    std::vector<std::unique_ptr<const Records>> vBlocks_; ///< one for each load
+    std::vector<const CResidueModification*> vRecords_;   ///< all, in their order
     std::unique_ptr<ModificationNames> pNames_;
     std::unique_ptr<const ModificationMasses> pMasses_;
 };
@@ -280,13 +286,15 @@ public:
     /// Reads the file and appends its records.
     /// - In title and full name the first "-&gt;" becomes "->" (B-41).
     /// - The neutral loss is the first one with a positive monoisotopic mass.
-    /// - The origins of all records that are bound to a terminus are printed on
-    ///   standard output, without anything between them (B-42).
+    /// - The origins of all records that are bound to a terminus, those of
+    ///   earlier calls first, are printed on standard output, without anything
+    ///   between them (B-42).
     /// - A file that cannot be opened or parsed is told on standard error only,
     ///   by its CXmlException text and a line end; nothing is added (B-43).
     ///   A document without "umod:modifications" adds nothing and says nothing.
     /// \throws OpenMS::Exception::InvalidValue "Invalid term specificity" for
-    ///         a position that is not a display name of TermSpecificity.
+    ///         a position that is not a display name of TermSpecificity; the
+    ///         records before it stay, without full ids and under no name.
     void readFromUnimodXMLFile(const std::string& path);
 
 protected:
@@ -313,7 +321,8 @@ public:
     /// full name and accession. Columns are found by their names in the first
     /// line; empty lines are passed over.
     /// \throws OpenMS::Exception::FileNotReadable with the path.
-    /// \throws OpenMS::Exception::InvalidValue "Invalid term specificity".
+    /// \throws OpenMS::Exception::InvalidValue "Invalid term specificity"; the
+    ///         records of the lines before it stay.
     /// A missing column, a line without exactly eleven fields and a line that
     /// lacks a named column end the process with exit status 1, after two lines
     /// on standard error (B-44; docs/errors.md has them).
@@ -378,7 +387,7 @@ public:
     ///         be read, lines 1176 to 1228; docs/errors.md has the messages. The
     ///         line they name is 2k+2, where k counts the lines that are not
     ///         definitions, from 0, without a first line that gives the number
-    ///         of modifications (B-46).
+    ///         of modifications (B-46). The records before it stay.
     void readFromSearchEngineFile(const std::string& path) override;
 };
 
@@ -388,7 +397,8 @@ public:
 /// full id that text and the site, "15.9949 (M)" or "42.0106 (Protein N-term)".
 /// Records are registered under both. Lines "variable_mod_<n> = <mass> <sites>"
 /// and "add_<residue or terminus> = <mass>" are read, all others passed over,
-/// and so are masses of zero. What stands behind "#" is not read.
+/// and so are masses of zero, those that are not a number, and texts of more than
+/// 256 characters. What stands behind "#" is not read.
 class VORLAN_API CModificationsDBEngineMSFragger : public CModificationsDBEngine {
 public:
     /// Reads path as readFromSearchEngineFile does.

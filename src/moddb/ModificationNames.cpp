@@ -44,7 +44,7 @@ void ModificationNames::Add(const Records& records, std::size_t first, unsigned 
     // From the last one on: each goes to the front of its chain.
     for (std::size_t i = entries_.size(); i-- > 0;) {
         Entry& entry = entries_[i];
-        std::uint32_t& head = heads_[ChainOf(NameIn(records[entry.record], entry.field))];
+        std::uint32_t& head = heads_[ChainOf(NameIn(*records[entry.record], entry.field))];
         entry.next = head;
         head = static_cast<std::uint32_t>(i);
     }
@@ -57,7 +57,7 @@ std::vector<std::size_t> ModificationNames::Find(const Records& records,
     for (std::uint32_t i = heads_[ChainOf(name)]; i != kEnd; i = entries_[i].next) {
         const Entry& entry = entries_[i];
         // A record may have the name in several fields.
-        if (NameIn(records[entry.record], entry.field) == name
+        if (NameIn(*records[entry.record], entry.field) == name
             && (numbers.empty() || numbers.back() != entry.record)) {
             numbers.push_back(entry.record);
         }

@@ -12,11 +12,11 @@
 namespace Vorlan {
 
 /// The names of a list of records: a hash table of chains. A chain has its
-/// entries in the order of the records. The names stay in the records, which
-/// the caller hands in with every question.
+/// entries in the order of the list. The names stay in the records; the caller
+/// hands in the list with every question.
 class ModificationNames {
 public:
-    using Records = std::vector<CResidueModification>;
+    using Records = std::vector<const CResidueModification*>;
 
     /// Adds the records from number first on, under the values of the fields.
     void Add(const Records& records, std::size_t first, unsigned fields);

@@ -102,7 +102,8 @@ std::string ModificationTableHeader()
     return header;
 }
 
-std::vector<CResidueModification> ReadModificationTable(const std::string& path, const char* label)
+void ReadModificationTable(const std::string& path, const char* label,
+                           std::vector<CResidueModification>& records)
 {
     LineReader reader;
     if (!reader.Open(path, LineReader::Mode::Text)) {
@@ -111,7 +112,6 @@ std::vector<CResidueModification> ReadModificationTable(const std::string& path,
     std::string_view line;
     reader.Next(line);
     const Places places = FindColumns(line);
-    std::vector<CResidueModification> records;
     TabRow row;
     for (std::size_t number = 2; reader.Next(line); ++number) {
         row.Split(line, '\t');
@@ -126,7 +126,6 @@ std::vector<CResidueModification> ReadModificationTable(const std::string& path,
         }
         records.push_back(RecordOf(row, places));
     }
-    return records;
 }
 
 } // namespace Vorlan

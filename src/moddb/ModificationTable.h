@@ -12,9 +12,11 @@ namespace Vorlan {
 /// The names of the eleven columns, joined by tabs.
 std::string ModificationTableHeader();
 
-/// Reads the table. label is the literal name of the caller. Throws
-/// FileNotReadable and InvalidValue; ends the process for a malformed table.
-std::vector<CResidueModification> ReadModificationTable(const std::string& path, const char* label);
+/// Reads the table and appends its records. label is the literal name of the
+/// caller. Throws FileNotReadable and InvalidValue, behind the records of the
+/// rows before; ends the process for a malformed table.
+void ReadModificationTable(const std::string& path, const char* label,
+                           std::vector<CResidueModification>& records);
 
 } // namespace Vorlan
 

@@ -1,6 +1,5 @@
 // Questions to a database, its dump, and how loaders fill it.
 #include <fstream>
-#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -55,14 +54,14 @@ void AppendRow(std::string& text, const CResidueModification& record)
 
 CModificationsDB::CModificationsDB()
 {
-    addModifications_({}, 0);
+    addModifications_({}, 0); // the lists that questions go to
 }
 
 CModificationsDB::~CModificationsDB() = default;
 
 std::size_t CModificationsDB::getNumberOfModifications() const
 {
-    return Records_().size();
+    return vRecords_.size();
 }
 
 bool CModificationsDB::residuesMatch_(const std::string& wanted, const std::string& residue) const
@@ -85,12 +84,12 @@ void CModificationsDB::ForEachNamed_(const std::string& name, const std::string&
                                      CResidueModification::TermSpecificity specificity,
                                      Take take) const
 {
-    const std::vector<std::size_t> numbers = pNames_->Find(Records_(), name);
+    const std::vector<std::size_t> numbers = pNames_->Find(vRecords_, name);
     if (numbers.empty()) {
         errors::NoSuchModification(name);
     }
     for (const std::size_t number : numbers) {
-        const CResidueModification& record = Records_()[number];
+        const CResidueModification& record = *vRecords_[number];
         if (record.getFullId() != kNeverGiven && Matches_(record, residue, specificity)
             && !take(record)) {
             break;
@@ -104,7 +103,7 @@ void CModificationsDB::searchModifications(std::set<const CResidueModification*>
 {
     result.clear();
     ForEachNamed_(name, residue, specificity, [&result](const CResidueModification& record) {
-        result.insert(result.end(), &record);
+        result.insert(result.end(), &record); // mostly its place
         return true;
     });
 }
@@ -128,10 +127,11 @@ void CModificationsDB::searchModificationsByDiffMonoMass(
     std::vector<std::string>& fullIds, double mass, double maxError, const std::string& residue,
     CResidueModification::TermSpecificity specificity) const
 {
+    const std::string wanted = residue; // which may be one of the full ids that go
     fullIds.clear();
     pMasses_->ForEachWithin(mass, maxError, [&](std::size_t number) {
-        const CResidueModification& record = Records_()[number];
-        if (Matches_(record, residue, specificity)) {
+        const CResidueModification& record = *vRecords_[number];
+        if (Matches_(record, wanted, specificity)) {
             fullIds.push_back(record.getFullId());
         }
     });
@@ -144,8 +144,8 @@ void CModificationsDB::writeToFile(std::string path) const
         errors::DumpNotWritable(path);
     }
     std::string text = ModificationTableHeader() + "\n";
-    for (const CResidueModification& record : Records_()) {
-        if (!HasTermSpecificity(record)) {
+    for (const CResidueModification* const record : vRecords_) {
+        if (!HasTermSpecificity(*record)) {
             // Deliberate: B-40
             file.write(text.data(), static_cast<std::streamsize>(text.size()));
             file.close();
@@ -153,7 +153,7 @@ void CModificationsDB::writeToFile(std::string path) const
                 console::Stream::Err,
                 "CModificationsDB::writeToFile calls\nError:\tUnexpected term specificity\n");
         }
-        AppendRow(text, record);
+        AppendRow(text, *record);
     }
     file.write(text.data(), static_cast<std::streamsize>(text.size()));
     file.close();
@@ -165,25 +165,23 @@ void CModificationsDB::writeToFile(std::string path) const
 void CModificationsDB::addModifications_(std::vector<CResidueModification> records,
                                          unsigned nameFields)
 {
-    const std::size_t former = vBlocks_.empty() ? 0 : Records_().size();
-    if (former > 0) {
-        Records both = Records_();
-        both.insert(both.end(), std::make_move_iterator(records.begin()),
-                    std::make_move_iterator(records.end()));
-        records = std::move(both);
+    auto block = std::make_unique<const Records>(std::move(records));
+    std::vector<const CResidueModification*> all = vRecords_;
+    all.reserve(vRecords_.size() + block->size());
+    for (const CResidueModification& record : *block) {
+        all.push_back(&record);
     }
     std::vector<double> masses;
-    masses.reserve(records.size());
-    for (const CResidueModification& record : records) {
-        masses.push_back(record.getDiffMonoMass());
+    masses.reserve(all.size());
+    for (const CResidueModification* const record : all) {
+        masses.push_back(record->getDiffMonoMass());
     }
-    auto names = std::make_unique<ModificationNames>();
-    if (pNames_ != nullptr) {
-        *names = *pNames_;
-    }
-    names->Add(records, former, nameFields);
+    auto names = pNames_ == nullptr ? std::make_unique<ModificationNames>()
+                                    : std::make_unique<ModificationNames>(*pNames_);
+    names->Add(all, vRecords_.size(), nameFields);
     auto sorted = std::make_unique<const ModificationMasses>(masses);
-    vBlocks_.push_back(std::make_unique<const Records>(std::move(records)));
+    vBlocks_.push_back(std::move(block));
+    vRecords_ = std::move(all);
     pNames_ = std::move(names);
     pMasses_ = std::move(sorted);
 }

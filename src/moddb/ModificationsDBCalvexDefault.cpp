@@ -1,4 +1,5 @@
 #include "ModificationDB.h"
+#include "moddb/Loading.h"
 #include "moddb/ModificationTable.h"
 
 namespace Vorlan {
@@ -22,9 +23,12 @@ CModificationsDBCalvexDefault* CModificationsDBCalvexDefault::getInstance()
 
 void CModificationsDBCalvexDefault::readFromUnimodTXTFile(const std::string& path)
 {
-    addModifications_(
-        ReadModificationTable(path, "CModificationsDBCalvexDefault::readFromUnimodTXTFile"),
-        BY_ID | BY_FULL_ID | BY_FULL_NAME | BY_ACCESSION);
+    AddWhatIsRead(
+        [&](Records& records) {
+            ReadModificationTable(path, "CModificationsDBCalvexDefault::readFromUnimodTXTFile",
+                                  records);
+        },
+        [&](Records records) { addModifications_(std::move(records), BY_EVERY_NAME); });
 }
 
 } // namespace Vorlan

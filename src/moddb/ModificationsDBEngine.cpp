@@ -1,5 +1,6 @@
 // The databases of the search engines and the choice among them.
 #include "ModificationDB.h"
+#include "moddb/Loading.h"
 #include "moddb/MSFraggerModifications.h"
 #include "moddb/ModificationDBErrors.h"
 #include "moddb/ModificationTable.h"
@@ -46,9 +47,12 @@ CModificationsDBEngineCalvex::~CModificationsDBEngineCalvex() = default;
 
 void CModificationsDBEngineCalvex::readFromSearchEngineFile(const std::string& path)
 {
-    addModifications_(
-        ReadModificationTable(path, "CModificationsDBEngineCalvex::readFromSearchEngineFile"),
-        BY_ID | BY_FULL_ID | BY_FULL_NAME | BY_ACCESSION);
+    AddWhatIsRead(
+        [&](Records& records) {
+            ReadModificationTable(path, "CModificationsDBEngineCalvex::readFromSearchEngineFile",
+                                  records);
+        },
+        [&](Records records) { addModifications_(std::move(records), BY_EVERY_NAME); });
 }
 
 // ---- pFind 3 -------------------------------------------------------------
@@ -62,8 +66,11 @@ CModificationsDBEnginePFind3::~CModificationsDBEnginePFind3() = default;
 
 void CModificationsDBEnginePFind3::readFromSearchEngineFile(const std::string& path)
 {
-    // Deliberate: B-47. Under the id only.
-    addModifications_(ReadPFind3Modifications(path), BY_ID);
+    AddWhatIsRead([&](Records& records) { ReadPFind3Modifications(path, records); },
+                  [&](Records records) {
+                      // Deliberate: B-47. Under the id only.
+                      addModifications_(std::move(records), BY_ID);
+                  });
 }
 
 // ---- MSFragger -----------------------------------------------------------

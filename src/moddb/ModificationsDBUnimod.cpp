@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include <OpenMS/CONCEPT/Exception.h>
+
 #include "ModificationDB.h"
 #include "XmlDocument.h"
 #include "moddb/ModificationTable.h"
@@ -82,11 +84,12 @@ void AppendRecords(const CXmlElement& mod, std::vector<CResidueModification>& re
     ForEachChild(mod, "umod:specificity", [&](const CXmlElement& specificity) {
         const auto [site, position, classification] =
             XmlAccess::Attributes(specificity, Texts{"site", "position", "classification"});
-        CResidueModification& record = records.emplace_back(common);
+        CResidueModification record = common;
         record.setOrigin(std::string(site));
         record.setTermSpecificity(std::string(position));
         record.setSourceClassification(std::string(classification));
         SetNeutralLoss(record, specificity);
+        records.push_back(std::move(record));
     });
 }
 
@@ -101,14 +104,14 @@ std::string FullIdOf(const CResidueModification& record)
     return record.getId() + " (" + site + ")";
 }
 
-std::vector<CResidueModification> ReadUnimod(const std::string& path)
+/// Appends the records of the file, without full ids.
+void ReadUnimod(const std::string& path, std::vector<CResidueModification>& records)
 {
     CXmlDocument document;
     document.ParseFile(path);
-    std::vector<CResidueModification> records;
     const CXmlElement* const mods = XmlAccess::FirstChild(document.cRoot(), "umod:modifications");
     if (mods == nullptr) {
-        return records;
+        return;
     }
     std::size_t count = 0; // room at once: records are large
     ForEachChild(*mods, "umod:mod", [&count](const CXmlElement& mod) {
@@ -117,7 +120,6 @@ std::vector<CResidueModification> ReadUnimod(const std::string& path)
     records.reserve(count);
     ForEachChild(*mods, "umod:mod",
                  [&records](const CXmlElement& mod) { AppendRecords(mod, records); });
-    return records;
 }
 
 } // namespace
@@ -146,23 +148,28 @@ CModificationsDBUnimod* CModificationsDBUnimod::getInstance(const std::string& p
 
 void CModificationsDBUnimod::readFromUnimodXMLFile(const std::string& path)
 {
-    std::vector<CResidueModification> records;
+    Records records;
     try {
-        records = ReadUnimod(path);
+        ReadUnimod(path, records);
     } catch (const CXmlException& error) {
         // Deliberate: B-43
         console::Print(console::Stream::Err, std::string(error.szWhat()) + "\n");
         return;
+    } catch (const OpenMS::Exception::InvalidValue&) {
+        addModifications_(std::move(records), 0);
+        throw;
     }
-    std::string origins;
     for (CResidueModification& record : records) {
         record.setFullId(FullIdOf(record));
-        if (record.getTermSpecificity() != CResidueModification::ANYWHERE) {
-            origins += record.getOrigin();
+    }
+    addModifications_(std::move(records), BY_EVERY_NAME);
+    std::string origins;
+    for (const CResidueModification* const record : modifications_()) {
+        if (record->getTermSpecificity() != CResidueModification::ANYWHERE) {
+            origins += record->getOrigin();
         }
     }
     console::Print(console::Stream::Out, origins); // Deliberate: B-42
-    addModifications_(std::move(records), BY_ID | BY_FULL_ID | BY_FULL_NAME | BY_ACCESSION);
 }
 
 } // namespace Vorlan

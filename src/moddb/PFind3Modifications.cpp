@@ -97,7 +97,7 @@ CResidueModification PFind3ModificationOf(std::string_view definition, std::size
     return record;
 }
 
-std::vector<CResidueModification> ReadPFind3Modifications(const std::string& path)
+void ReadPFind3Modifications(const std::string& path, std::vector<CResidueModification>& records)
 {
     LineReader reader;
     if (!reader.Open(path, LineReader::Mode::Text)) {
@@ -108,7 +108,6 @@ std::vector<CResidueModification> ReadPFind3Modifications(const std::string& pat
     if (isLine && GivesNumber(line)) {
         isLine = reader.Next(line);
     }
-    std::vector<CResidueModification> records;
     for (std::size_t k = 0; isLine; ++k, isLine = reader.Next(line)) {
         if (line.substr(0, 4) != "name") {
             continue;
@@ -118,7 +117,6 @@ std::vector<CResidueModification> ReadPFind3Modifications(const std::string& pat
         reader.Next(definition);
         records.push_back(PFind3ModificationOf(definition, 2 * k + 2)); // Deliberate: B-46
     }
-    return records;
 }
 
 } // namespace Vorlan

@@ -11,8 +11,9 @@
 
 namespace Vorlan {
 
-/// Reads the file. Throws FileNotReadable and InvalidParameter.
-std::vector<CResidueModification> ReadPFind3Modifications(const std::string& path);
+/// Reads the file and appends its records. Throws FileNotReadable and, behind
+/// the records before a bad definition, InvalidParameter.
+void ReadPFind3Modifications(const std::string& path, std::vector<CResidueModification>& records);
 
 /// One definition, "Phospho[S]=S NORMAL 79.966331 79.9799 0 0 H(1)O(3)P(1)".
 /// line is the number that messages name. Throws InvalidParameter.

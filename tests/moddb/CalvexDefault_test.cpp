@@ -1,5 +1,6 @@
 // The default table: its loader and its one instance.
 #include <string>
+#include <type_traits>
 
 #include "moddb/TableText.h"
 
@@ -7,6 +8,12 @@ namespace Vorlan::test {
 namespace {
 
 using testing::ElementsAre;
+using testing::UnorderedElementsAreArray;
+
+// There is one instance.
+static_assert(!std::is_default_constructible_v<CModificationsDBCalvexDefault>);
+static_assert(!std::is_constructible_v<CModificationsDBCalvexDefault, std::string>);
+static_assert(!std::is_copy_constructible_v<CModificationsDBCalvexDefault>);
 
 /// A database of its own; the constructors of the class are for its instance.
 class DefaultProbe : public CModificationsDBCalvexDefault {
@@ -63,14 +70,17 @@ TEST(CalvexDefault, TheLoaderAppends)
     database.readFromUnimodTXTFile(second);
     const std::vector<std::string> all = {"Phospho (S)", "Phospho (T)", "Phospho (Y)",
                                           "Phospho (S)"};
-    EXPECT_EQ(FullIds(AllRecords(database)), all);
-    EXPECT_EQ(FullIds(Named(database, "UniMod:21")), all);
+    EXPECT_EQ(WithMass(database, 0.0, 100.0), all);
+    EXPECT_THAT(FullIds(Named(database, "UniMod:21")), UnorderedElementsAreArray(all));
     EXPECT_THAT(WithMass(database, 79.966331, 0.0),
                 ElementsAre("Phospho (S)", "Phospho (T)", "Phospho (Y)"));
     EXPECT_THAT(WithMass(database, 1.5, 0.0), ElementsAre("Phospho (S)"));
     ASSERT_EQ(before.size(), 2u);
     EXPECT_EQ(Dump(**before.begin(), "%.9g"), kPhosphoDump) << "an address from before";
     EXPECT_EQ((*before.rbegin())->getFullId(), "Phospho (T)");
+    RecordSet after;
+    database.searchModifications(after, "Phospho", "", kAnySpecificity);
+    EXPECT_THAT(after, testing::IsSupersetOf(before)) << "a record stays where it is";
 }
 
 TEST(CalvexDefault, TheSameFileTwice)
@@ -86,17 +96,52 @@ TEST(CalvexDefault, TheSameFileTwice)
     EXPECT_TRUE(before == database.getModification("Phospho", "S", kAnySpecificity));
 }
 
-TEST(CalvexDefault, AFailedSecondLoadAddsNothing)
+TEST(CalvexDefault, AFailedLoadKeepsTheRecordsBeforeItsDefect)
 {
     const TempFolder folder;
     DefaultProbe database(folder.Write("t.txt", kTableHeader + TableRow()));
-    const std::string bad =
-        folder.Write("bad.txt", kTableHeader + TableRow({{0, "new"}}) + TableRow({{4, "x"}}));
+    const std::string bad = folder.Write(
+        "bad.txt", kTableHeader + TableRow({{0, "new"}, {1, "new (S)"}})
+                       + TableRow({{0, "defect"}, {4, "x"}}) + TableRow({{0, "behind"}}));
     EXPECT_EQ(ErrorOf([&] { database.readFromUnimodTXTFile(bad); }), InvalidPosition("x"));
+    EXPECT_EQ(database.getNumberOfModifications(), 2u);
+    EXPECT_THAT(WithMass(database, 79.966331, 0.0), ElementsAre("Phospho (S)", "new (S)"));
+    for (const char* const name : {"new", "new (S)"}) {
+        EXPECT_THAT(FullIds(Named(database, name)), ElementsAre("new (S)")) << name;
+    }
+    for (const char* const name : {"Phosphorylation", "UniMod:21"}) {
+        EXPECT_EQ(Named(database, name).size(), 2u) << name;
+    }
+    for (const char* const name : {"defect", "behind"}) {
+        EXPECT_EQ(ThrownBy([&] { Named(database, name); }).name, "ElementNotFound") << name;
+    }
+}
+
+TEST(CalvexDefault, AFileThatCannotBeReadAddsNothing)
+{
+    const TempFolder folder;
+    DefaultProbe database(folder.Write("t.txt", kTableHeader + TableRow()));
     EXPECT_EQ(ErrorWithoutLine([&] { database.readFromUnimodTXTFile(folder.PathOf("none")); }),
               NotReadable(folder.PathOf("none")));
     EXPECT_EQ(database.getNumberOfModifications(), 1u);
-    EXPECT_EQ(ThrownBy([&] { Named(database, "new"); }).name, "ElementNotFound");
+    EXPECT_EQ(Named(database, "Phospho").size(), 1u);
+}
+
+/// Has a loader of its own under the name of the base's.
+class HidingDefault : public DefaultProbe {
+public:
+    using DefaultProbe::DefaultProbe;
+    void readFromUnimodTXTFile(const std::string&) {}
+};
+
+TEST(CalvexDefault, TheLoaderIsNotVirtual)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("t.txt", kTableHeader + TableRow());
+    HidingDefault database(path);
+    CModificationsDBCalvexDefault& base = database;
+    base.readFromUnimodTXTFile(path);
+    EXPECT_EQ(database.getNumberOfModifications(), 2u);
 }
 
 TEST(CalvexDefault, B44_TheMessagesNameTheEngine)

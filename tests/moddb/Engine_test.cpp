@@ -126,12 +126,21 @@ TEST(Engine, AFailedFirstCallKeepsNoInstance)
 TEST(Engine, ASecondReadOfTheInstanceAppends)
 {
     const EngineFiles files;
-    const auto say = [&] {
-        CModificationsDBEngine* const engine = Instance(files.PathOf(2), 2);
-        engine->readFromSearchEngineFile(files.PathOf(2));
-        return std::to_string(Named(*engine, "Phospho").size());
-    };
-    PELGRIN_EXPECT_IN_OWN_PROCESS(say, "2");
+    const std::vector<std::pair<int, std::string>> rows = {
+        {2, "Phospho"}, {3, "15.9949"}, {8, "Phospho"}};
+    for (const auto& [type, name] : rows) {
+        const auto say = [&, type = type, name = name] {
+            CModificationsDBEngine* const engine = Instance(files.PathOf(type), type);
+            const CResidueModification* const first =
+                &engine->getModification(name, "", kAnySpecificity);
+            engine->readFromSearchEngineFile(files.PathOf(type));
+            RecordSet found;
+            engine->searchModifications(found, name, "", kAnySpecificity);
+            return std::to_string(engine->getNumberOfModifications()) + " "
+                   + std::to_string(found.size()) + (found.count(first) == 1 ? " stays" : " moves");
+        };
+        PELGRIN_EXPECT_IN_OWN_PROCESS(say, "2 2 stays");
+    }
 }
 
 TEST(Engine, TheBaseIsAbstract)
@@ -165,6 +174,21 @@ TEST(Engine, ExceptionsOfTheTableEngine)
                   + NotReadableText(folder.PathOf("none")));
     const std::string path = folder.Write("t.txt", kTableHeader + TableRow({{4, "x"}}));
     EXPECT_EQ(ErrorOf([&] { CModificationsDBEngineCalvex{path}; }), InvalidPosition("x"));
+}
+
+TEST(Engine, TheTableEngineKeepsTheRecordsBeforeADefect)
+{
+    const TempFolder folder;
+    CModificationsDBEngineCalvex engine(folder.Write("t.txt", kTableHeader + TableRow()));
+    const std::string bad =
+        folder.Write("bad.txt", kTableHeader + TableRow({{0, "new"}, {1, "new (S)"}})
+                                    + TableRow({{4, "x"}}) + TableRow({{0, "behind"}}));
+    EXPECT_EQ(ErrorOf([&] { engine.readFromSearchEngineFile(bad); }), InvalidPosition("x"));
+    EXPECT_EQ(engine.getNumberOfModifications(), 2u);
+    EXPECT_THAT(FullIds(Named(engine, "new")), ElementsAre("new (S)"));
+    EXPECT_THAT(FullIds(Named(engine, "new (S)")), ElementsAre("new (S)"));
+    EXPECT_EQ(Named(engine, "UniMod:21").size(), 2u);
+    EXPECT_EQ(ThrownBy([&] { Named(engine, "behind"); }).name, "ElementNotFound");
 }
 
 TEST(Engine, B44_MalformedTablesEndTheProcess)

@@ -246,6 +246,13 @@ TEST(MSFragger, NothingToRead)
     }
 }
 
+TEST(MSFragger, AByteOrderMarkHidesNothingOfTheFirstLine)
+{
+    EXPECT_THAT(FullIds(ReadParameters("\xEF\xBB\xBF"
+                                       "add_C_cysteine = 57.021464\n")),
+                ElementsAre("57.021464 (C)"));
+}
+
 TEST(MSFragger, AnOverlongLineIsTheLast)
 {
     const std::string line = "add_K_lysine = 1.5 # " + std::string(90000, 'x') + "\n";

@@ -35,6 +35,15 @@ std::vector<std::size_t> Walk(const std::vector<Added>& all, const std::string& 
     return numbers;
 }
 
+ModificationNames::Records AddressesOf(const Records& records)
+{
+    ModificationNames::Records addresses;
+    for (const CResidueModification& record : records) {
+        addresses.push_back(&record);
+    }
+    return addresses;
+}
+
 CResidueModification RecordOf(const std::vector<std::string>& names)
 {
     CResidueModification record;
@@ -55,8 +64,9 @@ TEST(ModificationNames, ANewOneKnowsNone)
 
 TEST(ModificationNames, NumbersAscendEachOnce)
 {
-    const Records records = {RecordOf({"a", "a", "b", "a"}), RecordOf({"b", "c", "d", "e"}),
-                             RecordOf({"c", "a", "a", "b"})};
+    const Records list = {RecordOf({"a", "a", "b", "a"}), RecordOf({"b", "c", "d", "e"}),
+                          RecordOf({"c", "a", "a", "b"})};
+    const ModificationNames::Records records = AddressesOf(list);
     ModificationNames names;
     names.Add(records, 0, 15);
     EXPECT_THAT(names.Find(records, "a"), ElementsAre(0u, 2u));
@@ -67,7 +77,8 @@ TEST(ModificationNames, NumbersAscendEachOnce)
 
 TEST(ModificationNames, BytesAreCompared)
 {
-    const Records records = {RecordOf({std::string("a\0b", 3), "\xFF", "A", ""})};
+    const Records list = {RecordOf({std::string("a\0b", 3), "\xFF", "A", ""})};
+    const ModificationNames::Records records = AddressesOf(list);
     ModificationNames names;
     names.Add(records, 0, 15);
     EXPECT_THAT(names.Find(records, "a"), IsEmpty());
@@ -81,19 +92,20 @@ TEST(ModificationNames, AgreeWithAWalkAfterEveryLoad)
     Random random(53);
     for (int round = 0; round < 200; ++round) {
         ModificationNames names;
-        Records records;
+        Records list;
         std::vector<Added> all;
         for (std::size_t loads = random.Below(5); loads > 0; --loads) {
             const auto fields = static_cast<unsigned>(random.Below(16));
-            const std::size_t first = records.size();
+            const std::size_t first = list.size();
             for (std::size_t count = random.Below(60); count > 0; --count) {
                 std::vector<std::string> texts;
                 for (int field = 0; field < 4; ++field) {
                     texts.push_back(random.Text("abc", random.Below(4)));
                 }
-                records.push_back(RecordOf(texts));
+                list.push_back(RecordOf(texts));
                 all.push_back({texts, fields});
             }
+            const ModificationNames::Records records = AddressesOf(list);
             names.Add(records, first, fields);
             for (int question = 0; question < 60; ++question) {
                 const std::string name = random.Text("abcd", random.Below(4));

@@ -16,10 +16,15 @@ using testing::IsEmpty;
 
 const char kLabel[] = "Some::reader";
 
+Records ReadTableFrom(const std::string& path)
+{
+    return RecordsBy([&](Records& records) { ReadModificationTable(path, kLabel, records); });
+}
+
 Records ReadTable(const std::string& text)
 {
     const TempFolder folder;
-    return ReadModificationTable(folder.Write("t.txt", text), kLabel);
+    return ReadTableFrom(folder.Write("t.txt", text));
 }
 
 std::vector<std::string> DumpsOf(const std::string& text)
@@ -31,9 +36,7 @@ void ExpectEnd(const std::string& text, const std::string& message, const std::s
 {
     const TempFolder folder;
     const std::string path = folder.Write("t.txt", text);
-    EXPECT_EXIT(ReadModificationTable(path, kLabel), testing::ExitedWithCode(1),
-                testing::Eq(message))
-        << reason;
+    EXPECT_EXIT(ReadTableFrom(path), testing::ExitedWithCode(1), testing::Eq(message)) << reason;
 }
 
 TEST(ModificationTable, HeaderOfTheDump)
@@ -147,13 +150,24 @@ TEST(ModificationTable, TheLocaleOfTheHostChangesNothing)
     }
 }
 
-TEST(ModificationTable, AnotherSpecificityIsAnException)
+TEST(ModificationTable, RecordsAreAppended)
+{
+    const TempFolder folder;
+    Records records = {MakeRecord("a", "M")};
+    ReadModificationTable(folder.Write("t.txt", kTableHeader + TableRow()), kLabel, records);
+    EXPECT_THAT(FullIds(records), ElementsAre("a (M)", "Phospho (S)"));
+}
+
+TEST(ModificationTable, AnotherSpecificityIsAnExceptionBehindTheRowsBeforeIt)
 {
     const TempFolder folder;
     for (const char* const name : {"", "anywhere", "Any N-Term", "N-term", "Anywhere "}) {
         const std::string path =
-            folder.Write("t.txt", kTableHeader + TableRow() + TableRow({{4, name}}));
-        EXPECT_EQ(ErrorOf([&] { ReadModificationTable(path, kLabel); }), InvalidPosition(name));
+            folder.Write("t.txt", kTableHeader + TableRow() + TableRow({{4, name}}) + TableRow());
+        Records records;
+        EXPECT_EQ(ErrorOf([&] { ReadModificationTable(path, kLabel, records); }),
+                  InvalidPosition(name));
+        EXPECT_THAT(Dump(records, "%.9g"), ElementsAre(kPhosphoDump)) << name;
     }
 }
 
@@ -161,7 +175,7 @@ TEST(ModificationTable, WhatCannotBeReadNamesTheCallerAndThePath)
 {
     const TempFolder folder;
     for (const std::string& path : {folder.PathOf("missing"), folder.Path(), std::string()}) {
-        EXPECT_EQ(ErrorWithoutLine([&] { ReadModificationTable(path, kLabel); }),
+        EXPECT_EQ(ErrorWithoutLine([&] { ReadTableFrom(path); }),
                   "FileNotReadable|ModificationDB|Some::reader|" + NotReadableText(path));
     }
 }
@@ -225,7 +239,7 @@ TEST(ModificationTable, B44_TheFirstMalformedLineCountsAlsoBehindABadSpecificity
     const TempFolder folder;
     const std::string bad = TableRow({{4, "nowhere"}});
     const std::string path = folder.Write("t.txt", kTableHeader + bad + "x\n");
-    EXPECT_EQ(ErrorOf([&] { ReadModificationTable(path, kLabel); }), InvalidPosition("nowhere"));
+    EXPECT_EQ(ErrorOf([&] { ReadTableFrom(path); }), InvalidPosition("nowhere"));
     ExpectEnd(kTableHeader + "x\n" + bad, UnexpectedTerms(2), "the other way round");
 }
 

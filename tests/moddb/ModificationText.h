@@ -107,6 +107,15 @@ inline std::vector<std::string> Dump(const Records& records, const char* format 
     return texts;
 }
 
+/// The records that read(records) appends.
+template <typename Read>
+Records RecordsBy(Read read)
+{
+    Records records;
+    read(records);
+    return records;
+}
+
 /// A record that asks and dumps find something in.
 inline CResidueModification MakeRecord(const std::string& id, const std::string& origin,
                                        double mass = 0.0,
@@ -142,7 +151,8 @@ public:
     using CModificationsDB::residuesMatch_;
 };
 
-/// The records of a question by name, in the order of the result.
+/// The records of a question by name, in the order of the result: that of the
+/// database when all come from one load.
 inline Records Named(const CModificationsDB& database, const std::string& name,
                      const std::string& residue = "", Specificity specificity = kAnySpecificity)
 {
@@ -173,8 +183,8 @@ inline std::vector<std::string> WithMass(const CModificationsDB& database, doubl
     return fullIds;
 }
 
-/// All records, in order, of a database that registers full ids and has masses
-/// that are numbers: their addresses ascend.
+/// All records, in order, of a database that was loaded once, registers full ids
+/// and has masses that are numbers: their addresses ascend.
 inline Records AllRecords(const CModificationsDB& database)
 {
     RecordSet all;

@@ -96,6 +96,8 @@ TEST(ModificationsDBDump, MassesHaveSixDecimals)
     EXPECT_EQ(RowWithMass(1e20), "100000000000000000000.000000" + rest);
     EXPECT_EQ(RowWithMass(1e300), MassText(1e300, "%.6f") + rest);
     EXPECT_EQ(RowWithMass(std::numeric_limits<double>::infinity()), "inf" + rest);
+    EXPECT_EQ(RowWithMass(-std::numeric_limits<double>::infinity()), "-inf" + rest);
+    EXPECT_EQ(RowWithMass(std::numeric_limits<double>::quiet_NaN()), "nan" + rest);
 }
 
 TEST(ModificationsDBDump, TheLocaleOfTheHostChangesNothing)

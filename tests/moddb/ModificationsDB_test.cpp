@@ -12,8 +12,18 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::UnorderedElementsAre;
 
 using Modification = CResidueModification;
+
+static_assert(!std::is_default_constructible_v<CModificationsDB>, "for derived classes only");
+
+// So is the comparison of residues.
+constexpr auto kMatch = [](const auto& database) -> decltype(database.residuesMatch_("", "")) {
+    return {};
+};
+static_assert(std::is_invocable_v<decltype(kMatch), const OwnDatabase&>);
+static_assert(!std::is_invocable_v<decltype(kMatch), const CModificationsDB&>);
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
@@ -234,6 +244,20 @@ TEST(ModificationsDB, MassesByResidueAndSpecificity)
     EXPECT_THAT(WithMass(database, 79.9, 1.0, "S", Modification::N_TERM), IsEmpty());
 }
 
+TEST(ModificationsDB, TheResidueMayBeATextOfTheResultThatGoes)
+{
+    // Long enough for memory of its own, which goes with the former result.
+    const std::string residue = "a list of sites that is too long to stand inside of a string";
+    const OwnDatabase database(
+        {MakeRecord("a", "S", 1.0), MakeRecord("b", residue, 1.0), MakeRecord("c", residue, 1.0)});
+    std::vector<std::string> fullIds = {residue, "S"};
+    database.searchModificationsByDiffMonoMass(fullIds, 1.0, 0.0, fullIds[0], kAnySpecificity);
+    EXPECT_THAT(fullIds, ElementsAre("b (" + residue + ")", "c (" + residue + ")"));
+    fullIds = {residue, "S"};
+    database.searchModificationsByDiffMonoMass(fullIds, 1.0, 0.0, fullIds[1], kAnySpecificity);
+    EXPECT_THAT(fullIds, ElementsAre("a (S)"));
+}
+
 TEST(ModificationsDB, AnErrorOfZeroTakesEqualMassesOnly)
 {
     const OwnDatabase database(
@@ -293,11 +317,12 @@ TEST(ModificationsDB, ASecondLoadStandsBehindTheFirst)
     OwnDatabase database(SmallList());
     database.Add({MakeRecord("Phospho", "Y", 79.966331), MakeRecord("Acetyl", "K", 42.0)});
     EXPECT_EQ(database.getNumberOfModifications(), 6u);
-    EXPECT_THAT(FullIds(AllRecords(database)),
+    EXPECT_THAT(WithMass(database, 0.0, kInfinity),
                 ElementsAre("Phospho (S)", "Phospho (T)", "Oxidation (M)", "Phospho (N-term)",
                             "Phospho (Y)", "Acetyl (K)"));
-    EXPECT_THAT(FullIds(Named(database, "Phospho")),
-                ElementsAre("Phospho (S)", "Phospho (T)", "Phospho (N-term)", "Phospho (Y)"));
+    EXPECT_THAT(
+        FullIds(Named(database, "Phospho")),
+        UnorderedElementsAre("Phospho (S)", "Phospho (T)", "Phospho (N-term)", "Phospho (Y)"));
     EXPECT_THAT(WithMass(database, 79.966331, 0.0),
                 ElementsAre("Phospho (S)", "Phospho (T)", "Phospho (Y)"));
     EXPECT_EQ(Named(database, "Acetyl").size(), 1u);
@@ -314,6 +339,30 @@ TEST(ModificationsDB, ReferencesFromBeforeASecondLoadStayGood)
     EXPECT_EQ(Dump(before), text);
     EXPECT_EQ(Dump(database.getModification("Oxidation", "", kAnySpecificity)), text);
     EXPECT_EQ(Named(database, "Oxidation").size(), 21u);
+}
+
+TEST(ModificationsDB, ARecordStaysWhereItIs)
+{
+    OwnDatabase database(SmallList());
+    const auto get = [&](const std::string& fullId) {
+        return &database.getModification(fullId, "", kAnySpecificity);
+    };
+    const std::vector<std::string> fullIds = FullIds(SmallList());
+    RecordSet before;
+    for (const std::string& fullId : fullIds) {
+        before.insert(get(fullId));
+    }
+    for (int i = 0; i < 20; ++i) {
+        database.Add({MakeRecord("Phospho", std::to_string(i), 1.0), MakeRecord("Acetyl", "K")});
+        for (const std::string& fullId : fullIds) {
+            EXPECT_EQ(before.count(get(fullId)), 1u) << fullId;
+        }
+    }
+    RecordSet found;
+    database.searchModifications(found, "Phospho", "", kAnySpecificity);
+    EXPECT_EQ(found.size(), 23u);
+    found.insert(get("Oxidation (M)"));
+    EXPECT_THAT(found, testing::IsSupersetOf(before));
 }
 
 TEST(ModificationsDB, TheNamesOfALoadAreForItsRecordsOnly)

@@ -40,10 +40,15 @@ std::string BadSpecificity(const std::string& item, int line)
                    "Unexpected term specificity" + item + "in line " + std::to_string(line) + ".");
 }
 
+Records ReadListFrom(const std::string& path)
+{
+    return RecordsBy([&](Records& records) { ReadPFind3Modifications(path, records); });
+}
+
 Records ReadList(const std::string& text)
 {
     const TempFolder folder;
-    return ReadPFind3Modifications(folder.Write("modification.ini", text));
+    return ReadListFrom(folder.Write("modification.ini", text));
 }
 
 std::string ListError(const std::string& text)
@@ -221,6 +226,11 @@ TEST(PFind3, B46_MessagesNameLineTwoKPlusTwo)
         {"a line that is passed over counts twice", "\n", 4},
         {"three of them", "x\n\n\n" + Entry("a[b]") + "\n", 12},
         {"a number that is not in the first line counts", "\n" + number, 6},
+        {"so does a first line whose key ends in a blank", "@NUMBER_MODIFICATION =1\n", 4},
+        {"and one with a longer key", "@NUMBER_MODIFICATIONS=1\n", 4},
+        {"and one with a shorter key", "@NUMBER_MODIFICATIO=1\n", 4},
+        {"and one in other letters", "@Number_Modification=1\n", 4},
+        {"and one that begins with a blank", " @NUMBER_MODIFICATION=1\n", 4},
     };
     for (const Row& row : rows) {
         const std::string start = row.before + "name=x\n";
@@ -255,20 +265,33 @@ TEST(PFind3, WhatCannotBeReadIsToldWithThePath)
     const TempFolder folder;
     for (const std::string& path : {folder.PathOf("missing"), folder.Path(), std::string()}) {
         const std::string error = Error("FileNotReadable", 1141, kReader, NotReadableText(path));
-        EXPECT_EQ(ErrorOf([&] { ReadPFind3Modifications(path); }), error);
+        EXPECT_EQ(ErrorOf([&] { ReadListFrom(path); }), error);
         EXPECT_EQ(ErrorOf([&] { CModificationsDBEnginePFind3{path}; }), error);
     }
 }
 
-TEST(PFind3, ADefectPassesThroughTheDatabase)
+TEST(PFind3, RecordsAreAppendedAlsoInFrontOfADefect)
+{
+    const TempFolder folder;
+    Records records = {MakeRecord("a", "M")};
+    ReadPFind3Modifications(folder.Write("good", Entry("a[b]")), records);
+    const std::string bad = folder.Write("bad", Entry("c[d]") + "name\nx\n" + Entry("e[f]"));
+    EXPECT_EQ(ErrorOf([&] { ReadPFind3Modifications(bad, records); }), NoEqualsSign(4));
+    EXPECT_THAT(FullIds(records), ElementsAre("a (M)", "a[b]", "c[d]"));
+}
+
+TEST(PFind3, ADefectPassesThroughTheDatabaseWhichKeepsTheRecordsBeforeIt)
 {
     const TempFolder folder;
     const std::string good = folder.Write("good", Entry("a[b]"));
-    const std::string bad = folder.Write("bad", Entry("c[d]") + "name\nx\n");
+    const std::string bad = folder.Write("bad", Entry("c[d]") + "name\nx\n" + Entry("e[f]"));
     EXPECT_EQ(ErrorOf([&] { CModificationsDBEnginePFind3{bad}; }), NoEqualsSign(4));
     CModificationsDBEnginePFind3 database(good);
     EXPECT_EQ(ErrorOf([&] { database.readFromSearchEngineFile(bad); }), NoEqualsSign(4));
-    EXPECT_EQ(database.getNumberOfModifications(), 1u);
+    EXPECT_EQ(database.getNumberOfModifications(), 2u);
+    EXPECT_THAT(FullIds(Named(database, "c")), ElementsAre("c[d]"));
+    EXPECT_THAT(WithMass(database, 1.5, 0.0), ElementsAre("a[b]", "c[d]"));
+    EXPECT_EQ(ThrownBy([&] { Named(database, "e"); }).name, "ElementNotFound");
 }
 
 TEST(PFind3, B47_RecordsAreThereUnderTheirIdOnly)

@@ -18,6 +18,11 @@ std::string PFind3Path()
     return RealDataFolder() + "/pfind3/modification.ini";
 }
 
+Records PFind3Records()
+{
+    return RecordsBy([](Records& records) { ReadPFind3Modifications(PFind3Path(), records); });
+}
+
 std::string MSFraggerPath()
 {
     return RealDataFolder() + "/msfragger/params/closed_fragger.params";
@@ -26,7 +31,7 @@ std::string MSFraggerPath()
 TEST(RealEngineFiles, RecordsOfPFind3)
 {
     PELGRIN_NEEDS_REAL_DATA();
-    const Records records = ReadPFind3Modifications(PFind3Path());
+    const Records records = PFind3Records();
     ASSERT_EQ(records.size(), 1616u);
     std::set<std::string> ids;
     std::map<int, int> specificities;
@@ -50,7 +55,7 @@ TEST(RealEngineFiles, RecordsOfPFind3)
 TEST(RealEngineFiles, SomeRecordsOfPFind3)
 {
     PELGRIN_NEEDS_REAL_DATA();
-    const Records records = ReadPFind3Modifications(PFind3Path());
+    const Records records = PFind3Records();
     ASSERT_EQ(records.size(), 1616u);
     EXPECT_EQ(Dump(records.front(), "%.9g"),
               "2-dimethylsuccinyl|2-dimethylsuccinyl[C]|||0|C|15|0|144.042259|0|0");

@@ -1,15 +1,24 @@
 // Unimod XML from small texts, every byte on the console, the one instance.
 #include <filesystem>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "moddb/UnimodText.h"
+#include "util/XmlText.h"
 
 namespace Vorlan::test {
 namespace {
 
+using std::string_literals::operator""s;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+// There is one instance.
+static_assert(!std::is_default_constructible_v<CModificationsDBUnimod>);
+static_assert(!std::is_constructible_v<CModificationsDBUnimod, std::string>);
+static_assert(!std::is_copy_constructible_v<CModificationsDBUnimod>);
 
 struct Loaded {
     Records records;
@@ -209,6 +218,25 @@ TEST(Unimod, B42_NothingIsPrintedWithoutThem)
     EXPECT_EQ(loaded.printed.err, "");
 }
 
+TEST(Unimod, B42_EveryLoadPrintsTheOriginsOfAllRecords)
+{
+    const TempFolder folder;
+    UnimodProbe database(folder.Write("0.xml", UnimodText(kTwoSites)));
+    const auto load = [&](const std::string& text) {
+        const std::string path = folder.Write("u.xml", text);
+        const Printed printed = PrintedBy([&] { database.readFromUnimodXMLFile(path); });
+        EXPECT_EQ(printed.err, "");
+        return printed.out;
+    };
+    const auto site = [](const std::string& origin, const std::string& position) {
+        return UnimodText(Mod("a", Site(origin, position) + kOxidationDelta));
+    };
+    EXPECT_EQ(load(site("N-term", "Any N-term")), "N-term");
+    EXPECT_EQ(load(site("C-term", "Any C-term")), "N-termC-term");
+    EXPECT_EQ(load(site("K", "Anywhere")), "N-termC-term");
+    EXPECT_EQ(load(UnimodText("")), "N-termC-term") << "a file without records";
+}
+
 TEST(Unimod, B43_AFailureOfTheXmlIsToldOnStandardErrorOnly)
 {
     const std::vector<std::pair<std::string, std::string>> rows = {
@@ -221,6 +249,24 @@ TEST(Unimod, B43_AFailureOfTheXmlIsToldOnStandardErrorOnly)
         EXPECT_EQ(loaded.printed.err, message + "\n") << text;
         EXPECT_EQ(loaded.printed.out, "") << text;
         EXPECT_THAT(loaded.records, IsEmpty());
+    }
+}
+
+TEST(Unimod, B43_WhatIsToldIsTheWholeMessageAndALineEnd)
+{
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {"<umod:unimod>\n" + kTwoSites, "<umod:unimod>Can not find </element>"},
+        {"<umod:unimod/><umod:modifications a=\"b\"", "<umod:modifications a=\"b\"\n"
+                                                      "Can not find '>'"},
+        {"<![CDATA[x>", "Can not find \"]]>\""},
+        {"<!DOCTYPE x>", "DOCTYPE can not find \"]>\""},
+        {"<a\0b>"s, "<a"},
+    };
+    const TempFolder folder;
+    for (const auto& [text, message] : rows) {
+        const std::string path = folder.Write("u.xml", text);
+        EXPECT_EQ(MessageOf([&] { CXmlDocument().ParseFile(path); }), message);
+        EXPECT_EQ(PrintedBy([&] { UnimodProbe{path}; }).err, message + "\n");
     }
 }
 
@@ -272,6 +318,31 @@ TEST(Unimod, AnotherPositionIsAnException)
     }
 }
 
+TEST(Unimod, RecordsBeforeAnotherPositionStayWithoutNames)
+{
+    const TempFolder folder;
+    UnimodProbe database(folder.Write("1.xml", UnimodText(kTwoSites)));
+    const std::string path = folder.Write(
+        "2.xml",
+        UnimodText(Mod("a", Site("Q", "Any N-term") + kOxidationDelta)
+                   + Mod("b", Site("K") + Site("M", "nowhere") + Site("C") + kOxidationDelta)));
+    std::string error;
+    const Printed printed =
+        PrintedBy([&] { error = ErrorOf([&] { database.readFromUnimodXMLFile(path); }); });
+    EXPECT_EQ(error, InvalidPosition("nowhere"));
+    EXPECT_EQ(printed.out + printed.err, "");
+    EXPECT_EQ(database.getNumberOfModifications(), 4u);
+    EXPECT_THAT(WithMass(database, 15.994915, 0.0),
+                ElementsAre("Oxidation (M)", "Oxidation (W)", "", ""));
+    EXPECT_THAT(WithMass(database, 15.994915, 0.0, "Q", CResidueModification::N_TERM),
+                ElementsAre(""));
+    EXPECT_THAT(WithMass(database, 15.994915, 0.0, "K"), ElementsAre(""));
+    for (const char* const name : {"a", "b", "", "a (Any N-term Q)", "b (K)"}) {
+        EXPECT_EQ(ThrownBy([&] { Named(database, name); }).name, "ElementNotFound") << name;
+    }
+    EXPECT_EQ(Named(database, "full").size(), 2u) << "those of the load before";
+}
+
 TEST(Unimod, APositionIsNotLookedAtWithoutDelta)
 {
     EXPECT_THAT(RecordsOf(Mod("a", Site("M", "nowhere"))), IsEmpty());
@@ -291,9 +362,29 @@ TEST(Unimod, TheLoaderAppends)
     });
     EXPECT_EQ(printed.err, "Can not open file!\n");
     EXPECT_THAT(FullIds(Named(database, "full")),
+                UnorderedElementsAre("Oxidation (M)", "Oxidation (W)", "b (K)"));
+    EXPECT_THAT(WithMass(database, 15.994915, 0.0),
                 ElementsAre("Oxidation (M)", "Oxidation (W)", "b (K)"));
     EXPECT_EQ(before.getFullId(), "Oxidation (W)");
+    EXPECT_EQ(&database.getModification("full", "W", kAnySpecificity), &before);
     EXPECT_EQ(database.getNumberOfModifications(), 3u);
+}
+
+/// Has a loader of its own under the name of the base's.
+class HidingUnimod : public UnimodProbe {
+public:
+    using UnimodProbe::UnimodProbe;
+    void readFromUnimodXMLFile(const std::string&) {}
+};
+
+TEST(Unimod, TheLoaderIsNotVirtual)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("u.xml", UnimodText(kTwoSites));
+    HidingUnimod database(path);
+    CModificationsDBUnimod& base = database;
+    base.readFromUnimodXMLFile(path);
+    EXPECT_EQ(database.getNumberOfModifications(), 4u);
 }
 
 // ---- The instance ---------------------------------------------------------
