@@ -10,8 +10,11 @@
 
 namespace Vorlan::fuzz {
 
-/// Up to the first line that is too long; that one is cut.
-inline std::vector<std::string> LinesOf(std::string text)
+enum class FirstLine { LikeAll, OfAnyLength };
+
+/// Up to the first line that is too long; that one is cut. A first line of any
+/// length stands whole, with its NULs.
+inline std::vector<std::string> LinesOf(std::string text, FirstLine first = FirstLine::LikeAll)
 {
     if (text.compare(0, 3, "\xEF\xBB\xBF") == 0) {
         text.erase(0, 3);
@@ -23,6 +26,10 @@ inline std::vector<std::string> LinesOf(std::string text)
     while (isWhole && std::getline(input, line)) {
         if (!input.eof() && !line.empty() && line.back() == '\r') {
             line.pop_back();
+        }
+        if (lines.empty() && first == FirstLine::OfAnyLength) {
+            lines.push_back(line);
+            continue;
         }
         isWhole = line.size() <= LineReader::kMaxLineLength;
         line.resize(isWhole ? line.size() : LineReader::kMaxLineLength);

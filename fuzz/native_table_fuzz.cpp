@@ -128,7 +128,7 @@ PeptideIdentification PlainMatch(PlainRow& row)
 
 void PlainLoad(const std::string& text, Matches& matches)
 {
-    std::vector<std::string> lines = fuzz::LinesOf(text);
+    std::vector<std::string> lines = fuzz::LinesOf(text, fuzz::FirstLine::OfAnyLength);
     lines.resize(lines.empty() ? 1 : lines.size());
     const std::vector<String> header = Pieces(lines[0], '\t');
     for (const char* column :

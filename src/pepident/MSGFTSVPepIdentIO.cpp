@@ -42,9 +42,10 @@ void MSGFTSVPepIdentIO::Load(std::vector<PeptideIdentification>& vMatches)
     const MsgfModifications modifications =
         vAuxFilePaths_.empty() ? MsgfModifications(SpecifiedModifications())
                                : MsgfModifications::FromList(vAuxFilePaths_.front(), kLoad);
+    std::string header;
+    pInput_->NextOfAnyLength(header);
+    msgf::RowReader reader(header, modifications);
     std::string_view line;
-    pInput_->Next(line);
-    msgf::RowReader reader(line, modifications);
     Progress progress(console::Stream::Out, tResultCount_);
     while (pInput_->Next(line)) {
         progress.Begin();

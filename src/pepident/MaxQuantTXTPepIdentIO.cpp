@@ -92,12 +92,12 @@ void MaxQuantTXTPepIdentIO::Load(std::vector<PeptideIdentification>& vMatches)
     if (pPeptides_->Failed()) {
         errors::NotReadable(kLoad, vAuxFilePaths_.front());
     }
+    std::string header;
+    pInput_->NextOfAnyLength(header);
+    maxquant::MatchReader matches(header, SpecifiedModifications());
+    pPeptides_->NextOfAnyLength(header);
+    maxquant::PeptideReader peptides(header);
     std::string_view line;
-    pInput_->Next(line);
-    maxquant::MatchReader matches(line, SpecifiedModifications());
-    line = {};
-    pPeptides_->Next(line);
-    maxquant::PeptideReader peptides(line);
     MatchRows rows(*pInput_, tResultCount_);
     maxquant::Peptide peptide;
     while (pPeptides_->Next(line)) {

@@ -24,9 +24,10 @@ void Pfind3PepIdentIO::Load(std::vector<PeptideIdentification>& vMatches)
     if (pInput_->Failed()) {
         errors::NotReadable("Pfind3PepIdentIO::Load", strFilePath_);
     }
+    std::string header;
+    pInput_->NextOfAnyLength(header);
+    pfind::RowReader reader(header);
     std::string_view line;
-    pInput_->Next(line);
-    pfind::RowReader reader(line);
     while (pInput_->Next(line)) {
         PeptideIdentification match;
         if (reader.Read(line, match)) {

@@ -40,9 +40,10 @@ void TulkTXTPepIdentIO::Load(std::vector<PeptideIdentification>& vMatches)
     if (pInput_->Failed()) {
         errors::NotReadable(kLoad, strFilePath_);
     }
+    std::string header;
+    pInput_->NextOfAnyLength(header);
+    native::RowReader reader(header);
     std::string_view line;
-    pInput_->Next(line);
-    native::RowReader reader(line);
     if (vMatches.empty()) {
         vMatches.reserve(std::min(tResultCount_ + 1, kMostRoom));
     }

@@ -106,6 +106,25 @@ bool LineReader::NextWhole(std::string_view& line)
     return Next(line) && !tooLong_;
 }
 
+bool LineReader::NextOfAnyLength(std::string& line)
+{
+    line.clear();
+    std::size_t length = 0;
+    bool hasFeed = false;
+    while (!failed_ && !hasFeed && FindLine(length, hasFeed)) {
+        line.append(buffer_.get() + begin_, length);
+        begin_ += length + (hasFeed ? 1 : 0);
+    }
+    if (!hasFeed && line.empty()) {
+        failed_ = true;
+        return false;
+    }
+    if (mode_ == Mode::Text && hasFeed && !line.empty() && line.back() == '\r') {
+        line.pop_back();
+    }
+    return true;
+}
+
 bool LineReader::NextBeginningWith(char first, std::string_view& line)
 {
     while (!failed_) {

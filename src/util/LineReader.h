@@ -18,6 +18,7 @@ namespace Vorlan {
 ///   most kMaxLineLength characters; a longer line yields its first
 ///   kMaxLineLength ones and ends the reading, until Seek.
 /// - The text of a line ends at its first NUL, as in a C string.
+///   (NextOfAnyLength knows neither of the two limits.)
 /// - In text mode one carriage return before a line feed is dropped and does
 ///   not count towards the limit, and a UTF-8 byte order mark at the start of
 ///   the file is dropped. In binary mode every byte stands.
@@ -47,6 +48,10 @@ public:
 
     /// The next line; false when there is none or it is too long.
     bool NextWhole(std::string_view& line);
+
+    /// The next line whatever its length, with the NULs in it; false, and an
+    /// empty line, when there is none.
+    bool NextOfAnyLength(std::string& line);
 
     /// The next line that begins with first, which is not NUL; false when there
     /// is none up to the end of the file or the first line that is too long.

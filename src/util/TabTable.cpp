@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
 #endif
-
-#include "CStringProcess.h"
 
 namespace Vorlan {
 
@@ -43,15 +42,24 @@ std::size_t LowestOf(std::uint64_t bits)
 
 } // namespace
 
-TabHeader::TabHeader(std::string_view row)
+// As CStringProcess::GetAttributesFromFirstRow has it, without memory for each cell.
+int TabHeader::Find(std::string_view name) const
 {
-    CStringProcess::GetAttributesFromFirstRow(std::string(row), columns_, "\t");
-}
-
-int TabHeader::Find(const std::string& name) const
-{
-    const auto column = columns_.find(name);
-    return column == columns_.end() ? kMissing : column->second;
+    if (row_.empty()) {
+        return kMissing;
+    }
+    std::string_view rest = row_;
+    for (int place = 0; place < std::numeric_limits<int>::max(); ++place) {
+        const std::size_t tab = rest.find('\t');
+        if (rest.substr(0, tab) == name) {
+            return place;
+        }
+        if (tab == std::string_view::npos) {
+            break;
+        }
+        rest.remove_prefix(tab + 1);
+    }
+    return kMissing;
 }
 
 void TabRow::Split(std::string_view row, char separator)

@@ -3,7 +3,6 @@
 #define VORLAN_UTIL_TABTABLE_H
 
 #include <cstddef>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,14 +14,14 @@ class TabHeader {
 public:
     static constexpr int kMissing = -1;
 
-    /// An empty row has no columns.
-    explicit TabHeader(std::string_view row);
+    /// An empty row has no columns. A row may be of any length.
+    explicit TabHeader(std::string_view row) : row_(row) {}
 
-    /// The place of a column, counted from 0, or kMissing.
-    int Find(const std::string& name) const;
+    /// The place of the first column with the name, counted from 0, or kMissing.
+    int Find(std::string_view name) const;
 
 private:
-    std::map<std::string, int> columns_;
+    std::string row_;
 };
 
 /// The cells of one row. Keeps its storage from row to row.

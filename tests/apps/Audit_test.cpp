@@ -85,6 +85,13 @@ TEST(TableAudit, ALineMayHold81919Characters)
     EXPECT_EQ(audit.rowsBehindEmptyLine, 0U);
 }
 
+TEST(TableAudit, TheHeaderMayBeOfAnyLength)
+{
+    const TableAudit audit = AuditOfTable(Repeat("x", 90000) + "\na\nb\n");
+    EXPECT_EQ(audit.rows, 2U);
+    EXPECT_EQ(audit.longLine, 0U);
+}
+
 MgfAudit AuditOfMgf(const std::string& bytes)
 {
     const TempFolder folder;

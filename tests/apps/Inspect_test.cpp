@@ -187,6 +187,20 @@ TEST(Inspect, TellsWhatOfAnMgfFileIsLost)
     EXPECT_EQ(json["spectra_read"], 1);
 }
 
+TEST(Inspect, SeesTheColumnsBehindAThousandOthers)
+{
+    std::string cells;
+    for (int i = 0; i < 2000; ++i) {
+        cells += "\tRatio H/L normalized of experiment " + std::to_string(i);
+    }
+    const ordered_json json = JsonOfFile("#SpecFile\tScanNum\tPeptide\tCharge\tPrecursor\t"
+                                         "PrecursorError(Da)\tSpecEValue"
+                                         + cells + "\tProtein\n");
+    EXPECT_EQ(json["kind"], "msgf");
+    EXPECT_EQ(json["columns"].size(), 2008U);
+    EXPECT_EQ(json["missing_columns"], ordered_json::array());
+}
+
 TEST(Inspect, ComparesColumnsWithThoseThatAreNeeded)
 {
     const ordered_json json =

@@ -234,6 +234,18 @@ TEST(Prepare, HeadersOfOtherReleasesAreSpelledAsTheLibraryWants)
                  Failure);
 }
 
+TEST(Prepare, HeadersAreCopiedWholeAsTheirReadersTakeThem)
+{
+    const std::string more = "\tMore\t" + Vorlan::test::Repeat("x", 90000);
+    const auto with = [&more](std::string header) {
+        return header.insert(header.size() - 1, more);
+    };
+    const Place place(Files{{"run.tsv", with(kMsgfHeader) + MsgfRow()}});
+    EXPECT_EQ(place.Text("run.tsv"), with(kMsgfHeader) + MsgfRow());
+    EXPECT_EQ(MatchesOf(PepIdentType::MsgfTsv, place.Path("run.tsv")).size(), 1U);
+    EXPECT_THROW(Make(Files{{"psms.txt", with(kSequestHeader) + SequestRow()}}), Failure);
+}
+
 TEST(Prepare, PeptidesNameTheRowsOfMaxQuantInTheirOrder)
 {
     const auto matches = [](const Place& place, const std::string& name) {

@@ -95,6 +95,7 @@ TEST(ResultAudit, CountsRowsOfMsgf)
          {"the last line has no end", kMsgfHeader + row.substr(0, row.size() - 1), "1 records"},
          {"an empty row", kMsgfHeader + row + "\n" + row, "2 records, 1 blank_row at 3"},
          {"a short row", kMsgfHeader + "run.mzML\t1\n" + row, "1 records, 1 short_row at 2"},
+         {"a long header", LongRow(kMsgfHeader) + row + row, "2 records"},
          {"a long line", kMsgfHeader + row + LongRow(row) + row + row,
           "2 records, 2 behind_long_line at 3, cut"}});
 }

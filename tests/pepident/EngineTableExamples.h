@@ -26,6 +26,9 @@ struct EngineTableExample {
                         : EngineFiles{text, otherName, other.Text()};
     }
 
+    /// Its header is a row like any other: it is cut where it is too long, and ends at a NUL.
+    bool BoundsItsHeader() const { return type == PepIdentType::SequestTxt; }
+
     /// Reads the text as this table.
     Reading Read(const std::string& text) const
     {

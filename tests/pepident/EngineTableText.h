@@ -53,6 +53,17 @@ struct Table {
         return table;
     }
 
+    /// The same with a further column in front of the others.
+    Table WithInFront(const std::string& name) const
+    {
+        Table table = *this;
+        table.columns.insert(table.columns.begin(), name);
+        for (std::vector<std::string>& row : table.rows) {
+            row.insert(row.begin(), "more");
+        }
+        return table;
+    }
+
     std::string Text(const std::string& lineEnd = "\n") const
     {
         std::string text = Line(columns) + lineEnd;

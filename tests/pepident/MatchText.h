@@ -126,6 +126,22 @@ inline Reading ReadNativeText(const std::string& text)
     return ReadNativeText(TempFolder(), text);
 }
 
+// ---- Progress -------------------------------------------------------------
+
+/// What is printed for one row, with the backspaces behind it.
+inline std::string Shown(const std::string& text)
+{
+    return text + std::string(text.size(), '\b');
+}
+
+/// What is printed when the rows are done and text was shown last.
+inline std::string Erased(const std::string& text)
+{
+    return std::string(text.size(), ' ') + std::string(text.size(), '\b');
+}
+
+// ---- Writing --------------------------------------------------------------
+
 /// The bytes that Save writes.
 inline std::string NativeTextOf(const TempFolder& folder,
                                 const std::vector<PeptideIdentification>& matches)

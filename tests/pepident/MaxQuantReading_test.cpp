@@ -120,6 +120,26 @@ TEST(MaxQuantReading, NumbersAreReadAsFarAsTheyGo)
     EXPECT_THAT(match("Retention time", "0.091825"), testing::HasSubstr("|rt 5.5095|"));
 }
 
+/// Reading the files ends the process.
+void ExpectEnd(const EngineFiles& files, const std::string& output)
+{
+    const EngineFolder folder(files);
+    const auto load = [&folder] {
+        MaxQuantTXTPepIdentIO reader;
+        std::vector<PeptideIdentification> matches;
+        reader.InitLoad(folder.Source());
+        reader.Load(matches);
+    };
+    ExpectEndOnOutput(load, output);
+}
+
+TEST(MaxQuantReading, B66_ColumnsOfTheMatchesAreLookedAtBeforeThoseOfThePeptides)
+{
+    ExpectEnd(Files(kMatchTable.Without("Modified sequence"),
+                    kPeptidesTable.Without("Amino acid before")),
+              "Error:\tCannot find the column \"Modified sequence\" in the msms.txt\n");
+}
+
 // ---- The order of the rows ------------------------------------------------
 
 TEST(MaxQuantReading, B62_RowsAreListedInTheirOrder)
@@ -150,15 +170,8 @@ TEST(MaxQuantReading, B62_AnyOtherOrderEndsTheProcess)
     };
     for (const auto& [reason, rows] : lists) {
         SCOPED_TRACE(reason);
-        const EngineFolder folder(Files(kMatchTable, Peptides(rows)));
-        const auto load = [&folder] {
-            MaxQuantTXTPepIdentIO reader;
-            std::vector<PeptideIdentification> matches;
-            reader.InitLoad(folder.Source());
-            reader.Load(matches);
-        };
-        ExpectEndOnOutput(load, "Error:\t\"MS/MS IDs\" in the peptides.txt arranged in "
-                                "unexpected way.\n");
+        ExpectEnd(Files(kMatchTable, Peptides(rows)),
+                  "Error:\t\"MS/MS IDs\" in the peptides.txt arranged in unexpected way.\n");
     }
 }
 
@@ -322,16 +335,6 @@ TEST_F(MaxQuantSpecified, TagsAndMassesOfTheSpecifiedModifications)
 }
 
 // ---- Progress -------------------------------------------------------------
-
-std::string Shown(const std::string& text)
-{
-    return text + std::string(text.size(), '\b');
-}
-
-std::string Erased(const std::string& text)
-{
-    return std::string(text.size(), ' ') + std::string(text.size(), '\b');
-}
 
 /// What is printed for rows of which the peptides list the first ones.
 std::string OutputOfRows(std::size_t rows, std::size_t listed)

@@ -198,16 +198,6 @@ TEST_F(MsgfSpecified, WithoutAListTheSpecifiedModificationsAreMeant)
 
 // ---- Progress -------------------------------------------------------------
 
-std::string Shown(const std::string& text)
-{
-    return text + std::string(text.size(), '\b');
-}
-
-std::string Erased(const std::string& text)
-{
-    return std::string(text.size(), ' ') + std::string(text.size(), '\b');
-}
-
 std::string OutputOfRows(std::size_t rows, const std::string& more = "")
 {
     return Read({kMsgfTable.Header() + Repeat(Table::Line(kMsgfTable.rows[0]) + "\n", rows) + more})

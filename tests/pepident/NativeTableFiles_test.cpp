@@ -194,6 +194,26 @@ TEST(NativeTableFiles, B12_AnEmptyLineEndsTheTable)
     EXPECT_TRUE(ReadNativeText(kNativeHeader + "\n" + Row("a")).matches.empty());
 }
 
+TEST(NativeTableFiles, B12_ASecondLoadTakesTheLineBehindTheEmptyOneForAHeader)
+{
+    const TempFolder folder;
+    folder.Write("t.txt", kNativeHeader + Row("a") + "\n" + kNativeHeader + Row("b") + "\n"
+                              + Row("c") + Row("d"));
+    std::vector<PeptideIdentification> matches;
+    TulkTXTPepIdentIO reader;
+    reader.InitLoad(SourceIn(folder.Path()));
+    OutputOf([&] {
+        reader.Load(matches);
+        reader.Load(matches);
+    });
+    EXPECT_THAT(Dump(matches), ElementsAre(DumpOf("a"), DumpOf("b")));
+    EXPECT_EQ(ThrownBy([&] { reader.Load(matches); }),
+              (Thrown{"ElementNotFound", "PeptideIdentificationIO", kNativeLoad,
+                      "the element 'Dataset Name' could not be found"}))
+        << "a row is no header";
+    EXPECT_EQ(matches.size(), 2u);
+}
+
 TEST(NativeTableFiles, TheLastRowNeedsNoLineFeed)
 {
     std::string text = kNativeHeader + Row("a") + Row("b");
@@ -247,6 +267,23 @@ TEST(NativeTableFiles, OfAnOverlongRowTheFirst81919CharactersAreRead)
     ASSERT_EQ(accessions.matches.size(), 1u);
     ASSERT_EQ(accessions.matches[0].vEvidences.size(), 1u);
     EXPECT_EQ(accessions.matches[0].vEvidences[0].strProteinAccession, accession);
+}
+
+TEST(NativeTableFiles, AHeaderIsReadWholeWhateverItsLengthAndItsBytes)
+{
+    for (const std::string& name :
+         {std::string(90000, 'x'), std::string(700000, 'x'), std::string("A\0B", 3)}) {
+        std::string behind = kNativeHeader;
+        behind.insert(behind.size() - 1, "\t" + name);
+        const std::string inFront = name + "\t" + kNativeHeader;
+        for (const std::string& text :
+             {behind + Row("a") + Row("b"), inFront + "more\t" + Row("a") + "more\t" + Row("b")}) {
+            const Reading reading = ReadNativeText(text);
+            EXPECT_EQ(reading.thrown, Thrown()) << name.size();
+            EXPECT_THAT(Dump(reading.matches), ElementsAre(DumpOf("a"), DumpOf("b")))
+                << name.size();
+        }
+    }
 }
 
 TEST(NativeTableFiles, EndLoadAndEndSaveWithoutAnythingOpenAreHarmless)

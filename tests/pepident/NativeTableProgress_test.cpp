@@ -10,17 +10,6 @@ namespace {
 
 const std::string kRow = "d\ts\tSEQ\t2\t1\t0\t7\t1\t\t\t\t\t\t\n";
 
-/// What is printed for one row, and erased.
-std::string Shown(const std::string& text)
-{
-    return text + std::string(text.size(), '\b');
-}
-
-std::string Erased(const std::string& text)
-{
-    return std::string(text.size(), ' ') + std::string(text.size(), '\b');
-}
-
 std::string OutputOfLoad(const std::string& text)
 {
     const TempFolder folder;

@@ -157,6 +157,7 @@ TEST(SequestReading, ModificationsOfTheCell)
         {"N-Term(Acetyl)", "Acetyl@0"},
         {"N-Term(Prot)(Acetyl)", "Acetyl@0"},
         {"[N-Term](Acetyl)", "Acetyl@0"},
+        {"K5(x N-Term)", "x N-Term@0"},
         {"K22(TMT6plex)", "TMT6plex@22"},
         {"M5(a", "@5"},
         {"M5(ab", "a@5"},

@@ -14,7 +14,6 @@ namespace pelgrin {
 namespace {
 
 constexpr std::size_t kBlockSize = std::size_t{256} * 1024;
-constexpr std::size_t kKept = kLongestLine;
 constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
 
 } // namespace
@@ -32,7 +31,7 @@ FileLines::FileLines(const std::string& path, Mode mode)
     }
 }
 
-bool FileLines::Next(Line& line)
+bool FileLines::Next(Line& line, Part part)
 {
     line.length = 0;
     line.begin.clear();
@@ -46,7 +45,7 @@ bool FileLines::Next(Line& line)
         const auto* const feed = static_cast<const char*>(std::memchr(from, '\n', end_ - begin_));
         const std::size_t size =
             feed != nullptr ? static_cast<std::size_t>(feed - from) : end_ - begin_;
-        Append(line, from, size);
+        Append(line, from, size, part);
         begin_ += size;
         offset_ += size;
         if (feed != nullptr) {
@@ -61,7 +60,9 @@ bool FileLines::Next(Line& line)
         }
     }
     line.end = offset_;
-    line.begin.resize(std::min(line.begin.size(), line.begin.find('\0')));
+    if (part == Part::Begin) {
+        line.begin.resize(std::min(line.begin.size(), line.begin.find('\0')));
+    }
     return any;
 }
 
@@ -76,11 +77,12 @@ bool FileLines::Refill()
     return end_ > 0;
 }
 
-void FileLines::Append(Line& line, const char* bytes, std::size_t size)
+void FileLines::Append(Line& line, const char* bytes, std::size_t size, Part part)
 {
     line.length += size;
-    if (line.begin.size() < kKept) {
-        line.begin.append(bytes, std::min(size, kKept - line.begin.size()));
+    const std::size_t kept = part == Part::Whole ? kLongestHeader : kLongestLine;
+    if (line.begin.size() < kept) {
+        line.begin.append(bytes, std::min(size, kept - line.begin.size()));
     }
     if (size > 0) {
         last_ = bytes[size - 1];

@@ -12,7 +12,11 @@ namespace pelgrin {
 /// The longest line that the library reads whole.
 constexpr std::uint64_t kLongestLine = 81919;
 
-/// Gives every line of a file, however long, in memory of fixed size.
+/// The longest header line that the host looks at; the library has no limit.
+constexpr std::uint64_t kLongestHeader = std::uint64_t{4} * 1024 * 1024;
+
+/// Gives every line of a file, however long, in memory of fixed size, unless it is
+/// asked for a whole one.
 class FileLines {
 public:
     /// Text drops a byte order mark at the start of the file and the carriage
@@ -27,15 +31,19 @@ public:
         std::string begin;        ///< its text up to the first NUL, at most kLongestLine bytes
     };
 
+    /// How much of a line is given; Whole: all of its bytes, at most kLongestHeader, as
+    /// the library reads the header line of most tables.
+    enum class Part { Begin, Whole };
+
     /// Throws Failure when the file cannot be opened.
     FileLines(const std::string& path, Mode mode);
 
     /// The next line; false at the end. Throws Failure for a read error.
-    bool Next(Line& line);
+    bool Next(Line& line, Part part = Part::Begin);
 
 private:
     bool Refill();
-    void Append(Line& line, const char* bytes, std::size_t size);
+    void Append(Line& line, const char* bytes, std::size_t size, Part part);
 
     std::string path_;
     Mode mode_;

@@ -15,20 +15,18 @@ TableAudit AuditTable(const std::string& path, const OnRecord& onRow)
     };
     FileLines lines(path, FileLines::Mode::Text);
     FileLines::Line line;
+    lines.Next(line); // the header, of any length
     while (lines.Next(line)) {
-        const bool isHeader = line.number == 1;
         if (audit.emptyLine != 0 || audit.longLine != 0) {
             const std::uint64_t row = line.begin.empty() ? 0 : 1;
             (audit.longLine != 0 ? audit.rowsBehindLongLine : audit.rowsBehindEmptyLine) += row;
         } else if (line.length > kLongestLine) {
             audit.longLine = line.number;
-            audit.cutsRow = !isHeader;
-            if (!isHeader) {
-                take(line);
-            }
-        } else if (!isHeader && line.begin.empty()) {
+            audit.cutsRow = true;
+            take(line);
+        } else if (line.begin.empty()) {
             audit.emptyLine = line.number;
-        } else if (!isHeader) {
+        } else {
             take(line);
         }
     }

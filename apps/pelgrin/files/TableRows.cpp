@@ -13,9 +13,16 @@ TableRows::TableRows(const std::string& path, Cells cells)
     : path_(path), cells_(cells),
       lines_(path, cells == Cells::Quoted ? FileLines::Mode::Binary : FileLines::Mode::Text)
 {
-    lines_.Next(line_);
+    // With quotes the header is a line like all others, else it is read whole.
+    const bool isBounded = cells == Cells::Quoted;
+    lines_.Next(line_, isBounded ? FileLines::Part::Begin : FileLines::Part::Whole);
+    if (!isBounded && line_.length > kLongestHeader) {
+        throw Failure(
+            fmt::format("{}:1: expected a header of at most {} characters", path, kLongestHeader));
+    }
     Clean();
     Vorlan::CStringProcess::GetAttributesFromFirstRow(line_.begin, columns_, "\t");
+    endsHere_ = isBounded && line_.length > kLongestLine;
 }
 
 std::size_t TableRows::Column(const std::string& name) const
@@ -45,7 +52,7 @@ std::size_t TableRows::Highest(const std::vector<ColumnNames>& columns) const
 
 bool TableRows::Next(ResultAudit& audit)
 {
-    if (line_.length > kLongestLine) {
+    if (endsHere_) {
         audit.longLine = line_.number;
         const std::uint64_t end = line_.number;
         while (lines_.Next(line_)) {
@@ -60,7 +67,8 @@ bool TableRows::Next(ResultAudit& audit)
     if (!lines_.Next(line_)) {
         return false;
     }
-    audit.cutsRow = line_.length > kLongestLine;
+    endsHere_ = line_.length > kLongestLine;
+    audit.cutsRow = endsHere_;
     Clean();
     return true;
 }

@@ -48,6 +48,7 @@ private:
     Cells cells_;
     FileLines lines_;
     FileLines::Line line_;
+    bool endsHere_ = false; ///< the line is too long
     std::map<std::string, int> columns_;
 };
 

@@ -40,10 +40,10 @@ const Places& PlacesOf(FileKind kind)
     return found == places.end() ? none : found->second;
 }
 
-std::vector<std::string> SplitTabs(std::string_view line, std::size_t most)
+std::vector<std::string> SplitTabs(std::string_view line)
 {
     std::vector<std::string> cells;
-    for (std::size_t begin = 0; begin <= line.size() && cells.size() < most;) {
+    for (std::size_t begin = 0; begin <= line.size();) {
         const std::size_t end = std::min(line.find('\t', begin), line.size());
         cells.emplace_back(line.substr(begin, end - begin));
         begin = end + 1;
@@ -144,9 +144,9 @@ TableFacts TableFactsOf(FileKind kind, const std::string& path)
     table.kind = kind;
     FileLines lines(path, FileLines::Mode::Text);
     FileLines::Line line;
-    lines.Next(line);
+    lines.Next(line, kind == FileKind::Sequest ? FileLines::Part::Begin : FileLines::Part::Whole);
     Clean(kind, line.begin);
-    table.columns = SplitTabs(line.begin, TableFacts::kMostColumns);
+    table.columns = SplitTabs(line.begin);
     CompareColumns(table);
     Rows rows(table);
     while (lines.Next(line)) {

@@ -14,7 +14,7 @@ namespace pelgrin {
 
 struct TableFacts {
     FileKind kind = FileKind::OtherTable;
-    std::vector<std::string> columns; ///< of the header line, at most kMostColumns
+    std::vector<std::string> columns; ///< of the header line
     std::size_t needed = 0;           ///< columns that the library's reader needs
     std::vector<std::string> missing; ///< of these, as '"A" or "B"'
     /// Missing ones that are there in another letter case: '"A", here "a"'.
@@ -23,8 +23,6 @@ struct TableFacts {
     Decoys decoys;            ///< of the first accession of each row
     std::string decoyColumn;  ///< a column that marks decoys; empty: none
     std::uint64_t marked = 0; ///< rows that it marks
-
-    static constexpr std::size_t kMostColumns = 1000;
 };
 
 /// One pass. Throws Failure when the file cannot be read.

@@ -8,12 +8,10 @@
 
 namespace pelgrin {
 
-bool LintLine(const FileLines::Line& line, Findings& findings)
+namespace {
+
+void LintReturns(const FileLines::Line& line, Findings& findings)
 {
-    if (line.begin.size() < std::min<std::uint64_t>(line.length, kLongestLine)) {
-        findings.Add(Rule::NulByte, line.number,
-                     fmt::format("a NUL byte in column {}; expected text", line.begin.size() + 1));
-    }
     const std::size_t hit = line.begin.find('\r');
     if (hit != std::string::npos && line.begin.find_first_not_of('\r', hit) != std::string::npos) {
         findings.Add(Rule::LoneReturn, line.number,
@@ -21,12 +19,34 @@ bool LintLine(const FileLines::Line& line, Findings& findings)
                                  "line feed",
                                  hit + 1));
     }
-    if (line.length > kLongestLine) {
+}
+
+bool LintLength(const FileLines::Line& line, std::uint64_t longest, Findings& findings)
+{
+    if (line.length > longest) {
         findings.Add(Rule::LongLine, line.number,
-                     fmt::format("{} characters; expected at most {}", line.length, kLongestLine));
+                     fmt::format("{} characters; expected at most {}", line.length, longest));
         return false;
     }
     return true;
+}
+
+} // namespace
+
+bool LintLine(const FileLines::Line& line, Findings& findings)
+{
+    if (line.begin.size() < std::min<std::uint64_t>(line.length, kLongestLine)) {
+        findings.Add(Rule::NulByte, line.number,
+                     fmt::format("a NUL byte in column {}; expected text", line.begin.size() + 1));
+    }
+    LintReturns(line, findings);
+    return LintLength(line, kLongestLine, findings);
+}
+
+bool LintHeader(const FileLines::Line& line, Findings& findings)
+{
+    LintReturns(line, findings);
+    return LintLength(line, kLongestHeader, findings);
 }
 
 bool BeginsWithMark(std::string_view bytes)

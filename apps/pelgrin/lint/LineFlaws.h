@@ -14,6 +14,10 @@ namespace pelgrin {
 /// the library reads nothing behind the line.
 bool LintLine(const FileLines::Line& line, Findings& findings);
 
+/// The same for a header line that the library reads whole: NUL bytes are no flaw,
+/// and only a length that the host does not look at is. False then.
+bool LintHeader(const FileLines::Line& line, Findings& findings);
+
 /// The first bytes of a file are a byte order mark.
 bool BeginsWithMark(std::string_view bytes);
 

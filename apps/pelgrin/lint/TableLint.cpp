@@ -81,8 +81,13 @@ TableLint::TableLint(const std::string& path, const TableForm& form, Findings& f
 
 bool TableLint::ReadHeader()
 {
-    lines_.Next(line_);
-    isCut_ = !LintLine(line_, findings_);
+    // Of Sequest the header is a line like all others, else it is read whole.
+    lines_.Next(line_, form_.dropsQuotes ? FileLines::Part::Begin : FileLines::Part::Whole);
+    if (form_.dropsQuotes) {
+        isCut_ = !LintLine(line_, findings_);
+    } else {
+        isCut_ = !LintHeader(line_, findings_);
+    }
     text_ = Plain();
     const std::vector<std::string_view> header = PiecesOf(text_, '\t');
     for (const Column& column : form_.columns) {

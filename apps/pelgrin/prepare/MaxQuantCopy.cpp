@@ -62,7 +62,7 @@ Peptides ReadPeptides(const std::string& path)
     }
     FileLines lines(path, FileLines::Mode::Text);
     FileLines::Line line;
-    lines.Next(line);
+    lines.Next(line, FileLines::Part::Whole);
     const TableCopy::Cells header = SplitCells(line.begin);
     const std::size_t sequence = PlaceOf(header, "Sequence", path);
     const std::size_t before = PlaceOf(header, "Amino acid before", path);

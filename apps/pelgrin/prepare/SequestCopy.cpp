@@ -89,7 +89,7 @@ bool HasNumbers(const TableCopy& table, const TableCopy::Cells& cells)
 
 void CopySequest(const std::string& source, const std::string& target, Copy& copy)
 {
-    TableCopy table(source, target, Columns(), copy);
+    TableCopy table(source, target, Columns(), copy, TableCopy::Header::Bounded);
     table.CopyRows([&](TableCopy::Cells& cells, std::uint64_t line) -> const char* {
         for (std::string& cell : cells) {
             cell.erase(std::remove(cell.begin(), cell.end(), '"'), cell.end());

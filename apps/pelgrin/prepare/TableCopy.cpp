@@ -83,10 +83,12 @@ bool IsNumber(std::string_view cell)
 }
 
 TableCopy::TableCopy(const std::string& source, const std::string& target,
-                     const std::vector<WantedColumn>& wanted, Copy& copy)
+                     const std::vector<WantedColumn>& wanted, Copy& copy, Header kind)
     : source_(source), copy_(copy), lines_(source, FileLines::Mode::Text), output_(target)
 {
-    lines_.Next(line_);
+    const bool isBounded = kind == Header::Bounded;
+    lines_.Next(line_, isBounded ? FileLines::Part::Begin : FileLines::Part::Whole);
+    longestHeader_ = isBounded ? kLongestLine : kLongestHeader;
     CheckHeader(line_.length);
     header_ = SplitCells(WithoutReturns(line_.begin));
     copy_.Change("quotes_dropped", 1, Unquote(header_) ? 1 : 0);
@@ -98,9 +100,9 @@ TableCopy::TableCopy(const std::string& source, const std::string& target,
 
 void TableCopy::CheckHeader(std::uint64_t length) const
 {
-    if (length > kLongestLine) {
+    if (length > longestHeader_) {
         throw Failure(fmt::format("{}:1: expected a header of at most {} characters", copy_.input,
-                                  kLongestLine));
+                                  longestHeader_));
     }
 }
 

@@ -31,11 +31,15 @@ public:
     /// Changes the cells of a row; gives the reason to leave it out, or nullptr.
     using OnRow = std::function<const char*(Cells& cells, std::uint64_t line)>;
 
+    /// Whether the reader of the copy takes a header line of any length.
+    enum class Header { OfAnyLength, Bounded };
+
     /// Reads the header of the plain text file at source, and makes target with the
     /// wanted names in it. Throws Failure with file, line 1 and the column when a
-    /// required one is missing.
+    /// required one is missing, and for a header that the reader would cut.
     TableCopy(const std::string& source, const std::string& target,
-              const std::vector<WantedColumn>& wanted, Copy& copy);
+              const std::vector<WantedColumn>& wanted, Copy& copy,
+              Header kind = Header::OfAnyLength);
 
     /// The place of a wanted column; kNone when an optional one is not there.
     static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
@@ -54,6 +58,7 @@ private:
     Copy& copy_;
     FileLines lines_;
     FileLines::Line line_;
+    std::uint64_t longestHeader_ = 0;
     Cells header_;
     std::vector<std::size_t> places_; ///< of the wanted columns
     std::size_t needed_ = 0;          ///< cells that a row must have
