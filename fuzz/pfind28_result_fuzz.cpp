@@ -5,6 +5,7 @@
 // modifications, so that all masses are 0.
 #include <algorithm>
 #include <cstdint>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,13 @@ std::string FirstWord(const std::string& text)
 {
     const std::size_t begin = std::min(text.find_first_not_of(kBlanks), text.size());
     return text.substr(begin, text.find_first_of(kBlanks, begin) - begin);
+}
+
+double ScannedDouble(const std::string& text)
+{
+    double number = 0.0;
+    std::sscanf(text.c_str(), "%lf", &number);
+    return number;
 }
 
 /// The lines of a result, one after the other; empty ones at the end.
@@ -58,18 +66,21 @@ public:
 
     std::string Word(const std::string& key) { return FirstWord(Value(key)); }
 
-    /// What stands behind the count, and the count.
-    std::string List(const std::string& key, std::int32_t& count)
+    /// What stands behind the count, and the count. format is that of a scan.
+    std::string List(const std::string& key, std::int32_t& count, const char* format = "%*d,%n")
     {
         const std::string value = Value(key);
         count = fuzz::PlainInt(value);
-        const std::size_t comma = value.find(',');
-        return comma == std::string::npos ? "" : value.substr(comma + 1);
+        int end = 0;
+        std::sscanf(value.c_str(), format, &end);
+        const std::size_t begin = value.find_first_not_of(kBlanks, static_cast<std::size_t>(end));
+        return end == 0 || begin == std::string::npos ? "" : value.substr(begin);
     }
 
-    std::vector<std::string> Words(const std::string& key, std::int32_t& count)
+    std::vector<std::string> Words(const std::string& key, std::int32_t& count,
+                                   const char* format = "%*d,%n")
     {
-        return fuzz::PiecesOf(FirstWord(List(key, count)), ',');
+        return fuzz::PiecesOf(FirstWord(List(key, count, format)), ',');
     }
 
 private:
@@ -118,7 +129,7 @@ void PlainLists(PlainLines& lines, PeptideIdentification& match)
                 flank.empty() ? 'X' : flank.front(), flank.empty() ? 'X' : flank.back());
         }
     }
-    const std::vector<std::string> positions = lines.Words("NO1_Modify_Pos=", count);
+    const std::vector<std::string> positions = lines.Words("NO1_Modify_Pos=", count, "%*[^,],%n");
     if (count > 0) {
         // These hold blanks.
         const std::vector<std::string> names =
@@ -136,7 +147,7 @@ bool PlainSection(PlainLines& lines, PeptideIdentification& match)
     const std::int32_t charge = fuzz::PlainInt(lines.Value("Charge="));
     match.nCharge = static_cast<std::uint64_t>(charge);
     lines.Next();
-    match.dObsMH = fuzz::PlainDouble(lines.Value("MH="));
+    match.dObsMH = ScannedDouble(lines.Value("MH="));
     match.dValue1 = fuzz::PlainMz(match.dObsMH, charge);
     lines.Next();
     lines.Next();
@@ -144,8 +155,8 @@ bool PlainSection(PlainLines& lines, PeptideIdentification& match)
         return false;
     }
     lines.Next();
-    match.dMainScore = fuzz::PlainDouble(lines.Value("NO1_EValue="));
-    match.dMassShift = match.dObsMH - fuzz::PlainDouble(lines.Value("NO1_MH="));
+    match.dMainScore = ScannedDouble(lines.Value("NO1_EValue="));
+    match.dMassShift = match.dObsMH - ScannedDouble(lines.Value("NO1_MH="));
     lines.Next();
     lines.Next();
     const std::string sequence = lines.Next();

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "CStringProcess.h"
 #include "FuzzSupport.h"
 #include "PlainEngineTables.h"
 
@@ -46,11 +47,11 @@ IdentModification PlainMod(const std::string& piece)
     std::string text = comma == std::string::npos ? "" : piece.substr(comma + 1);
     IdentModification mod;
     mod.nPos = fuzz::PlainInt(piece.substr(0, comma));
-    const std::size_t inner = text.find("](");
+    const std::vector<std::string> halves = CStringProcess::split(text, "](");
     std::string part;
-    if (text.find("])") != std::string::npos && inner != std::string::npos) {
-        part = "(" + NameIn(text.substr(inner + 2)) + ")";
-        text.erase(inner);
+    if (text.find("])") != std::string::npos && halves.size() > 1) {
+        part = "(" + NameIn(halves[1]) + ")";
+        text = halves[0];
     }
     mod.strName = NameIn(text) + part;
     mod.strSite = SiteIn(text);

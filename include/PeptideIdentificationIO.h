@@ -29,7 +29,8 @@
 // What every reader of sections 3 to 7 shares:
 // - Load appends a match for each row, query or section of the file that the
 //   page of the format names. Lines hold at most 81,919 characters; a longer one
-//   is cut there and ends the reading.
+//   is cut there and ends the reading. Lines of pepXML, and the header lines of
+//   all tables but Sequest's, are of any length.
 // - dValue1 is the precursor m/z (Th), dValue2 the retention time (s), dValue3
 //   the mass error with its TolType in nValue4, nValue5 the scan number, as far
 //   as the format has them.
@@ -228,11 +229,12 @@ public:
                     const std::vector<IdentModification>& vCandidates, int k);
 
     /// mod may sit at the place; nPos, cResidue, cBefore and cAfter as in getMod.
-    /// - Its site is the residue, or names the terminus of its position type.
+    /// - The first character of its site is the residue, or the site names the
+    ///   terminus of its position type.
     /// - N-terminal ones need nPos 1, C-terminal ones nPos above 5 (B-55).
     /// - Protein termini need "-" on their side of the peptide.
-    /// - At nPos 1 with cBefore "-" a site "M" fits every residue (B-56), but
-    ///   for C-terminal types.
+    /// - At nPos 1 with cBefore "-" a site that begins with "M" fits every residue
+    ///   (B-56), but for C-terminal types.
     /// \throws OpenMS::Exception::InvalidValue "The specified modifications
     ///         format was wrong" with the position type as value, label
     ///         "MSFraggerPepXMLPepIdentIO::SatisfySpecificity", when that is none
@@ -353,7 +355,8 @@ public:
     /// with a separator, what stands behind the last one is not read (B-63).
     /// Masses of modifications are looked up by name in the modification
     /// database of the parameters, else in the default table; an unknown one has
-    /// mass 0. Prints nothing.
+    /// mass 0. Prints nothing, unless that table is malformed, which ends the
+    /// process (B-44).
     ///
     /// \throws OpenMS::Exception::FileNotReadable with the path, label
     ///         "Pfind3PepIdentIO::Load".
@@ -379,8 +382,9 @@ public:
     /// Appends one match, the first candidate, for each section "[Spectrum...]"
     /// that has one. The lines of a section are known by their places, not by
     /// their keys (B-64), and values but the names of modifications end at their
-    /// first blank (B-90). Masses of modifications as Pfind3PepIdentIO::Load.
-    /// Prints nothing.
+    /// first blank (B-90). A list is read when a comma stands directly behind its
+    /// number. Masses of modifications, and what is printed, as
+    /// Pfind3PepIdentIO::Load.
     ///
     /// \throws OpenMS::Exception::FileNotReadable with the path, label
     ///         "PfindTXTPepIdentIO::Load".

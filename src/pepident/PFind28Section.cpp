@@ -13,16 +13,42 @@ namespace {
 /// What a formatted scan passes over in front of a word and ends it at.
 constexpr std::string_view kBlanks = " \t\v\f\r";
 
-std::string_view FirstWord(std::string_view text)
+std::string_view WithoutBlanksInFront(std::string_view text)
 {
     text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+    return text;
+}
+
+std::string_view FirstWord(std::string_view text)
+{
+    text = WithoutBlanksInFront(text);
     return text.substr(0, text.find_first_of(kBlanks)); // Deliberate: B-90
 }
 
 /// The number behind key, or 0.
 double NumberOf(std::string_view line, std::string_view key)
 {
-    return numbers::ToDouble(ValueOf(line, key));
+    double number = 0.0;
+    numbers::ScanDouble(ValueOf(line, key), number);
+    return number;
+}
+
+/// What stands behind a whole number and its comma, as "%d,%s" reads it: nothing
+/// where anything else stands between them.
+std::string_view BehindCount(std::string_view value)
+{
+    const std::size_t begin = value.substr(0, 1) == "+" || value.substr(0, 1) == "-" ? 1 : 0;
+    const std::size_t end = value.find_first_not_of("0123456789", begin);
+    const bool isList = end != std::string_view::npos && end > begin && value[end] == ',';
+    return isList ? WithoutBlanksInFront(value.substr(end + 1)) : std::string_view();
+}
+
+/// What stands behind the first comma, where something stands in front of it.
+std::string_view BehindComma(std::string_view value)
+{
+    const std::size_t comma = value.find(',');
+    return comma == std::string_view::npos || comma == 0 ? std::string_view()
+                                                         : value.substr(comma + 1);
 }
 
 std::int32_t CountOf(std::string_view line, std::string_view key)
@@ -45,8 +71,7 @@ std::string_view ValueOf(std::string_view line, std::string_view key)
     if (line.substr(0, key.size()) != key) {
         return {};
     }
-    line.remove_prefix(key.size());
-    line.remove_prefix(std::min(line.find_first_not_of(kBlanks), line.size()));
+    line = WithoutBlanksInFront(line.substr(key.size()));
     return line.substr(0, line.find_last_not_of(kBlanks) + 1);
 }
 
@@ -94,9 +119,7 @@ std::string_view SectionReader::Next(std::size_t skipped)
 SectionReader::Counted SectionReader::NextCounted(std::size_t skipped, std::string_view key)
 {
     const std::string_view value = ValueOf(Next(skipped), key);
-    const std::size_t comma = value.find(',');
-    return {numbers::ToInt(value),
-            comma == std::string_view::npos ? "" : std::string(value.substr(comma + 1))};
+    return {numbers::ToInt(value), std::string(BehindCount(value))};
 }
 
 void SectionReader::ReadProteins(PeptideIdentification& match)
@@ -127,12 +150,13 @@ void SectionReader::ReadProteins(PeptideIdentification& match)
 
 void SectionReader::ReadModifications(PeptideIdentification& match)
 {
-    const Counted positions = NextCounted(0, "NO1_Modify_Pos=");
-    if (positions.count <= 0) {
+    const std::string_view value = ValueOf(Next(), "NO1_Modify_Pos=");
+    if (numbers::ToInt(value) <= 0) {
         return;
     }
+    const std::string positions(BehindComma(value));
     const Counted names = NextCounted(0, "NO1_Modify_Name=");
-    first_.Split(FirstWord(positions.list), ',');
+    first_.Split(FirstWord(positions), ',');
     second_.Split(names.list, ','); // names hold blanks
     for (std::size_t i = 0; i < second_.Size(); ++i) {
         const auto place = static_cast<int>(i);

@@ -75,7 +75,8 @@ IdentModification ParsePFind3(std::string_view entry)
     const bool hasPart =
         text.find("])") != std::string_view::npos && inner != std::string_view::npos;
     if (hasPart) {
-        part = SplitAtSite(text.substr(inner + 2)).first;
+        part = text.substr(inner + 2);
+        part = SplitAtSite(part.substr(0, part.find("]("))).first;
         text = text.substr(0, inner);
     }
     const auto [name, site] = SplitAtSite(text);

@@ -189,6 +189,7 @@ void PepXmlMatches::BeginHit(std::string_view attributes)
     evidence.cBefore = FirstOr(before, evidence.cBefore);
     evidence.cAfter = FirstOr(after, evidence.cAfter);
     scores_ = 0;
+    hasExpect_ = false;
 }
 
 void PepXmlMatches::TakeScore(std::string_view attributes)
@@ -197,7 +198,8 @@ void PepXmlMatches::TakeScore(std::string_view attributes)
     ++scores_;
     // Deliberate: B-57. The third one, whatever its name.
     const bool isThird = score_ == PepXmlScore::Third && scores_ == 3;
-    const bool isExpect = score_ == PepXmlScore::Expect && name == "expect";
+    const bool isExpect = score_ == PepXmlScore::Expect && !hasExpect_ && name == "expect";
+    hasExpect_ = hasExpect_ || isExpect;
     if (isThird || isExpect) {
         Match().dMainScore = numbers::ToDouble(value);
     }

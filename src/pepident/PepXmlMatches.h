@@ -70,6 +70,7 @@ private:
     std::string dataset_;
     bool hasHit_ = false;                        ///< that of the query at hand is whole
     std::size_t scores_ = 0;                     ///< of the hit at hand
+    bool hasExpect_ = false;                     ///< one of them is called "expect"
     std::vector<PeptideIdentification> matches_; ///< the last one may be that of a query still open
     std::exception_ptr failure_;                 ///< ends the reading of matches
 };

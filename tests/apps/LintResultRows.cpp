@@ -43,6 +43,11 @@ std::vector<LintRow> NativeRows()
             "empty_line_ends@3", "run.mgf s1 GASK/2 1.5 0 high | K.P1.A"),
         row("no column ObsMH", With(Native(kNativeRow), "ObsMH", "MH"), "missing_column@1",
             "throws ElementNotFound"),
+        row("a header too long for a row",
+            With(Native(kNativeRow), "\n", "\t" + Repeat("x", 81919) + "\n"), "",
+            "run.mgf s1 GASK/2 1.5 0 high | K.P1.A"),
+        row("a NUL in the header", With(Native(kNativeRow), "\n", std::string("\tA\0B\n", 5)), "",
+            "run.mgf s1 GASK/2 1.5 0 high | K.P1.A"),
         row("a column in capital letters", With(Native(kNativeRow), "Charge", "CHARGE"),
             "column_spelling@1", "throws ElementNotFound"),
         row("a short row", Native("run.mgf\ts1\tGASK\t2\t390.2\t0\t1.5\t1\n"), "short_row@2",
@@ -193,6 +198,9 @@ std::vector<LintRow> PFind28Rows()
             "pfind28_blank@20", "run.mgf run.1.1.2 GASK/2 0.001 0 | K.P1.A"),
         row("an accession with a comma", kPFind28Head + With(PFind28Section(), "1,P1", "1,P1,x"),
             "list_length@20", "run.mgf run.1.1.2 GASK/2 0.001 0 | K.P1.A | X.x.X"),
+        row("a count that is no whole number",
+            kPFind28Head + With(PFind28Section(), "1,P1", "1.0,P1"), "list_length@20",
+            "run.mgf run.1.1.2 GASK/2 0.001 0"),
     };
 }
 

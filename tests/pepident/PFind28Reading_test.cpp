@@ -96,10 +96,13 @@ std::string MatchOf(const Lines& section)
     return matches.size() == 1 ? FullDump(matches[0]) : std::to_string(matches.size()) + " matches";
 }
 
+/// Its modifications.
+const std::string kMods = "|Acetyl (Any N-term)@1 on Any N-term Any N-term +0.000000|"
+                          "Mark (M)@4 on M Anywhere +0.000000";
+
 const std::string kMatch = "run01.mgf|run01.1405.1405.2.dta|PEPMK|2+|603.280000|shift 0.01|"
-                           "score 1.5e-05 low|mz 302.143638|scan 0|"
-                           "Acetyl (Any N-term)@1 on Any N-term Any N-term +0.000000|"
-                           "Mark (M)@4 on M Anywhere +0.000000|K.P1.A@7|-.P2.R@0";
+                           "score 1.5e-05 low|mz 302.143638|scan 0"
+                           + kMods + "|K.P1.A@7|-.P2.R@0";
 
 TEST(PFind28Reading, AWholeSection)
 {
@@ -155,8 +158,7 @@ TEST(PFind28Reading, CountsOfZeroHaveNoLists)
 
 TEST(PFind28Reading, ListsOfOtherLengthsThanTheirCounts)
 {
-    const std::string mods = "|scan 0|Acetyl (Any N-term)@1 on Any N-term Any N-term +0.000000|"
-                             "Mark (M)@4 on M Anywhere +0.000000|";
+    const std::string mods = "|scan 0" + kMods + "|";
     EXPECT_THAT(MatchOf(With("NO1_Proteins=", "NO1_Proteins=9,P1,P2,P3")),
                 testing::EndsWith(mods + "K.P1.A@7|-.P2.R@0|X.P3.X@-1"));
     EXPECT_THAT(MatchOf(With("NO1_Proteins=", "NO1_Proteins=1")), testing::EndsWith("+0.000000"));
@@ -167,6 +169,84 @@ TEST(PFind28Reading, ListsOfOtherLengthsThanTheirCounts)
     EXPECT_THAT(MatchOf(With("NO1_Modify_Pos=", "NO1_Modify_Pos=1,3")),
                 HasSubstr("|Acetyl (Any N-term)@3 on Any N-term Any N-term +0.000000|"
                           "Mark (M)@0 on M"));
+}
+
+// ---- Numbers and what stands behind them ----------------------------------
+
+struct ListCase {
+    std::string reason;
+    std::string key;
+    std::string value;
+    std::string rest; ///< modifications and proteins of the match
+};
+
+TEST(PFind28Reading, AListStandsBehindTheCommaOfItsNumber)
+{
+    const std::string proteins = "|K.P1.A@7|-.P2.R@0";
+    const std::vector<ListCase> cases = {
+        {"a sign", "NO1_Proteins=", "+2,P1,P2", kMods + proteins},
+        {"a number of many digits", "NO1_Proteins=", "0012,P1,P2", kMods + proteins},
+        {"a blank behind the number", "NO1_Proteins=", "1 ,P1", kMods},
+        {"a letter", "NO1_Proteins=", "1x,P1", kMods},
+        {"a fraction", "NO1_Proteins=", "1.0,P1", kMods},
+        {"residues without a number", "NO1_PrevNextAA=", ",KA,-R", kMods + "|X.P1.X@7|X.P2.X@0"},
+        {"a sign alone", "NO1_PrevNextAA=", "-,KA,-R", kMods + "|X.P1.X@7|X.P2.X@0"},
+        {"a blank, for residues", "NO1_PrevNextAA=", "2 ,KA,-R", kMods + "|X.P1.X@7|X.P2.X@0"},
+        {"a letter, for starts", "NO1_ProStartPos=", "2x,7,0", kMods + "|K.P1.A@-1|-.P2.R@-1"},
+        {"a blank, for names", "NO1_Modify_Name=", "2 ,Acetyl (N-term),Mark (M)", proteins},
+    };
+    for (const ListCase& row : cases) {
+        EXPECT_THAT(MatchOf(With(row.key, row.key + row.value)),
+                    testing::EndsWith("|scan 0" + row.rest))
+            << row.reason;
+    }
+}
+
+TEST(PFind28Reading, BlanksInFrontOfAListArePassedOver)
+{
+    for (const char* const blanks : {" ", "\t", "\v", "\f", "\r", " \t "}) {
+        for (const auto& [key, list] : std::vector<std::pair<std::string, std::string>>{
+                 {"NO1_Proteins=", "P1,P2"},
+                 {"NO1_PrevNextAA=", "KA,-R"},
+                 {"NO1_ProStartPos=", "7,0"},
+                 {"NO1_Modify_Pos=", "1,4"},
+                 {"NO1_Modify_Name=", "Acetyl (N-term),Mark (M)"}}) {
+            EXPECT_EQ(MatchOf(With(key, key + "2," + blanks + list)), kMatch) << key;
+        }
+    }
+}
+
+TEST(PFind28Reading, PositionsStandBehindTheFirstComma)
+{
+    for (const char* const number : {"2 ", "2x", "2.5", "2 of 3"}) {
+        EXPECT_EQ(
+            MatchOf(With("NO1_Modify_Pos=", std::string("NO1_Modify_Pos=") + number + ",1,4")),
+            kMatch)
+            << number;
+    }
+    EXPECT_THAT(MatchOf(With("NO1_Modify_Pos=", "NO1_Modify_Pos=2")),
+                HasSubstr("|scan 0|Acetyl (Any N-term)@0 on Any N-term Any N-term +0.000000|"
+                          "Mark (M)@0 on M"))
+        << "no positions";
+    EXPECT_THAT(MatchOf(With("NO1_Modify_Pos=", "NO1_Modify_Pos=,1,4")),
+                testing::EndsWith("|scan 0|K.P1.A@7|-.P2.R@0"))
+        << "no number, no modifications";
+}
+
+TEST(PFind28Reading, B64_ANumberThatBreaksOffHasNoValue)
+{
+    for (const char* const number : {"inf", "INF", "infinity"}) {
+        EXPECT_THAT(MatchOf(With("MH=", std::string("MH=") + number)),
+                    HasSubstr("|2+|inf|shift inf|"))
+            << number;
+    }
+    for (const char* const number : {"infi", "infinit", "in", "-"}) {
+        EXPECT_THAT(MatchOf(With("MH=", std::string("MH=") + number)),
+                    HasSubstr("|2+|0.000000|shift -603.27|"))
+            << number;
+    }
+    EXPECT_THAT(MatchOf(With("NO1_MH=", "NO1_MH=infi")), HasSubstr("|shift 603.28|"));
+    EXPECT_THAT(MatchOf(With("NO1_EValue=", "NO1_EValue=infi")), HasSubstr("|score 0 low|"));
 }
 
 // ---- Places of lines ------------------------------------------------------

@@ -334,6 +334,30 @@ TEST_F(PepXmlReading, CometWithoutExpectHasNoScore)
     EXPECT_EQ(TextsOf(none), Texts{FullText(match)});
 }
 
+TEST_F(PepXmlReading, OfSeveralScoresNamedExpectTheFirstCounts)
+{
+    const std::string expect = Piece(kPepXml, "<search_score name=\"expect\"", "/>\n");
+    const std::string more = "<search_score name=\"expect\" value=\"9\"/>\n";
+    Match match = PepXmlMatch();
+    match.dMainScore = 0.0015;
+    EXPECT_EQ(TextsOf<CometPepXMLPepIdentIO>(Changed(kPepXml, expect, expect + more + more)),
+              Texts{FullText(match)});
+    const std::string zero = Changed(expect, "1.5e-3", "0");
+    match.dMainScore = 0;
+    EXPECT_EQ(TextsOf<CometPepXMLPepIdentIO>(Changed(kPepXml, expect, zero + more)),
+              Texts{FullText(match)});
+}
+
+TEST_F(PepXmlReading, EachHitHasItsOwnExpect)
+{
+    const std::string query = Piece(kPepXml, "<spectrum_query", "</spectrum_query>\n");
+    const std::string text = Changed(kPepXml, query, query + Changed(query, "1.5e-3", "2.5"));
+    const Reading reading = ReadText<CometPepXMLPepIdentIO>(text);
+    ASSERT_EQ(reading.matches.size(), 2U);
+    EXPECT_EQ(reading.matches[0].dMainScore, 0.0015);
+    EXPECT_EQ(reading.matches[1].dMainScore, 2.5);
+}
+
 // ---- Datasets -------------------------------------------------------------------
 
 TEST_F(PepXmlReading, DatasetsEndAsTheParametersSay)
@@ -344,6 +368,23 @@ TEST_F(PepXmlReading, DatasetsEndAsTheParametersSay)
         ASSERT_EQ(reading.matches.size(), 1U);
         EXPECT_EQ(reading.matches[0].strDatasetName, std::string("data/run01.") + format);
     }
+}
+
+TEST_F(PepXmlReading, OneReaderAsksTheParametersAtEachLoad)
+{
+    results_.Write("r.pepXML", kPepXml);
+    MSFraggerPepXMLPepIdentIO reader;
+    std::vector<Match> matches;
+    reader.InitLoad({results_.Path(), "r.pepXML", PepIdentType::Unknown});
+    reader.Load(matches);
+    ASSERT_EQ(Read(FullParameters().Set("Search", "dataset_format", "mzML")), Thrown{});
+    reader.Load(matches);
+    ASSERT_EQ(matches.size(), 2U);
+    EXPECT_EQ(matches[0].strDatasetName, "data/run01.mgf");
+    EXPECT_EQ(matches[1].strDatasetName, "data/run01.mzML");
+    ASSERT_EQ(Read(FullParameters().SetMods("var_mod", {"Ring (K)"})), Thrown{});
+    EXPECT_EQ(ThrownBy([&] { reader.Load(matches); }).name, "ElementNotFound")
+        << "the oxidation is no longer specified";
 }
 
 TEST_F(PepXmlReading, WithoutParametersDatasetsEndUnknown)

@@ -189,15 +189,14 @@ private:
 
     double ScoreOf(CXmlElement& hit) const
     {
-        double score = 0.0;
         const std::size_t scores = hit.tCount("search_score");
         for (std::size_t i = 0; i < scores; ++i) {
             CXmlElement& one = *hit.pItem("search_score", i);
             if (comet_ ? one.strGetValue("name") == "expect" : i == 2) {
-                score = DoubleOf(one.strGetValue("value"));
+                return DoubleOf(one.strGetValue("value"));
             }
         }
-        return score;
+        return 0.0;
     }
 
     /// Names are compared by the tests that write them out.

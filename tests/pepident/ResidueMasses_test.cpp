@@ -2,6 +2,9 @@
 
 #include <string_view>
 
+#include <OpenMS/CHEMISTRY/Residue.h>
+#include <OpenMS/CHEMISTRY/ResidueDB.h>
+
 #include <gtest/gtest.h>
 
 namespace Vorlan {
@@ -24,6 +27,18 @@ TEST(ResidueMasses, AreThoseOfResiduesInAPeptide)
 {
     for (const KnownMass& row : kKnown) {
         EXPECT_NEAR(ResidueMass(row.letter), row.mass, 2e-5) << row.letter;
+    }
+}
+
+// To the last bit, since what is left of a modified residue is compared with 0.05 Da.
+TEST(ResidueMasses, AreTheWeightsOfOpenMSLessThatOfWater)
+{
+    for (const char letter : std::string_view("ACDEFGHIKLMNOPQRSTUVWY")) {
+        const OpenMS::Residue* const residue =
+            OpenMS::ResidueDB::getInstance()->getResidue(static_cast<unsigned char>(letter));
+        ASSERT_NE(residue, nullptr) << letter;
+        EXPECT_EQ(ResidueMass(letter), residue->getMonoWeight(OpenMS::Residue::Full) - 18.010565)
+            << letter;
     }
 }
 

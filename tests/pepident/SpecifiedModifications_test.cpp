@@ -87,6 +87,21 @@ TEST_F(SpecifiedModificationsTest, ExplainAMass)
     EXPECT_EQ(Explained(HUGE_VAL, 3, 'S'), (Names{"unexplained"}));
 }
 
+TEST_F(SpecifiedModificationsTest, AreAskedForAtEachCall)
+{
+    MSFraggerPepXMLPepIdentIO reader;
+    std::vector<IdentModification> found;
+    Specify({}, {"Oxidation (M)"});
+    reader.getMod(found, 15.994915, 3, 'M', 'K', 'R');
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].strName, "Oxidation");
+    Specify({}, {"Ring (K)"});
+    reader.getMod(found, 7.0, 3, 'K', 'K', 'R');
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].strName, "Ring");
+    EXPECT_EQ(ThrownBy([&] { reader.getMod(found, 15.994915, 3, 'M', 'K', 'R'); }), kUnexplained);
+}
+
 // Of two with one mass the first in the list; those that do not fit are no
 // candidates, however near.
 TEST_F(SpecifiedModificationsTest, OnlyThoseThatFitTakePart)

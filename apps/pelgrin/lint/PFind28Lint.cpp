@@ -13,6 +13,12 @@ namespace {
 
 constexpr std::string_view kSection = "[Spectrum";
 
+/// What may stand in front of a list; else nothing of it is read.
+bool IsCount(std::string_view text)
+{
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
 /// Follows the reader, which takes the lines of a section by their places.
 class Walk {
 public:
@@ -114,13 +120,17 @@ private:
         if (!Expect(key, skipped)) {
             return false;
         }
-        const std::size_t entries =
-            PiecesOf(std::string_view(line_.begin).substr(key.size()), ',').size();
-        if (Count(key) > 0 && static_cast<std::size_t>(Count(key)) + 1 != entries) {
-            findings_.Add(
-                Rule::ListLength, line_.number,
-                fmt::format("{}; expected as many entries as the number says", Shown(line_.begin)),
-                section_);
+        const std::vector<std::string_view> pieces =
+            PiecesOf(std::string_view(line_.begin).substr(key.size()), ',');
+        const char* expected = nullptr;
+        if (pieces.size() > 1 && !IsCount(pieces[0])) {
+            expected = "a whole number in front of the first comma";
+        } else if (Count(key) > 0 && static_cast<std::size_t>(Count(key)) + 1 != pieces.size()) {
+            expected = "as many entries as the number says";
+        }
+        if (expected != nullptr) {
+            findings_.Add(Rule::ListLength, line_.number,
+                          fmt::format("{}; expected {}", Shown(line_.begin), expected), section_);
         }
         return Count(key) > 0;
     }
