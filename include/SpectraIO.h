@@ -64,8 +64,8 @@ public:
     /// Closes the input. Names and iteration stay, but for DtaIO.
     virtual void EndLoad() = 0;
 
-    /// Appends the spectrum of that name to vSpectra. An unknown name prints one line and
-    /// gives false. Fields that the record does not set keep the
+    /// Appends the spectrum of that name to vSpectra. An unknown name prints an empty
+    /// line and one that tells it, and gives false. Fields that the record does not set keep the
     /// values of the spectrum loaded before (B-10).
     virtual bool bLoadOneSpectrum(const std::string& name, std::vector<Spectrum>& vSpectra) = 0;
 
@@ -80,7 +80,8 @@ protected:
     /// that all readers share) and sets the extension. Every concrete constructor
     /// runs its own.
     virtual void InitMember() = 0;
-    /// Opens the input; prints and gives false when that fails.
+    /// Opens the input; prints and gives false when that fails, as it does
+    /// while another one is open.
     virtual bool bOpenInputFile(const std::string& path) = 0;
     /// Closes the input. Has a body that all readers share.
     virtual void CloseInputFile() = 0;
@@ -89,7 +90,7 @@ protected:
 
     Spectrum cSpectrum_;                 ///< the current spectrum, reused
     Peak cPeak_;                         ///< scratch, filled per peak line
-    std::string strExtension_;           ///< ".mgf" and the like
+    std::string strExtension_;           ///< ".mgf" and the like; nothing asks for it
     std::unique_ptr<LineReader> pInput_; ///< bounded lines of the input; never null
 };
 
@@ -137,8 +138,10 @@ public:
 protected:
     bool bOpenInputFile(const std::string& path) override;
     void CloseInputFile() override;
-    /// Opens path for writing and closes it; what InitSave and EndSave do.
+    /// Opens path for writing. A failure, as while another output is open,
+    /// prints as InitSave does and gives false; what is saved then is lost.
     bool bOpenOutputFile(const std::string& path);
+    /// Closes it.
     void CloseOutputFile();
 
     /// Builds the index from the open input.

@@ -34,7 +34,7 @@ void DtaIO::SetFilenameList()
     constexpr std::size_t kUsualNumber = 32768;
     vFilenames_.clear();
     vFilenames_.reserve(kUsualNumber);
-    platform::ListFiles(strFolder_, strExtension_, vFilenames_); // Deliberate: B-71.
+    platform::ListFiles(strFolder_, ".dta", vFilenames_); // Deliberate: B-71.
 }
 
 bool DtaIO::bLoadNextSpectrum(std::vector<Spectrum>& vSpectra)
@@ -70,8 +70,14 @@ bool DtaIO::bLoadOneSpectrum(const std::string& name, std::vector<Spectrum>& vSp
     }
     cSpectrum_.strSource = strFolder_;
     cSpectrum_.strTitle.assign(name, name.rfind('\\') + 1, std::string::npos); // npos + 1 is 0
-    const bool isRead = bGetOneSpec();
-    vSpectra.push_back(cSpectrum_);
+    bool isRead = false;
+    try {
+        isRead = bGetOneSpec();
+        vSpectra.push_back(cSpectrum_);
+    } catch (...) { // no memory, or a derived class
+        CloseInputFile();
+        throw;
+    }
     CloseInputFile();
     return isRead;
 }

@@ -26,6 +26,7 @@ MulSpecIO::~MulSpecIO() = default;
 
 void MulSpecIO::InitLoad(const std::string& path)
 {
+    SpectraIO::CloseInputFile(); // of an earlier file
     bOpenInputFile(path);
     SetMap();
     ResetIter();
@@ -89,7 +90,6 @@ bool MulSpecIO::bHasName_(const std::string& name) const
 
 bool MulSpecIO::bOpenInputFile(const std::string& path)
 {
-    CloseInputFile();
     return pInput_->Open(path, LineReader::Mode::Binary) || ReportNotOpened(path);
 }
 
@@ -102,6 +102,7 @@ void MulSpecIO::CloseInputFile()
 
 void MulSpecIO::InitSave(const std::string& path)
 {
+    CloseOutputFile(); // of an earlier file
     bOpenOutputFile(path);
 }
 
@@ -129,9 +130,8 @@ std::uint64_t MulSpecIO::tSaveSpectra(std::vector<Spectrum>& vSpectra, std::uint
 
 bool MulSpecIO::bOpenOutputFile(const std::string& path)
 {
-    CloseOutputFile();
     ofsOutput_.open(platform::Resolve(path), std::ios::out | std::ios::trunc);
-    return ofsOutput_.is_open() || ReportNotOpened(path);
+    return ofsOutput_.good() || ReportNotOpened(path);
 }
 
 void MulSpecIO::CloseOutputFile()

@@ -180,6 +180,15 @@ TEST(DtaIO, LoadAllAsksForEachFileAsAHostDoes)
     EXPECT_THAT(Dump(spectra), ElementsAre(kA, kC));
 }
 
+TEST(DtaIO, TheNextSpectrumIsAskedForAsAHostDoes)
+{
+    const DtaFolder folder = ThreeFiles();
+    ReaderWithoutB reader;
+    reader.InitLoad(folder.Path());
+    EXPECT_THAT(DtaRest(reader), ElementsAre(kA, kC));
+    EXPECT_THAT(reader.asked, ElementsAre("next", "a.dta", "next", "b.dta", "c.DTA", "next"));
+}
+
 TEST(DtaIO, AFileThatGoesBetweenListingAndLoadingIsToldAndPassedOver)
 {
     const DtaFolder folder = ThreeFiles();
@@ -380,6 +389,10 @@ TEST(DtaIO, InitMemberClearsThePeaksAndMakesRoom)
     EXPECT_TRUE(reader.Current().vPeaks.empty());
     EXPECT_GE(reader.Current().vPeaks.capacity(), 256u);
     EXPECT_EQ(reader.Extension(), ".dta");
+    reader.Current().vPeaks.reserve(1000);
+    const std::size_t room = reader.Current().vPeaks.capacity();
+    reader.InitMember();
+    EXPECT_EQ(reader.Current().vPeaks.capacity(), room) << "more room stays";
 }
 
 TEST(DtaIO, SetFilenameListListsTheFolderAnew)
@@ -394,6 +407,29 @@ TEST(DtaIO, SetFilenameListListsTheFolderAnew)
     reader.SetFilenameList();
     EXPECT_THAT(reader.Filenames(), ElementsAre("a.dta", "a0.dta", "b.dta", "c.DTA"));
     EXPECT_EQ(reader.Iter(), 1u) << "the iteration stays where it is";
+}
+
+TEST(DtaIO, SetFilenameListListsDtaFilesWhateverTheExtensionSays)
+{
+    const DtaFolder folder{{"a.dta", ""}, {"a.txt", ""}};
+    DtaProbe reader;
+    reader.Extension() = ".txt";
+    reader.InitLoad(folder.Path());
+    EXPECT_THAT(reader.Filenames(), ElementsAre("a.dta"));
+}
+
+TEST(DtaIO, SetFilenameListMakesRoom)
+{
+    constexpr std::size_t kUsual = 32768;
+    const DtaFolder folder = ThreeFiles();
+    DtaProbe reader;
+    reader.InitLoad(folder.Path());
+    EXPECT_GE(reader.Filenames().capacity(), kUsual);
+    reader.Filenames().reserve(kUsual + 1000);
+    const std::size_t room = reader.Filenames().capacity();
+    reader.SetFilenameList();
+    EXPECT_EQ(reader.Filenames().capacity(), room) << "more room stays";
+    EXPECT_EQ(reader.Filenames().size(), 3u);
 }
 
 TEST(DtaIO, OneFileIsOpenedReadAndClosed)

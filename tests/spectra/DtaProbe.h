@@ -22,9 +22,9 @@ public:
     using DtaIO::SetFilenameList;
 
     Spectrum& Current() { return cSpectrum_; }
-    const std::string& Extension() const { return strExtension_; }
+    std::string& Extension() { return strExtension_; }
     std::string& Folder() { return strFolder_; }
-    const std::vector<std::string>& Filenames() const { return vFilenames_; }
+    std::vector<std::string>& Filenames() { return vFilenames_; }
     std::uint64_t Iter() const { return tIter_; }
 };
 

@@ -16,11 +16,6 @@ const char* const kThree = "BEGIN IONS\nTITLE=b\nPEPMASS=5\nCHARGE=2+\n1 2\nEND 
                            "BEGIN IONS\nTITLE=c\nSCANS=3\n3 4\nEND IONS\n"
                            "BEGIN IONS\nTITLE=a\nRTINSECONDS=9\n5 6\nEND IONS\n";
 
-std::string NotOpened(const std::string& path)
-{
-    return "\nMulSpecIO error: failed to open spectra file " + path + "\n";
-}
-
 TEST(MgfIO, HasNothingBeforeInitLoad)
 {
     MgfIO reader;
@@ -165,7 +160,7 @@ TEST(MgfIO, AMissingFileIsToldAndEmpty)
     const TempFolder folder;
     const std::string path = folder.PathOf("missing.mgf");
     MgfIO reader;
-    EXPECT_EQ(OutputOf([&] { reader.InitLoad(path); }), NotOpened(path));
+    EXPECT_EQ(OutputOf([&] { reader.InitLoad(path); }), MgfNotOpened(path));
     EXPECT_EQ(reader.tGetInputSpecNumber(), 0u);
     std::vector<Spectrum> spectra;
     EXPECT_FALSE(reader.bLoadNextSpectrum(spectra));
@@ -180,7 +175,7 @@ TEST(MgfIO, FoldersPipesAndNoPathCannotBeOpened)
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     for (const std::string& path : {folder.Path(), pipe, std::string()}) {
         MgfIO reader;
-        EXPECT_EQ(OutputOf([&] { reader.InitLoad(path); }), NotOpened(path));
+        EXPECT_EQ(OutputOf([&] { reader.InitLoad(path); }), MgfNotOpened(path));
         EXPECT_EQ(reader.tGetInputSpecNumber(), 0u);
     }
 }
@@ -193,7 +188,46 @@ TEST(MgfIO, ThePathIsPrintedAsGivenAndOpenedWithSlashes)
     EXPECT_EQ(OutputOf([&] { reader.InitLoad(folder.Path() + "\\a.mgf"); }), "");
     EXPECT_EQ(reader.tGetInputSpecNumber(), 3u);
     const std::string missing = folder.Path() + "\\b.mgf";
-    EXPECT_EQ(OutputOf([&] { reader.InitLoad(missing); }), NotOpened(missing));
+    EXPECT_EQ(OutputOf([&] { reader.InitLoad(missing); }), MgfNotOpened(missing));
+}
+
+TEST(MgfIO, OpeningTellsWhetherItCould)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("a.mgf", kThree);
+    const std::string missing = folder.PathOf("missing.mgf");
+    MgfProbe reader;
+    EXPECT_EQ(OutputOf([&] { EXPECT_FALSE(reader.bOpenInputFile(missing)); }),
+              MgfNotOpened(missing));
+    EXPECT_EQ(OutputOf([&] { EXPECT_TRUE(reader.bOpenInputFile(path)); }), "");
+    reader.SetMap();
+    EXPECT_EQ(reader.tGetInputSpecNumber(), 3u);
+}
+
+TEST(MgfIO, AnOpenReaderOpensNoOtherFileAndFails)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("a.mgf", kThree);
+    const std::string other = folder.Write("b.mgf", "BEGIN IONS\nTITLE=z\n7 8\nEND IONS\n");
+    MgfProbe reader;
+    ASSERT_TRUE(reader.bOpenInputFile(path));
+    EXPECT_EQ(OutputOf([&] { EXPECT_FALSE(reader.bOpenInputFile(other)); }), MgfNotOpened(other));
+    reader.SetMap();
+    EXPECT_EQ(reader.tGetInputSpecNumber(), 0u);
+    reader.CloseInputFile();
+    EXPECT_EQ(OutputOf([&] { EXPECT_TRUE(reader.bOpenInputFile(other)); }), "") << "once closed";
+    reader.SetMap();
+    EXPECT_EQ(reader.tGetInputSpecNumber(), 1u);
+}
+
+TEST(MgfIO, AnOpenReaderThatOpenedNoOtherFileStaysOnItsOwn)
+{
+    MgfText mgf(kThree);
+    OutputOf([&] { EXPECT_FALSE(mgf.reader.bOpenInputFile(mgf.Path())); });
+    EXPECT_EQ(mgf.Load("b"), "b|5|2+|scan 0|rt 0|1:2");
+    OutputOf([&] { EXPECT_FALSE(mgf.reader.bOpenInputFile(mgf.Path())); });
+    EXPECT_EQ(OutputOf([&] { mgf.reader.InitLoad(mgf.Path()); }), "") << "closes it first";
+    EXPECT_EQ(mgf.reader.tGetInputSpecNumber(), 3u);
 }
 
 TEST(MgfIO, InitLoadOnAnOpenReaderChangesTheFile)
@@ -265,6 +299,19 @@ TEST(MgfIO, TwoReadersOfOneFileDoNotDisturbEachOther)
     other.bLoadNextSpectrum(spectra);
     EXPECT_THAT(Dump(spectra), ElementsAre("a|0|0+|scan 0|rt 9|5:6", "a|0|0+|scan 0|rt 9|5:6",
                                            "b|5|2+|scan 0|rt 9|1:2"));
+}
+
+TEST(MgfIO, InitMemberClearsThePeaksAndMakesRoom)
+{
+    MgfProbe reader;
+    EXPECT_EQ(reader.Extension(), ".mgf");
+    EXPECT_GE(reader.Current().vPeaks.capacity(), 256u);
+    reader.Current().vPeaks.resize(1000);
+    const std::size_t room = reader.Current().vPeaks.capacity();
+    reader.InitMember();
+    EXPECT_TRUE(reader.Current().vPeaks.empty());
+    EXPECT_EQ(reader.Current().vPeaks.capacity(), room) << "more room stays";
+    EXPECT_EQ(reader.Extension(), ".mgf");
 }
 
 } // namespace

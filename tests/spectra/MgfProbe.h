@@ -1,4 +1,4 @@
-// An MGF reader that shows its index, and readers of texts.
+// An MGF reader that shows its steps and its index, and readers of texts.
 #ifndef VORLAN_TESTS_MGFPROBE_H
 #define VORLAN_TESTS_MGFPROBE_H
 
@@ -16,6 +16,16 @@ namespace Vorlan::test {
 
 class MgfProbe : public MgfIO {
 public:
+    using MgfIO::bOpenInputFile;
+    using MgfIO::bOpenOutputFile;
+    using MgfIO::CloseInputFile;
+    using MgfIO::CloseOutputFile;
+    using MgfIO::InitMember;
+    using MgfIO::SetMap;
+
+    Spectrum& Current() { return cSpectrum_; }
+    const std::string& Extension() const { return strExtension_; }
+
     /// The names with their positions, in the order of the iteration.
     std::vector<std::pair<std::string, std::uint64_t>> Entries() const
     {
@@ -26,6 +36,11 @@ public:
         return entries;
     }
 };
+
+inline std::string MgfNotOpened(const std::string& path)
+{
+    return "\nMulSpecIO error: failed to open spectra file " + path + "\n";
+}
 
 /// A reader opened on a text.
 class MgfText {

@@ -2,6 +2,7 @@
 #include <limits>
 #include <locale>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -168,6 +169,31 @@ TEST(MgfWriting, RangesOfSpectra)
     EXPECT_EQ(MgfIO().tSaveSpectra(none, 0, kHuge), 0u) << "an empty vector";
 }
 
+/// Takes "s1" for one that cannot be written.
+class WriterWithoutS1 : public MgfIO {
+public:
+    std::vector<std::string> asked;
+
+protected:
+    bool bPutOneSpec(Spectrum& spectrum) override
+    {
+        asked.push_back(spectrum.strTitle);
+        return spectrum.strTitle != "s1" && MgfIO::bPutOneSpec(spectrum);
+    }
+};
+
+TEST(MgfWriting, ARangeEndsAtTheFirstSpectrumThatIsNotWritten)
+{
+    const TempFolder folder;
+    std::vector<Spectrum> spectra = Numbered(3);
+    WriterWithoutS1 writer;
+    writer.InitSave(folder.PathOf("out.mgf"));
+    EXPECT_EQ(writer.tSaveSpectra(spectra, 0, 2), 1u);
+    writer.EndSave();
+    EXPECT_THAT(writer.asked, testing::ElementsAre("s0", "s1"));
+    EXPECT_EQ(ReadFile(folder.PathOf("out.mgf")), RecordOf(0));
+}
+
 TEST(MgfWriting, FlushesAfterEachRecord)
 {
     const TempFolder folder;
@@ -178,6 +204,42 @@ TEST(MgfWriting, FlushesAfterEachRecord)
     EXPECT_EQ(ReadFile(folder.PathOf("out.mgf")), RecordOf(0));
     writer.bSaveOneSpec(spectra[1]);
     EXPECT_EQ(ReadFile(folder.PathOf("out.mgf")), RecordOf(0) + RecordOf(1));
+}
+
+/// Keeps its text as it is whenever it was told to pass it on.
+class FlushedTexts : public std::stringbuf {
+public:
+    const std::vector<std::string>& Texts() const { return texts_; }
+
+protected:
+    int sync() override
+    {
+        texts_.push_back(str());
+        return 0;
+    }
+
+private:
+    std::vector<std::string> texts_;
+};
+
+/// Writes into the memory of another.
+class WriterInto : public MgfIO {
+public:
+    explicit WriterInto(std::streambuf& buffer)
+    {
+        static_cast<std::ostream&>(ofsOutput_).rdbuf(&buffer);
+    }
+};
+
+TEST(MgfWriting, FlushesBehindBeginIonsAndBehindEndIons)
+{
+    FlushedTexts buffer;
+    WriterInto writer(buffer);
+    std::vector<Spectrum> spectra = Numbered(2);
+    EXPECT_EQ(writer.tSaveSpectra(spectra, 0, 1), 2u);
+    EXPECT_THAT(buffer.Texts(),
+                testing::ElementsAre("BEGIN IONS\n", RecordOf(0), RecordOf(0) + "BEGIN IONS\n",
+                                     RecordOf(0) + RecordOf(1)));
 }
 
 TEST(MgfWriting, InitSaveEmptiesTheFileAndClosesTheFormerOne)
@@ -197,14 +259,51 @@ TEST(MgfWriting, InitSaveEmptiesTheFileAndClosesTheFormerOne)
     EXPECT_EQ(ReadFile(second), RecordOf(1));
 }
 
+TEST(MgfWriting, OpeningTellsWhetherItCould)
+{
+    const TempFolder folder;
+    const std::string path = folder.PathOf("out.mgf");
+    const std::string missing = folder.PathOf("missing/out.mgf");
+    std::vector<Spectrum> spectra = Numbered(1);
+    MgfProbe writer;
+    EXPECT_EQ(OutputOf([&] { EXPECT_FALSE(writer.bOpenOutputFile(missing)); }),
+              MgfNotOpened(missing));
+    writer.CloseOutputFile();
+    EXPECT_EQ(OutputOf([&] { EXPECT_TRUE(writer.bOpenOutputFile(path)); }), "");
+    writer.bSaveOneSpec(spectra[0]);
+    writer.CloseOutputFile();
+    EXPECT_EQ(ReadFile(path), RecordOf(0));
+    EXPECT_EQ(OutputOf([&] { EXPECT_TRUE(writer.bOpenOutputFile(path)); }), "") << "once closed";
+    EXPECT_EQ(ReadFile(path), "");
+}
+
+TEST(MgfWriting, AnOpenOutputIsNotOpenedAgainAndLosesWhatFollows)
+{
+    const TempFolder folder;
+    const std::string first = folder.PathOf("first.mgf");
+    const std::string second = folder.PathOf("second.mgf");
+    std::vector<Spectrum> spectra = Numbered(2);
+    MgfProbe writer;
+    writer.InitSave(first);
+    writer.bSaveOneSpec(spectra[0]);
+    EXPECT_EQ(OutputOf([&] { EXPECT_FALSE(writer.bOpenOutputFile(second)); }),
+              MgfNotOpened(second));
+    EXPECT_FALSE(std::filesystem::exists(second));
+    EXPECT_TRUE(writer.bSaveOneSpec(spectra[1]));
+    EXPECT_EQ(OutputOf([&] { writer.InitSave(second); }), "") << "closes it first";
+    writer.bSaveOneSpec(spectra[1]);
+    writer.EndSave();
+    EXPECT_EQ(ReadFile(first), RecordOf(0));
+    EXPECT_EQ(ReadFile(second), RecordOf(1));
+}
+
 TEST(MgfWriting, B15_SavingIntoAFailedOutputGivesTrue)
 {
     const TempFolder folder;
     const std::string path = folder.PathOf("missing") + "/out.mgf";
     std::vector<Spectrum> spectra = Numbered(2);
     MgfIO writer;
-    EXPECT_EQ(OutputOf([&] { writer.InitSave(path); }),
-              "\nMulSpecIO error: failed to open spectra file " + path + "\n");
+    EXPECT_EQ(OutputOf([&] { writer.InitSave(path); }), MgfNotOpened(path));
     EXPECT_TRUE(writer.bSaveOneSpec(spectra[0]));
     EXPECT_EQ(writer.tSaveSpectra(spectra, 0, 1), 2u);
     writer.EndSave();
@@ -214,8 +313,7 @@ TEST(MgfWriting, B15_SavingIntoAFailedOutputGivesTrue)
 TEST(MgfWriting, AFolderCannotBeWritten)
 {
     const TempFolder folder;
-    EXPECT_EQ(OutputOf([&] { MgfIO().InitSave(folder.Path()); }),
-              "\nMulSpecIO error: failed to open spectra file " + folder.Path() + "\n");
+    EXPECT_EQ(OutputOf([&] { MgfIO().InitSave(folder.Path()); }), MgfNotOpened(folder.Path()));
 }
 
 TEST(MgfWriting, AnOutputThatFailedCanBeOpenedAnew)

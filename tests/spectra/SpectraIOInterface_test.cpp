@@ -2,6 +2,7 @@
 // members, which is that of their table.
 #include <cstddef>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "SpectraIO.h"
@@ -34,6 +35,73 @@ public:
         return {SlotOf(&Members::SetMap), SlotOf(&Members::bPutOneSpec)};
     }
 };
+
+/// Shows what is protected in every reader.
+template <typename Reader>
+class Shown : public Reader {
+public:
+    using Reader::bGetOneSpec;
+    using Reader::bOpenInputFile;
+    using Reader::CloseInputFile;
+    using Reader::InitMember;
+};
+
+/// The same in those of one file.
+template <typename Reader>
+class ShownFile : public Reader {
+public:
+    using Reader::bOpenOutputFile;
+    using Reader::bPutOneSpec;
+    using Reader::CloseOutputFile;
+    using Reader::SetMap;
+};
+
+template <typename Reader>
+class ShownFolder : public Reader {
+public:
+    using Reader::SetFilenameList;
+};
+
+template <typename Pool>
+class ShownPool : public Pool {
+public:
+    using Pool::InitSpecIO;
+    using Pool::SetDatasetSourceIndex;
+};
+
+/// Whether a call compiles on none of the classes, and on all where it is shown.
+template <template <typename> class Shows, typename... Classes, typename Call>
+constexpr bool IsProtected(Call)
+{
+    return (!std::is_invocable_v<Call, Classes&> && ...)
+           && (std::is_invocable_v<Call, Shows<Classes>&> && ...);
+}
+
+template <typename Call>
+constexpr bool IsProtectedInReaders(Call call)
+{
+    return IsProtected<Shown, SpectraIO, MulSpecIO, DtaIO, MgfIO, MzMLIO, MzXMLIO>(call);
+}
+
+template <typename Call>
+constexpr bool IsProtectedInFiles(Call call)
+{
+    return IsProtected<ShownFile, MulSpecIO, MgfIO, MzMLIO, MzXMLIO>(call);
+}
+
+static_assert(IsProtectedInReaders([](auto& r) -> decltype(r.InitMember()) {}));
+static_assert(IsProtectedInReaders([](auto& r) -> decltype(void(r.bOpenInputFile(""))) {}));
+static_assert(IsProtectedInReaders([](auto& r) -> decltype(r.CloseInputFile()) {}));
+static_assert(IsProtectedInReaders([](auto& r) -> decltype(void(r.bGetOneSpec())) {}));
+static_assert(IsProtectedInFiles([](auto& r) -> decltype(r.SetMap()) {}));
+static_assert(
+    IsProtectedInFiles([](auto& r) -> decltype(void(r.bPutOneSpec(std::declval<Spectrum&>()))) {}));
+static_assert(IsProtectedInFiles([](auto& r) -> decltype(void(r.bOpenOutputFile(""))) {}));
+static_assert(IsProtectedInFiles([](auto& r) -> decltype(r.CloseOutputFile()) {}));
+static_assert(IsProtected<ShownFolder, DtaIO>([](auto& r) -> decltype(r.SetFilenameList()) {}));
+static_assert(
+    IsProtected<ShownPool, DatasetIOPool>([](auto& r) -> decltype(r.SetDatasetSourceIndex()) {}));
+static_assert(IsProtected<ShownPool, DatasetIOPool>([](auto& r) -> decltype(r.InitSpecIO()) {}));
 
 TEST(SpectraIOInterface, VirtualMembersStandInTheirOrder)
 {

@@ -154,6 +154,10 @@ TYPED_TEST(UnparsedFormats, InitMemberClearsThePeaksAndMakesRoom)
     EXPECT_TRUE(this->reader_.Current().vPeaks.empty());
     EXPECT_GE(this->reader_.Current().vPeaks.capacity(), 256u);
     EXPECT_EQ(this->reader_.Extension(), extension);
+    this->reader_.Current().vPeaks.reserve(1000);
+    const std::size_t room = this->reader_.Current().vPeaks.capacity();
+    this->reader_.InitMember();
+    EXPECT_EQ(this->reader_.Current().vPeaks.capacity(), room) << "more room stays";
 }
 
 } // namespace
