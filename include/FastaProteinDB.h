@@ -14,7 +14,8 @@
 //         const std::size_t found = database.cProteinString().find(peptide);
 //         CProtein protein;
 //         std::uint64_t start = 0; // of the peptide in the protein, from 0
-//         database.Query(peptide, found + peptide.size() - 1, protein, start);
+//         const bool isKnown = found != std::string::npos
+//             && database.Query(peptide, found + peptide.size() - 1, protein, start);
 //     }
 //
 // What a file may hold is told in docs/formats/fasta.md. Problems are printed,

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <new>
 
 #include "FastaProteinDB.h"
 #include "proteindb/FastaText.h"
@@ -66,7 +67,11 @@ FastaScanner::FastaScanner(std::vector<CProtein>& proteins, std::vector<std::uin
 void FastaScanner::Expect(std::uint64_t fileSize)
 {
     expected_ = fileSize;
-    concatenation_.reserve(fileSize);
+    try {
+        concatenation_.reserve(std::min<std::uint64_t>(fileSize, concatenation_.max_size()));
+    } catch (const std::bad_alloc&) {
+        // A file may hold far fewer residues than its size says: they find room one by one.
+    }
 }
 
 /// A new entry of the list. It grows to what the file will hold when its entries

@@ -1,4 +1,6 @@
 // The database as a whole: its members, their order, and what it prints.
+#include <iostream>
+#include <sstream>
 #include <string>
 
 #include <sys/stat.h>
@@ -16,6 +18,19 @@ const char* const kNoFile = "Can't find fasta file!\n";
 const char* const kNotLoaded = "Can not open Fasta file!\n";
 const char* const kFalseStart = "FASTA Format error!One Protein Entry must start with char '>'!\n"
                                 "Error: Fasta file format is wrong!\n";
+
+/// What a call prints on both streams, in the order in which it does.
+template <typename Call>
+std::string PrintedInOrderBy(Call call)
+{
+    std::ostringstream both;
+    std::streambuf* const out = std::cout.rdbuf(both.rdbuf());
+    std::streambuf* const err = std::cerr.rdbuf(both.rdbuf());
+    call();
+    std::cout.rdbuf(out);
+    std::cerr.rdbuf(err);
+    return both.str();
+}
 
 /// Everything that is left of a database without proteins.
 void ExpectEmpty(const DatabaseProbe& database)
@@ -141,6 +156,14 @@ TEST_F(FastaProteinDB, WhatIsNoFileWithAnEndIsNotOpened)
         EXPECT_EQ(printed.out, kNoFile) << path;
         EXPECT_EQ(printed.err, "") << path;
     }
+}
+
+TEST_F(FastaProteinDB, TheReasonIsToldBeforeTheFailure)
+{
+    const auto load = [this] { EXPECT_FALSE(database_.ReadFromFile()); };
+    EXPECT_EQ(PrintedInOrderBy(load), std::string("DBPath empty!\n") + kNotLoaded);
+    database_.SetDBPath(folder_.PathOf("missing"));
+    EXPECT_EQ(PrintedInOrderBy(load), std::string(kNoFile) + kNotLoaded);
 }
 
 // ---- OpenFile and CloseFile ------------------------------------------------

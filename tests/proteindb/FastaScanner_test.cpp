@@ -2,9 +2,12 @@
 // twin gives of the whole.
 #include "proteindb/FastaScanner.h"
 
+#include <limits>
+
 #include "proteindb/FastaProbe.h"
 #include "proteindb/PlainFasta.h"
 #include "proteindb/RandomFasta.h"
+#include "support/Sanitized.h"
 
 namespace Vorlan::test {
 namespace {
@@ -15,8 +18,9 @@ using std::string_literals::operator""s;
 /// A scanner with its lists.
 class Scan {
 public:
-    explicit Scan(const std::vector<std::string_view>& parts)
+    explicit Scan(const std::vector<std::string_view>& parts, std::uint64_t fileSize = 0)
     {
+        scanner_.Expect(fileSize);
         for (const std::string_view part : parts) {
             scanner_.Take(part);
         }
@@ -163,6 +167,20 @@ TEST(FastaScanner, B76_EveryByteAtEveryPlaceOfALine)
                 ASSERT_EQ(ScanOf({text}), ReadPlainly(text)) << code << " at " << place;
             }
         }
+    }
+}
+
+// A file with holes says more than any memory holds.
+TEST(FastaScanner, TheSizeOfAFileAsksForNoMoreThanThereIs)
+{
+    if (kSanitized) {
+        GTEST_SKIP() << "the sanitizer ends the process that asks for so much";
+    }
+    constexpr std::uint64_t kMost = std::numeric_limits<std::uint64_t>::max();
+    for (const std::uint64_t size :
+         {std::uint64_t{1} << 40, std::uint64_t{1} << 50, std::uint64_t{1} << 62, kMost}) {
+        EXPECT_EQ(Scan({kTwoEntries}, size).Outcome(), ReadPlainly(kTwoEntries)) << size;
+        EXPECT_EQ(Scan({}, size).Outcome(), (FastaOutcome{true, {}, ""})) << size;
     }
 }
 
