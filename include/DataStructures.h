@@ -260,7 +260,7 @@ public:
     bool bDecoy = false;           ///< already known to be a decoy
     std::vector<PeptideEvidence> vEvidences; ///< proteins of the peptide
     std::vector<IdentModification> vMods;    ///< modifications of the peptide
-    std::vector<IdentModification> vAltMods; ///< second list, carried along like vMods
+    std::vector<IdentModification> vAltMods; ///< of its termini, from pepXML; else empty
 
     /// Sets every field back to its default and empties the three lists.
     void Clear();

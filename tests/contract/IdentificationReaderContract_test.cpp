@@ -176,24 +176,30 @@ TEST_P(IdentificationReaderContract, TwoReadersDoNotDisturbEachOther)
     EXPECT_EQ(SpectrumNamesOf(secondMatches), GetParam().spectrumNames);
 }
 
-/// Loads a source that cannot be read: path is what the exception tells.
-void ExpectNotReadable(const PepIdentSource& source, const std::string& path)
+/// A loading that cannot read: path is what the exception tells.
+template <typename Call>
+void ExpectNotReadableBy(Call load, const std::string& path)
 {
     const IdentificationExample& example = IdentificationReaderContract::GetParam();
     Reader reader(example.type);
     Matches matches(1);
     Thrown thrown;
-    const std::string output = OutputOf([&] {
-        thrown = ThrownBy([&] {
-            reader->InitLoad(source);
-            reader->Load(matches);
-        });
-    });
+    const std::string output =
+        OutputOf([&] { thrown = ThrownBy([&] { load(*reader.Get(), matches); }); });
     const Thrown notReadable = {"FileNotReadable", "PeptideIdentificationIO", example.loadLabel,
                                 "the file '" + path + "' is not readable for the current user"};
     EXPECT_EQ(thrown, example.IsPepXml() ? Thrown() : notReadable);
     EXPECT_EQ(output, example.IsPepXml() ? "Can not open file!\n" : "");
     EXPECT_EQ(matches.size(), 1u);
+}
+
+void ExpectNotReadable(const PepIdentSource& source, const std::string& path)
+{
+    const auto load = [&source](PeptideIdentificationIO& reader, Matches& matches) {
+        reader.InitLoad(source);
+        reader.Load(matches);
+    };
+    ExpectNotReadableBy(load, path);
 }
 
 TEST_P(IdentificationReaderContract, AMissingFileIsNotReadable)
@@ -271,17 +277,41 @@ TEST_P(WritingIdentificationReader, WhatIsWrittenReadsBack)
 TEST_P(ReadingIdentificationReader, AReaderThatWritesNothingLeavesAnEmptyFile)
 {
     folder_.Write("written", "before");
+    folder_.Write("second", "before");
     Reader writer(GetParam().type);
     EXPECT_EQ(OutputOf([&] {
-                  writer->InitSave(folder_.PathOf("written"));
-                  writer->Save(Matches(3));
-                  writer->EndSave();
-                  writer->InitSave(folder_.PathOf("no/folder"));
-                  writer->Save(Matches(3));
-                  writer->EndSave();
+                  for (const char* const name : {"written", "no/folder", "second"}) {
+                      writer->InitSave(folder_.PathOf(name));
+                      writer->Save(Matches(3));
+                      writer->EndSave();
+                  }
               }),
               "");
-    EXPECT_EQ(ReadFile(folder_.PathOf("written")), GetParam().IsPepXml() ? "before" : "");
+    for (const char* const name : {"written", "second"}) {
+        EXPECT_EQ(ReadFile(folder_.PathOf(name)), GetParam().IsPepXml() ? "before" : "") << name;
+    }
+}
+
+TEST_P(IdentificationReaderContract, InitSaveRemembersItsPath)
+{
+    const std::string path = folder_.PathOf("written");
+    const auto load = [&path](PeptideIdentificationIO& reader, Matches& matches) {
+        reader.InitSave(path);
+        reader.Load(matches);
+    };
+    ExpectNotReadableBy(load, path);
+}
+
+TEST_P(IdentificationReaderContract, InitSaveLeavesTheInputAsItIs)
+{
+    Reader reader(GetParam().type);
+    Matches matches;
+    OutputOf([&] {
+        reader->InitLoad(WriteExample());
+        reader->InitSave(folder_.PathOf("written"));
+        reader->Load(matches);
+    });
+    EXPECT_EQ(SpectrumNamesOf(matches), GetParam().spectrumNames);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, IdentificationReaderContract,

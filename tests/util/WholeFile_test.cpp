@@ -106,6 +106,14 @@ TEST(WholeFile, ReadingAgainReplacesTheText)
     EXPECT_EQ(TextOf(file), "b");
 }
 
+// A device may have no end.
+TEST(WholeFile, DevicesAreNotRead)
+{
+    WholeFile file;
+    EXPECT_FALSE(file.Read("/dev/zero"));
+    EXPECT_FALSE(file.Read("/dev/null"));
+}
+
 TEST(WholeFile, WhatCannotBeOpenedIsNotRead)
 {
     const TempFolder folder;

@@ -98,7 +98,8 @@ TEST(CXmlDocument, FileThatCannotBeOpenedLeavesTheTree)
     const TempFolder folder;
     CXmlDocument document;
     document.Parse("<a x=\"1\"/>");
-    for (const std::string& path : {folder.PathOf("missing.xml"), folder.Path(), std::string()}) {
+    for (const std::string& path : {folder.PathOf("missing.xml"), folder.Path(), std::string(),
+                                    std::string("/dev/zero"), std::string("/dev/null")}) {
         EXPECT_EQ(MessageOf([&] { document.ParseFile(path); }), "Can not open file!") << path;
         EXPECT_EQ(Dump(document), "a x=\"1\"()") << path;
     }
@@ -148,6 +149,21 @@ TEST(CXmlDocument, SavedFileReadsBack)
     EXPECT_EQ(Dump(again), Dump(parsed.document));
     again.SaveFile(path);
     EXPECT_EQ(test::ReadFile(path), parsed.document.strToXml());
+}
+
+/// Writes itself in its own way.
+class OwnXml : public CXmlDocument {
+public:
+    std::string strToXml() const override { return "<own/>" + CXmlDocument::strToXml(); }
+};
+
+TEST(CXmlDocument, SaveWritesWhatADerivedDocumentMakesOfItself)
+{
+    const TempFolder folder;
+    OwnXml document;
+    document.Parse("<a/>");
+    document.SaveFile(folder.PathOf("document.xml"));
+    EXPECT_EQ(test::ReadFile(folder.PathOf("document.xml")), "<own/>\n<a/>");
 }
 
 TEST(CXmlDocument, FileThatCannotBeWrittenIsAnError)

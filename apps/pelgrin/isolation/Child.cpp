@@ -7,6 +7,7 @@
 #include <cstring>
 #include <exception>
 #include <iostream>
+#include <new>
 #include <optional>
 #include <streambuf>
 #include <utility>
@@ -83,6 +84,8 @@ private:
         Channel channel(way);
         work(channel);
         isWell = true;
+    } catch (const std::bad_alloc&) { // that of OpenMS is no plain std::exception
+        std::cerr << "out of memory\n";
     } catch (const std::exception& error) {
         std::cerr << error.what() << '\n';
     } catch (...) {
