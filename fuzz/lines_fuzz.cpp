@@ -6,6 +6,7 @@
 //   w  NextWhole   s<number>  Seek to a byte offset
 //   o  Seek to where the reader stands
 //   a  Skip the first whole line of those Ahead
+//   h  NextOfAnyLength
 // At its end the remaining lines are read with Next.
 #include <cstdint>
 #include <string>
@@ -29,8 +30,9 @@ public:
         }
     }
 
-    bool Next(std::string& line)
+    bool NextOfAnyLength(std::string& line)
     {
+        line.clear();
         if (failed_ || offset_ >= file_.size()) {
             failed_ = true;
             return false;
@@ -42,6 +44,14 @@ public:
         offset_ += line.size() + (hasFeed ? 1 : 0);
         if (isText_ && hasFeed && !line.empty() && line.back() == '\r') {
             line.pop_back();
+        }
+        return true;
+    }
+
+    bool Next(std::string& line)
+    {
+        if (!NextOfAnyLength(line)) {
+            return false;
         }
         isCut_ = line.size() > LineReader::kMaxLineLength;
         if (isCut_) {
@@ -105,6 +115,7 @@ public:
             switch (script[i]) {
             case 'n': Next(); break;
             case 'w': NextWhole(); break;
+            case 'h': NextOfAnyLength(); break;
             case 'o': Seek(reader_.Offset()); break;
             case 'a': SkipAhead(); break;
             case 's': Seek(NumberAt(script, i + 1)); break;
@@ -134,6 +145,15 @@ private:
     bool Next() { return Compare(reader_.Next(seen_), slow_.Next(expected_)); }
 
     void NextWhole() { Compare(reader_.NextWhole(seen_), slow_.NextWhole(expected_)); }
+
+    void NextOfAnyLength()
+    {
+        std::string line;
+        const bool hasLine = reader_.NextOfAnyLength(line);
+        seen_ = line;
+        Compare(hasLine, slow_.NextOfAnyLength(expected_));
+        seen_ = {};
+    }
 
     void NextBeginningWith(char first)
     {

@@ -243,15 +243,15 @@ protected:
         BY_EVERY_NAME = 15
     };
 
+    using Records = std::vector<CResidueModification>; ///< what a loader makes
+
     /// Appends records to the database and registers each under the values of
     /// nameFields, any of NameField joined by "|". Records that were there
     /// before stand in front of the new ones and stay where they are.
-    void addModifications_(std::vector<CResidueModification> records, unsigned nameFields);
+    void addModifications_(Records records, unsigned nameFields);
 
     /// All records, in their order.
     const std::vector<const CResidueModification*>& modifications_() const { return vRecords_; }
-
-    using Records = std::vector<CResidueModification>;
 
 private:
     template <typename Take>

@@ -162,8 +162,7 @@ void CModificationsDB::writeToFile(std::string path) const
     }
 }
 
-void CModificationsDB::addModifications_(std::vector<CResidueModification> records,
-                                         unsigned nameFields)
+void CModificationsDB::addModifications_(Records records, unsigned nameFields)
 {
     auto block = std::make_unique<const Records>(std::move(records));
     std::vector<const CResidueModification*> all = vRecords_;

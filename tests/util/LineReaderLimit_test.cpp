@@ -93,6 +93,54 @@ TEST(LineReaderLimit, LineHolds81919CharactersAndNoMore)
     }
 }
 
+/// The case's line behind before, whole, and the other line behind it.
+void CheckWhole(const LimitCase& c, const std::string& before)
+{
+    const bool hasFeed = !c.end.empty() && c.end.back() == '\n';
+    const TempFolder folder;
+    const std::string path = folder.Write("lines", before + std::string(c.length, 'x') + c.end
+                                                       + (hasFeed ? "next\n" : ""));
+    std::string whole = std::string(c.length, 'x') + c.end;
+    whole.resize(whole.size() - (hasFeed ? 1 : 0));
+    if (c.mode == kText && hasFeed && whole.back() == '\r') {
+        whole.pop_back();
+    }
+    LineReader reader;
+    std::string line;
+    std::string_view next;
+    ASSERT_TRUE(reader.Open(path, c.mode));
+    reader.Seek(before.size());
+    ASSERT_TRUE(reader.NextOfAnyLength(line));
+    EXPECT_TRUE(line == whole) << "length " << line.size();
+    EXPECT_FALSE(reader.Failed());
+    ASSERT_EQ(reader.Next(next), hasFeed);
+    EXPECT_EQ(next, hasFeed ? "next" : "");
+    EXPECT_FALSE(reader.NextOfAnyLength(line));
+    EXPECT_EQ(line, "");
+    EXPECT_TRUE(reader.Failed());
+}
+
+TEST(LineReaderLimit, LineOfAnyLengthIsGivenWholeWithItsNuls)
+{
+    for (const LimitCase& c : kLimitCases) {
+        SCOPED_TRACE(testing::Message()
+                     << c.reason << ", " << (c.mode == kText ? "text" : "binary"));
+        CheckWhole(c, "");
+        CheckWhole(c, "before\n");
+        CheckWhole(c, Repeat("1234567\n", 32767));
+    }
+    const TempFolder folder;
+    LineReader reader;
+    std::string line = "as before";
+    EXPECT_FALSE(reader.NextOfAnyLength(line)) << "nothing is open";
+    EXPECT_EQ(line, "");
+    ASSERT_TRUE(reader.Open(folder.Write("empty lines", "\n\r\n"), kText));
+    EXPECT_TRUE(reader.NextOfAnyLength(line));
+    EXPECT_TRUE(reader.NextOfAnyLength(line));
+    EXPECT_EQ(line, "");
+    EXPECT_FALSE(reader.NextOfAnyLength(line));
+}
+
 TEST(LineReaderLimit, LineMayLieAnywhereInTheBuffer)
 {
     // The buffer has 256 KiB: the line begins at, before and behind its edge,
