@@ -37,7 +37,8 @@ const CTulkParam* CTulkParam::readFromFile(const OpenMS::String& path)
 
 void CTulkParam::readFromFile_(const OpenMS::String& path)
 {
-    const OpenMS::String file = path; // which may lie in a group that goes
+    // The path may lie in a group that goes.
+    const OpenMS::String file = path; // NOLINT(performance-unnecessary-copy-initialization)
     clear_();
     cInitFile_.Load(file);
     pSearchParam_ = std::make_unique<CSearchParam>();
