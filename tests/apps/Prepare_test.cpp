@@ -9,6 +9,7 @@
 #include <OpenMS/CONCEPT/Exception.h>
 #include <fmt/format.h>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include "PeptideIdentificationIO.h"
 #include "ResultTexts.h"
@@ -375,6 +376,51 @@ TEST(Prepare, CopiesMayGoIntoTheirFolder)
     preparation.Add(folder.PathOf("run"));
     preparation.Run();
     EXPECT_EQ(ReadFile(folder.PathOf("run/copies/run/a.1.1.2.dta")), "500.5 2\n100 1\n");
+}
+
+TEST(Prepare, NoOtherDtaFileLiesAmongTheCopies)
+{
+    const TempFolder folder;
+    std::filesystem::create_directory(folder.PathOf("run"));
+    folder.Write("run/a.dta", "500.5 2\n100 1\n");
+    folder.Write("run/b.dta", "600.5 2\n100 1\n");
+    const auto prepare = [&] {
+        Preparation preparation(folder.PathOf("out"));
+        preparation.Add(folder.PathOf("run"));
+        preparation.Run();
+    };
+    prepare();
+    folder.Write("run/a.dta", "500,5 2\n100 1\n");
+    prepare();
+    EXPECT_FALSE(std::filesystem::exists(folder.PathOf("out/run/a.dta"))) << "it is left out now";
+    std::filesystem::remove(folder.PathOf("run/b.dta"));
+    EXPECT_THAT(prepare, testing::ThrowsMessage<Failure>(HasSubstr(
+                             folder.PathOf("out/run/b.dta") + ": is no copy of a file of ")));
+    EXPECT_TRUE(std::filesystem::exists(folder.PathOf("out/run/b.dta")));
+}
+
+TEST(Prepare, APipeAmongDtaFilesIsRefused)
+{
+    const TempFolder folder;
+    std::filesystem::create_directory(folder.PathOf("run"));
+    ASSERT_EQ(::mkfifo(folder.PathOf("run/a.dta").c_str(), 0600), 0);
+    Preparation preparation(folder.PathOf("out"));
+    preparation.Add(folder.PathOf("run"));
+    EXPECT_THAT([&] { preparation.Run(); },
+                testing::ThrowsMessage<Failure>(HasSubstr("pipe or device")));
+}
+
+TEST(Prepare, ACopyNeverTakesThePlaceOfThePeptidesBesideTheirMatches)
+{
+    const std::string peptides = kPeptidesHeader + PeptidesRow("0");
+    const TempFolder folder;
+    folder.Write("peptides.txt", peptides);
+    const std::string path = folder.Write("matches.txt", kMsmsHeader + MsmsRow());
+    Preparation preparation(folder.Path());
+    preparation.Add(path, FileKind::MaxQuantMatches);
+    EXPECT_THAT([&] { preparation.Run(); },
+                testing::ThrowsMessage<Failure>(HasSubstr("is an input, and its copy would")));
+    EXPECT_EQ(ReadFile(folder.PathOf("peptides.txt")), peptides);
 }
 
 TEST(Prepare, OfAFolderThatChangesNoCopyIsLeft)

@@ -33,12 +33,16 @@ void CheckTarget(const std::string& target)
 
 namespace {
 
+/// Behind the name of the target, with the number of the process behind it: a name
+/// that nobody else gives his files.
+constexpr char kEnding[] = ".pelgrin.part";
+
 /// Removes what programs that were killed have left beside target: files
-/// "target.part1234" of processes that are no more.
+/// "target.pelgrin.part1234" of processes that are no more.
 void RemoveLeftovers(const std::string& target)
 {
     const fs::path whole(target);
-    const std::string front = whole.filename().string() + ".part";
+    const std::string front = whole.filename().string() + kEnding;
     std::error_code error;
     const fs::path folder = whole.has_parent_path() ? whole.parent_path() : fs::path(".");
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
@@ -74,7 +78,7 @@ bool IsOnDisk(const std::string& path)
 } // namespace
 
 NewFile::NewFile(const std::string& target)
-    : target_(target), path_(fmt::format("{}.part{}", target, ::getpid()))
+    : target_(target), path_(fmt::format("{}{}{}", target, kEnding, ::getpid()))
 {
     RemoveLeftovers(target);
     const SignalsWait wait; // a file that is there is known

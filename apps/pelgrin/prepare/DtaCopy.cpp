@@ -1,6 +1,10 @@
+#include <algorithm>
 #include <filesystem>
 #include <optional>
 
+#include <fmt/format.h>
+
+#include "common/Failure.h"
 #include "common/Words.h"
 #include "files/DtaAudit.h"
 #include "files/FileLines.h"
@@ -98,19 +102,41 @@ private:
     bool hasBlank_ = false;
 };
 
+/// Whatever else lies in target would be read with the copies.
+void RefuseOthers(const std::string& target, const std::vector<std::string>& names,
+                  const std::string& input)
+{
+    std::error_code ignored;
+    if (!std::filesystem::is_directory(target, ignored)) {
+        return;
+    }
+    for (const std::string& name : DtaFileNames(target)) {
+        if (!std::binary_search(names.begin(), names.end(), name)) {
+            throw Failure(fmt::format("{}: is no copy of a file of {}, and would be read with "
+                                      "them; remove it, or choose another folder",
+                                      (std::filesystem::path(target) / name).string(), input));
+        }
+    }
+}
+
 } // namespace
 
 void CopyDtaFolder(const std::string& folder, const std::string& target, ScratchFolder& scratch,
                    Copy& copy)
 {
-    for (const std::string& name : DtaFileNames(folder)) {
+    const std::vector<std::string> names = DtaFileNames(folder);
+    RefuseOthers(target, names, folder);
+    for (const std::string& name : names) {
         const std::string path = (std::filesystem::path(folder) / name).string();
+        CheckReadable(path);
         copy.file = name;
         ++copy.held;
         const std::string plain = PlainTextOf(path, scratch, copy);
-        FileCopy file(plain, (std::filesystem::path(target) / name).string(), copy);
+        const std::string copied = (std::filesystem::path(target) / name).string();
+        FileCopy file(plain, copied, copy);
         if (const char* const reason = file.Take()) {
             copy.LeaveOut(reason, file.Line());
+            std::filesystem::remove(copied); // that of an earlier run
         } else {
             ++copy.written;
         }

@@ -107,6 +107,13 @@ void Preparation::Add(const std::string& input, std::optional<FileKind> kind)
 
 void Preparation::Run()
 {
+    for (std::size_t i = 0; i < copies_.size(); ++i) {
+        const bool isPair = copies_[i].kind == FileKind::MaxQuantMatches && !PeptidesOf(i);
+        if (const std::string beside = isPair ? PeptidesBeside(i) : ""; !beside.empty()) {
+            CheckReadable(beside);
+            beside_.push_back(beside);
+        }
+    }
     for (const bool spectra : {true, false}) {
         for (std::size_t i = 0; i < copies_.size(); ++i) {
             if (IsSpectra(copies_[i].kind) == spectra) {
@@ -273,12 +280,16 @@ std::string Preparation::Claim(std::size_t i, const std::string& relative)
                         copies_[i].input, relative, isNew ? "the report" : former->second));
     }
     std::string path = (fs::path(out_) / relative).string();
+    std::vector<std::string> inputs = beside_;
     for (const Copy& copy : copies_) {
+        inputs.push_back(copy.input);
+    }
+    for (const std::string& input : inputs) {
         std::error_code error;
-        if (fs::equivalent(path, copy.input, error) && !error) {
+        if (fs::equivalent(path, input, error) && !error) {
             throw Failure(fmt::format("{}: is an input, and its copy would take its place; choose "
                                       "another folder",
-                                      copy.input));
+                                      input));
         }
     }
     copies_[i].outputs.push_back(relative);

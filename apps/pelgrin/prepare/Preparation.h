@@ -63,6 +63,7 @@ private:
     ScratchFolder scratch_;
     std::vector<Copy> copies_;
     std::vector<Input> inputs_;
+    std::vector<std::string> beside_;            ///< inputs, too: peptides.txt that nobody named
     std::map<std::string, std::string> claimed_; ///< relative path -> input
     std::vector<std::string> datasets_;          ///< names of the MGF copies
     std::vector<TitleChanges> titles_;           ///< of these
