@@ -193,6 +193,19 @@ TEST(ResultAudit, CountsRowsOfMaxQuant)
               "1 records, 1 short_row at 2");
 }
 
+TEST(ResultAudit, TheLineThatEndsMaxQuantIsKnownHoweverOftenRowsAreAskedFor)
+{
+    const TempFolder folder;
+    const ResultFiles files = {
+        folder.Write("msms.txt",
+                     kMsmsHeader + MsmsRow() + LongRow(MsmsRow()) + MsmsRow() + MsmsRow()),
+        folder.Write("peptides.txt", kPeptidesHeader + PeptidesRow("0;1;2;3"))};
+    const ResultAudit audit = AuditResult(PepIdentType::MaxQuant, files);
+    EXPECT_EQ(audit.longLine, 3U);
+    EXPECT_TRUE(audit.cutsRow);
+    EXPECT_EQ(audit.records, 2U);
+}
+
 TEST(ResultAudit, CountsRowsOfTheNativeTable)
 {
     EXPECT_EQ(AuditText(PepIdentType::CalvexTxt, kTableHeader + std::string("a\nb\n\nc\n")),

@@ -62,6 +62,7 @@ bool TableRows::Next(ResultAudit& audit)
             }
         }
         line_ = {};
+        endsHere_ = false;
         return false;
     }
     if (!lines_.Next(line_)) {
