@@ -56,6 +56,20 @@ TEST(PelgrinAnnotate, CountsEverythingInTheSummary)
     ExpectCountsAddUp(summary);
 }
 
+TEST(PelgrinAnnotate, AnIonOfAGreatChargeFitsIntoTheReport)
+{
+    const Workplace workplace;
+    workplace.Write("run.mgf", "BEGIN IONS\nTITLE=c\nPEPMASS=181.1\n1.796578 5\nEND IONS\n");
+    Row row;
+    row.spectrum = "c";
+    row.sequence = "AG";
+    row.charge = "100";
+    const Outcome outcome = workplace.Annotate({row});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr("AG 100+\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("+++ ...\n"));
+}
+
 TEST(PelgrinAnnotate, JoinsByFileNameWithAndWithoutItsEnding)
 {
     const Workplace workplace;

@@ -148,7 +148,7 @@ void AddBest(std::string& text, const BestRecords& best)
             entry.massShift == 0.0 ? "" : fmt::format(", mass shift {:+.4f}", entry.massShift));
         std::string ions = IonsText(entry.annotation);
         if (ions.size() > kIonsWidth) {
-            ions.resize(ions.rfind(' ', kIonsWidth));
+            ions.resize(std::min(ions.rfind(' ', kIonsWidth), kIonsWidth)); // one may be longer
             ions += " ...";
         }
         Add(text, "           {}\n", ions);
