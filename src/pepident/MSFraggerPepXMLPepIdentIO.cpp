@@ -53,22 +53,20 @@ void MSFraggerPepXMLPepIdentIO::getModComb(std::vector<Combination>& vCombinatio
                                            const std::vector<IdentModification>& vCandidates, int k)
 {
     // Deliberate: B-58. Ordered, with repetition: n to the power k of them.
-    vCombinations.clear();
-    if (k < 1) {
-        return;
-    }
-    vCombinations.emplace_back();
+    // The candidates may be those of a former combination.
+    std::vector<Combination> combinations(k < 1 ? 0 : 1);
     for (int size = 1; size <= k; ++size) {
         std::vector<Combination> longer;
-        for (const Combination& shorter : vCombinations) {
+        for (const Combination& shorter : combinations) {
             for (const IdentModification& mod : vCandidates) {
                 Combination& next = longer.emplace_back(shorter);
                 next.first = size == 1 ? mod.dMass : next.first + mod.dMass;
                 next.second.push_back(mod);
             }
         }
-        vCombinations = std::move(longer);
+        combinations = std::move(longer);
     }
+    vCombinations = std::move(combinations);
 }
 
 bool MSFraggerPepXMLPepIdentIO::SatisfySpecificity(IdentModification mod, int nPos, char cResidue,

@@ -88,8 +88,8 @@ void InitFile::OpenSection_(const OpenMS::String& name)
 
 void InitFile::Save(const OpenMS::String& path) const
 {
-    std::ofstream file(platform::Resolve(path), std::ios::out | std::ios::trunc);
     const std::string text = Text_();
+    std::ofstream file(platform::Resolve(path), std::ios::out | std::ios::trunc);
     file.write(text.data(), static_cast<std::streamsize>(text.size()));
     file.close();
     if (!file) {

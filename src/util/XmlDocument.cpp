@@ -28,8 +28,8 @@ void CXmlDocument::ParseFile(std::string path)
 
 void CXmlDocument::SaveFile(std::string path) const
 {
+    const std::string xml = strToXml(); // which may throw: the file stays then
     std::ofstream file(platform::Resolve(path), std::ios::out | std::ios::trunc);
-    const std::string xml = strToXml();
     file.write(xml.data(), static_cast<std::streamsize>(xml.size()));
     file.close();
     if (!file) {

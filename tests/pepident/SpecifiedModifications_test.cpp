@@ -288,6 +288,15 @@ TEST(ModCombinations, ThereAreNoneOfNothing)
     EXPECT_EQ(Combined({kThree[0]}, 4), (Names{"4:aaaa"}));
 }
 
+TEST(ModCombinations, CandidatesMayBeThoseOfAFormerCombination)
+{
+    MSFraggerPepXMLPepIdentIO reader;
+    Combinations combinations;
+    reader.getModComb(combinations, kThree, 2);
+    reader.getModComb(combinations, combinations[1].second, 2);
+    EXPECT_EQ(Texts(combinations), (Names{"2:aa", "11:ab", "11:ba", "20:bb"}));
+}
+
 TEST(ModCombinations, AreSummedFromTheFirstMassOn)
 {
     MSFraggerPepXMLPepIdentIO reader;

@@ -166,6 +166,19 @@ TEST(CXmlDocument, SaveWritesWhatADerivedDocumentMakesOfItself)
     EXPECT_EQ(test::ReadFile(folder.PathOf("document.xml")), "<own/>\n<a/>");
 }
 
+class UnwritableXml : public CXmlDocument {
+public:
+    std::string strToXml() const override { throw CXmlException("no text"); }
+};
+
+TEST(CXmlDocument, FileStaysWhereADerivedDocumentHasNoText)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("document.xml", "<as/>before");
+    EXPECT_EQ(MessageOf([&] { UnwritableXml().SaveFile(path); }), "no text");
+    EXPECT_EQ(test::ReadFile(path), "<as/>before");
+}
+
 TEST(CXmlDocument, FileThatCannotBeWrittenIsAnError)
 {
     const TempFolder folder;
