@@ -192,12 +192,10 @@ ExitStatus Run(Parameters parameters)
     const Ledger ledger = WriteLosses(parameters, spectra, results, output);
     const std::string summary = SummaryOf(parameters, spectra, results);
     output.WriteText("summary.json", summary);
-    const std::string report =
-        ReportOf(parameters, spectra, results, annotator.Best()) + ledger.Text();
+    PrintReport(ReportOf(parameters, spectra, results, annotator.Best()) + ledger.Text());
     const ExitStatus status = Conclude(parameters, results, ledger);
     output.WriteText("run.json", record.End(parameters, summary, status));
     output.TakePlaces();
-    PrintReport(report); // which may fail, with all files whole
     return status;
 }
 
