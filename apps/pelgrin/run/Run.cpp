@@ -90,7 +90,8 @@ private:
 std::vector<Vorlan::PeptideIdentification> Identify(Parameters& parameters, RunResults& results)
 {
     Identifications identifications = ReadIdentifications(parameters, results.counts);
-    results.read = identifications; // without the records
+    // Without the records.
+    results.read = identifications; // NOLINT(cppcoreguidelines-slicing)
     if (parameters.fdr) {
         results.fdr = ControlFdr(*parameters.fdr, identifications, results.counts);
     }
