@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 
 #include "files/FileLines.h"
+#include "files/NativeRow.h"
 
 namespace pelgrin {
 
@@ -18,33 +19,11 @@ namespace {
 constexpr char kUnknownResidue = 'X';
 constexpr std::int32_t kUnknownStart = -1;
 
-/// No cell or list of the native table can hold these.
-bool IsWritable(std::string_view accession)
-{
-    return !accession.empty()
-           && accession.find_first_of(std::string_view("\t\r\n;\0", 5)) == std::string_view::npos;
-}
-
 /// At least as many characters as an evidence takes in a row of the native
 /// table: accession, residues, start, and what separates them.
 std::size_t RoomOf(std::string_view accession)
 {
     return accession.size() + 20;
-}
-
-/// At least as many characters as the row of a record in the native table.
-std::size_t RoomOf(const PeptideIdentification& record)
-{
-    constexpr std::size_t kNumbers = 1500; // three of them may have 300 digits
-    std::size_t room = record.strDatasetName.size() + record.strSpectrumName.size()
-                       + record.strSequence.size() + kNumbers;
-    for (const Vorlan::IdentModification& mod : record.vMods) {
-        room += mod.strName.size() + 20;
-    }
-    for (const PeptideEvidence& evidence : record.vEvidences) {
-        room += RoomOf(evidence.strProteinAccession);
-    }
-    return room;
 }
 
 /// Start and neighbours of a place, as an evidence tells them.
@@ -238,7 +217,7 @@ private:
     void Append(PlaceRange places, bool isDecoy, const std::vector<std::size_t>& named,
                 PeptideIdentification& record)
     {
-        std::size_t room = RoomOf(record);
+        std::size_t room = RowLengthOf(record);
         std::size_t former = SIZE_MAX;
         for (const Place& place : places) {
             const bool isNew = place.protein != former;
@@ -249,7 +228,7 @@ private:
             const std::string name(map_.Database().NameOf(place.protein));
             if (!isDecoy && IsDecoyName(name)) {
                 counts_.Add(ProteinCount::DecoyLeftOut);
-            } else if (!IsWritable(name)) {
+            } else if (name.empty() || !FitsIntoList(name)) {
                 counts_.Add(ProteinCount::NotWritable, name);
             } else if (room + RoomOf(name) > kLongestLine) {
                 counts_.Add(ProteinCount::NoRoom, record.strSequence);

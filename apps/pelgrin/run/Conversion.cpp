@@ -39,15 +39,12 @@ ExitStatus Convert(const Parameters& parameters)
     const LibraryOutput libraryOutput;
     CheckNewFiles(parameters);
     Counts counts;
-    NotHeldCounts notHeld;
     ScratchFolder scratch;
     NewFile table(parameters.out);
     NativeTableParts parts(table, parameters.out, scratch);
-    const ResultsRead results = ReadResults(parameters, counts, [&](std::vector<Record>&& records) {
-        notHeld.Add(records);
-        parts.Add(records);
-    });
-    parts.Close();
+    const ResultsRead results =
+        ReadResults(parameters, counts, [&](std::vector<Record>&& records) { parts.Add(records); });
+    const NotHeldCounts notHeld = parts.Close();
     std::string report =
         fmt::format("Matches read {:>9}\nWritten      {:>9}   records to {}\n{}", counts.read,
                     counts.read, OneLine(parameters.out), notHeld.Text());

@@ -8,9 +8,13 @@
 
 #include <OpenMS/CONCEPT/Exception.h>
 #include <fmt/format.h>
+#include <spdlog/spdlog.h>
 
 #include "PeptideIdentificationIO.h"
 #include "common/Failure.h"
+#include "common/Terminal.h"
+#include "files/FileLines.h"
+#include "files/NativeRow.h"
 
 namespace pelgrin {
 
@@ -25,31 +29,49 @@ struct NotHeld {
     bool (*isBorneBy)(const Record&);
 };
 
-/// The table separates its cells and lists by these, and does not escape them.
-bool HasSeparator(const std::string& text, const char* separators)
+bool HasTextThatDoesNotFit(const Record& record)
 {
-    return text.find_first_of(separators) != std::string::npos;
-}
-
-bool DoesNotReadBack(const Record& record)
-{
-    constexpr char kCells[] = "\t\r\n";
-    constexpr char kLists[] = "\t\r\n;";
-    return HasSeparator(record.strDatasetName, kCells)
-           || HasSeparator(record.strSpectrumName, kCells)
-           || HasSeparator(record.strSequence, kCells)
+    return !FitsIntoCell(record.strDatasetName) || !FitsIntoCell(record.strSpectrumName)
+           || !FitsIntoCell(record.strSequence)
            || std::any_of(record.vMods.begin(), record.vMods.end(),
-                          [&](const auto& mod) { return HasSeparator(mod.strName, kLists); })
+                          [](const auto& mod) { return !FitsIntoList(mod.strName); })
            || std::any_of(record.vEvidences.begin(), record.vEvidences.end(),
-                          [&](const auto& protein) {
-                              return HasSeparator(protein.strProteinAccession, kLists);
+                          [](const Vorlan::PeptideEvidence& protein) {
+                              const char residues[] = {protein.cBefore, protein.cAfter};
+                              return !FitsIntoList(protein.strProteinAccession)
+                                     || !FitsIntoList({residues, 2});
                           });
 }
 
-constexpr std::size_t kNotHeldKinds = 8;
+/// The lines of the table that the row takes, and one that a name breaks off.
+std::uint64_t LinesOf(const Record& record)
+{
+    std::uint64_t lines = 1;
+    const auto add = [&lines](const std::string& text) {
+        lines += static_cast<std::uint64_t>(std::count(text.begin(), text.end(), '\n'));
+    };
+    add(record.strDatasetName);
+    add(record.strSpectrumName);
+    add(record.strSequence);
+    for (const Vorlan::IdentModification& mod : record.vMods) {
+        add(mod.strName);
+    }
+    for (const Vorlan::PeptideEvidence& protein : record.vEvidences) {
+        add(protein.strProteinAccession);
+    }
+    return lines;
+}
+
+constexpr std::size_t kNotHeldKinds = 10;
 const NotHeld kNotHeld[kNotHeldKinds] = {
     {"records with a name that holds a tab, a line end or \";\": they do not read back", true,
-     DoesNotReadBack},
+     HasTextThatDoesNotFit},
+    {"records with a row of more than 81,919 characters: the table ends there when it is read",
+     true, [](const Record& record) { return RowLengthOf(record) > kLongestLine; }},
+    {"records with a negative or much too large charge: they do not read back", true,
+     [](const Record& record) {
+         return record.nCharge > std::uint64_t{std::numeric_limits<std::int32_t>::max()};
+     }},
     {"records with a mass on a terminus that no given modification explains", true,
      [](const Record& record) { return !record.vAltMods.empty(); }},
     {"records with masses of modifications; their names are there", false,
@@ -106,8 +128,8 @@ void CheckNewFiles(const Parameters& parameters, const std::string& proteinTable
     }
 }
 
-void WriteNativeTable(const std::vector<Record>& records, const NewFile& table,
-                      const std::string& path)
+NotHeldCounts WriteNativeTable(const std::vector<Record>& records, const NewFile& table,
+                               const std::string& path)
 {
     Vorlan::TulkTXTPepIdentIO writer;
     try {
@@ -117,6 +139,10 @@ void WriteNativeTable(const std::vector<Record>& records, const NewFile& table,
     } catch (const OpenMS::Exception::FileNotWritable&) {
         throw Failure(fmt::format("{}: cannot be written to its end", path));
     }
+    NotHeldCounts notHeld;
+    notHeld.Add(records);
+    notHeld.Warn(path);
+    return notHeld;
 }
 
 NativeTableParts::NativeTableParts(const NewFile& table, std::string path, ScratchFolder& scratch)
@@ -130,6 +156,7 @@ NativeTableParts::~NativeTableParts() = default;
 
 void NativeTableParts::Add(const std::vector<Record>& records)
 {
+    notHeld_.Add(records);
     Vorlan::TulkTXTPepIdentIO writer;
     try {
         writer.InitSave(part_);
@@ -148,12 +175,14 @@ void NativeTableParts::Add(const std::vector<Record>& records)
     }
 }
 
-void NativeTableParts::Close()
+NotHeldCounts NativeTableParts::Close()
 {
     table_.close();
     if (!table_) {
         NotWritable();
     }
+    notHeld_.Warn(path_);
+    return notHeld_;
 }
 
 void NativeTableParts::NotWritable() const
@@ -163,20 +192,36 @@ void NativeTableParts::NotWritable() const
 
 void NotHeldCounts::Add(const std::vector<Record>& records)
 {
-    for (std::size_t i = 0; i < kKinds; ++i) {
-        counts_[i] += static_cast<std::uint64_t>(
-            std::count_if(records.begin(), records.end(), kNotHeld[i].isBorneBy));
+    for (const Record& record : records) {
+        for (std::size_t i = 0; i < kKinds; ++i) {
+            if (kNotHeld[i].isBorneBy(record)) {
+                Kind& kind = kinds_[i];
+                kind.firstLine = kind.count == 0 ? nextLine_ : kind.firstLine;
+                ++kind.count;
+            }
+        }
+        nextLine_ += LinesOf(record);
     }
 }
 
 bool NotHeldCounts::HasLosses() const
 {
     for (std::size_t i = 0; i < kKinds; ++i) {
-        if (counts_[i] > 0 && kNotHeld[i].isLoss) {
+        if (kinds_[i].count > 0 && kNotHeld[i].isLoss) {
             return true;
         }
     }
     return false;
+}
+
+void NotHeldCounts::Warn(const std::string& path) const
+{
+    for (std::size_t i = 0; i < kKinds; ++i) {
+        if (kinds_[i].count > 0 && kNotHeld[i].isLoss) {
+            spdlog::warn("{}:{}: the first of {} {}", OneLine(path), kinds_[i].firstLine,
+                         kinds_[i].count, kNotHeld[i].text);
+        }
+    }
 }
 
 std::string NotHeldCounts::Text() const
@@ -184,8 +229,8 @@ std::string NotHeldCounts::Text() const
     std::string text;
     const char* title = "Not in table";
     for (std::size_t i = 0; i < kKinds; ++i) {
-        if (counts_[i] > 0) {
-            text += fmt::format("{:<13}{:>9}   {}\n", title, counts_[i], kNotHeld[i].text);
+        if (kinds_[i].count > 0) {
+            text += fmt::format("{:<13}{:>9}   {}\n", title, kinds_[i].count, kNotHeld[i].text);
             title = "";
         }
     }

@@ -20,9 +20,32 @@ namespace pelgrin {
 /// or cannot be written, and for two that are one file.
 void CheckNewFiles(const Parameters& parameters, const std::string& proteinTable = {});
 
-/// Lets the library write all records. Throws Failure when it cannot.
-void WriteNativeTable(const std::vector<Vorlan::PeptideIdentification>& records,
-                      const NewFile& table, const std::string& path);
+/// What of the records a native table has no place for, counted record by record.
+class NotHeldCounts {
+public:
+    void Add(const std::vector<Vorlan::PeptideIdentification>& records);
+    /// Some of it belongs into the table.
+    bool HasLosses() const;
+    /// Warns of that, with the line in the table at path where it is first.
+    void Warn(const std::string& path) const;
+    /// Lines of a report.
+    std::string Text() const;
+
+private:
+    struct Kind {
+        std::uint64_t count = 0;
+        std::uint64_t firstLine = 0;
+    };
+
+    static constexpr std::size_t kKinds = 10;
+    std::array<Kind, kKinds> kinds_{};
+    std::uint64_t nextLine_ = 2; ///< behind the header
+};
+
+/// Lets the library write all records, and warns of what belongs into the table at
+/// path and does not read back. Throws Failure when it cannot write.
+NotHeldCounts WriteNativeTable(const std::vector<Vorlan::PeptideIdentification>& records,
+                               const NewFile& table, const std::string& path);
 
 /// A native table that is written some records after the other.
 class NativeTableParts {
@@ -36,7 +59,8 @@ public:
 
     /// Every member throws Failure when the table cannot be written.
     void Add(const std::vector<Vorlan::PeptideIdentification>& records);
-    void Close();
+    /// Warns as WriteNativeTable.
+    NotHeldCounts Close();
 
 private:
     [[noreturn]] void NotWritable() const;
@@ -45,20 +69,7 @@ private:
     std::string part_;
     std::ofstream table_;
     bool hasHeader_ = false;
-};
-
-/// How many records bear something that the table has no place for.
-class NotHeldCounts {
-public:
-    void Add(const std::vector<Vorlan::PeptideIdentification>& records);
-    /// Some of it belongs into the table.
-    bool HasLosses() const;
-    /// Lines of a report.
-    std::string Text() const;
-
-private:
-    static constexpr std::size_t kKinds = 8;
-    std::array<std::uint64_t, kKinds> counts_{};
+    NotHeldCounts notHeld_;
 };
 
 } // namespace pelgrin

@@ -14,7 +14,6 @@
 
 #include "SpectraIO.h"
 #include "common/Failure.h"
-#include "run/NativeTable.h"
 
 namespace pelgrin {
 
@@ -205,14 +204,14 @@ void OutputFolder::WriteProteins(MappedProteins& proteins,
     table.Close();
 }
 
-void OutputFolder::Finish(const std::vector<Vorlan::PeptideIdentification>& records)
+NotHeldCounts OutputFolder::Finish(const std::vector<Vorlan::PeptideIdentification>& records)
 {
     if (matched_) {
         matched_->Close();
     }
     annotations_->Close();
-    WriteNativeTable(records, FileOf("results.txt"),
-                     (std::filesystem::path(folder_) / "results.txt").string());
+    return WriteNativeTable(records, FileOf("results.txt"),
+                            (std::filesystem::path(folder_) / "results.txt").string());
 }
 
 void OutputFolder::WriteText(const char* name, const std::string& text)

@@ -14,6 +14,7 @@
 #include "files/NewFile.h"
 #include "run/Annotation.h"
 #include "run/MappedProteins.h"
+#include "run/NativeTable.h"
 #include "run/Parameters.h"
 
 namespace pelgrin {
@@ -58,8 +59,9 @@ public:
     /// Writes proteins.tsv, for a run with a protein database.
     void WriteProteins(MappedProteins& proteins,
                        const std::vector<Vorlan::PeptideIdentification>& records);
-    /// Writes results.txt and closes the files of spectra and annotations.
-    void Finish(const std::vector<Vorlan::PeptideIdentification>& records);
+    /// Writes results.txt and closes the files of spectra and annotations. Gives what
+    /// of the records is not in results.txt.
+    NotHeldCounts Finish(const std::vector<Vorlan::PeptideIdentification>& records);
     /// Writes a whole file of the folder, such as "summary.json".
     void WriteText(const char* name, const std::string& text);
     /// Gives all files their names; that of the last one of FileNamesOf comes last.

@@ -18,11 +18,11 @@ namespace {
 using Record = Vorlan::PeptideIdentification;
 
 /// Writes all that was asked for; nothing takes its place before all is whole.
-void WriteTables(const Parameters& parameters, const std::string& proteinTable,
-                 const std::vector<Record>& records, MappedProteins& proteins)
+NotHeldCounts WriteTables(const Parameters& parameters, const std::string& proteinTable,
+                          const std::vector<Record>& records, MappedProteins& proteins)
 {
     NewFile table(parameters.out);
-    WriteNativeTable(records, table, parameters.out);
+    NotHeldCounts notHeld = WriteNativeTable(records, table, parameters.out);
     if (proteinTable.empty()) {
         proteins.WriteTable(records, [](std::string_view) {});
     } else {
@@ -33,10 +33,12 @@ void WriteTables(const Parameters& parameters, const std::string& proteinTable,
         list.MoveToTarget();
     }
     table.MoveToTarget();
+    return notHeld;
 }
 
 ExitStatus Report(const Parameters& parameters, const std::string& proteinTable,
-                  const Identifications& all, const Counts& counts, const MappedProteins& proteins)
+                  const Identifications& all, const Counts& counts, const MappedProteins& proteins,
+                  const NotHeldCounts& notHeld)
 {
     const std::vector<Record>& records = all.records;
     std::string text = fmt::format("Matches read {:>9}\n", counts.read);
@@ -47,8 +49,6 @@ ExitStatus Report(const Parameters& parameters, const std::string& proteinTable,
         text += fmt::format("             {:>9}   proteins to {}\n", proteins.Listed(),
                             OneLine(proteinTable));
     }
-    NotHeldCounts notHeld;
-    notHeld.Add(records);
     text += notHeld.Text();
     const bool hasLosses = WriteLosses(parameters, all, counts, text);
     PrintReport(text);
@@ -65,8 +65,8 @@ ExitStatus MapProteins(const Parameters& parameters, const std::string& proteinT
     Counts counts;
     Identifications all = ReadIdentifications(parameters, counts);
     proteins.Fill(all.records);
-    WriteTables(parameters, proteinTable, all.records, proteins);
-    return Report(parameters, proteinTable, all, counts, proteins);
+    const NotHeldCounts notHeld = WriteTables(parameters, proteinTable, all.records, proteins);
+    return Report(parameters, proteinTable, all, counts, proteins, notHeld);
 }
 
 } // namespace pelgrin

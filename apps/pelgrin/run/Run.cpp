@@ -123,7 +123,8 @@ void AnnotateAll(const std::vector<Vorlan::PeptideIdentification>& records, Anno
 }
 
 /// Says what was lost, and gives the status that tells it.
-ExitStatus Conclude(const Parameters& parameters, const RunResults& results, const Ledger& ledger)
+ExitStatus Conclude(const Parameters& parameters, const RunResults& results, const Ledger& ledger,
+                    const NotHeldCounts& notHeld)
 {
     const Counts& counts = results.counts;
     const bool isEnough = !results.join || results.join->Warn(parameters.minMatch);
@@ -134,7 +135,8 @@ ExitStatus Conclude(const Parameters& parameters, const RunResults& results, con
                      counts.NotUsed(), counts.read, counts.LostRows(),
                      OneLine(parameters.out + "/ledger.json"));
     }
-    return ledger.HasLosses() || hasProteinLosses || !parameters.notOffered.empty() || !isEnough
+    return ledger.HasLosses() || notHeld.HasLosses() || hasProteinLosses
+                   || !parameters.notOffered.empty() || !isEnough
                ? WithLosses
                : AllWell;
 }
@@ -188,13 +190,13 @@ ExitStatus Run(Parameters parameters)
     if (results.proteins) {
         output.WriteProteins(*results.proteins, records);
     }
-    output.Finish(records);
+    const NotHeldCounts notHeld = output.Finish(records);
     results.counts.spectraWritten = output.SpectraWritten();
     const Ledger ledger = WriteLosses(parameters, spectra, results, output);
     const std::string summary = SummaryOf(parameters, spectra, results);
     output.WriteText("summary.json", summary);
     PrintReport(ReportOf(parameters, spectra, results, annotator.Best()) + ledger.Text());
-    const ExitStatus status = Conclude(parameters, results, ledger);
+    const ExitStatus status = Conclude(parameters, results, ledger, notHeld);
     output.WriteText("run.json", record.End(parameters, summary, status));
     output.TakePlaces();
     return status;
