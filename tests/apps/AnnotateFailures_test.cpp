@@ -128,6 +128,21 @@ TEST(PelgrinAnnotate, AnOutputFolderThatCannotBeMadeIsAFailure)
                   1, "out/below: is not a folder");
 }
 
+TEST(PelgrinAnnotate, AFolderThatCannotBeReachedIsRefusedBeforeAnyWork)
+{
+    const Workplace workplace;
+    const std::string table = workplace.Write("t.txt", TableOf({Row()}));
+    for (const auto& [out, told] : std::vector<std::pair<std::string, std::string>>{
+             {std::string(300, 'x'),
+              ": is not a folder and cannot be made one: File name too long"},
+             {"a\\b", "a\\b: a path with a backslash cannot be written"}}) {
+        ExpectRefusal(RunPelgrin({"annotate", "--spectra", workplace.PathOf("run.mgf"), "--psms",
+                                  table, "--tolerance", "1Da", "--out", workplace.PathOf(out)}),
+                      1, told);
+        EXPECT_FALSE(std::filesystem::exists(workplace.PathOf("a\\b")));
+    }
+}
+
 TEST(PelgrinAnnotate, AnOutputFolderWithoutWritePermissionIsAFailure)
 {
     if (::geteuid() == 0) {

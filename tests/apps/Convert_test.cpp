@@ -1,4 +1,6 @@
 // "pelgrin convert" as a child process.
+#include <filesystem>
+
 #include "ParameterFiles.h"
 #include "ResultTexts.h"
 
@@ -217,6 +219,36 @@ TEST(PelgrinConvert, WrongUsageAndFilesThatAreNotThere)
     ExpectRefusal(RunPelgrin({"convert", "--format", "MSGF (.tsv)", "--in", place.PathOf("result"),
                               "--out", place.PathOf("no/table.txt")}),
                   1, "no/table.txt: cannot be written: No such file or directory");
+}
+
+TEST(PelgrinConvert, AFileOfLossesThatCannotBeMadeIsFoundBeforeAnyWork)
+{
+    const ConvertPlace place;
+    for (const char* const option : {"--ledger", "--rejects"}) {
+        place.Write("table.txt", "former");
+        const std::string path = place.PathOf("no/losses");
+        ExpectRefusal(place.Convert("MSGF (.tsv)", kMsgfHeader + "a\tb\n", {option, path}), 1,
+                      path + ": cannot be written: No such file or directory");
+        EXPECT_EQ(place.Table(), "former");
+    }
+}
+
+TEST(PelgrinConvert, TheLogIsNoFileToBeWritten)
+{
+    const ConvertPlace place;
+    for (const char* const option : {"--ledger", "--rejects"}) {
+        const std::string log = place.PathOf("log");
+        const Outcome outcome = place.Convert("MSGF (.tsv)", kMsgfHeader + MsgfRow(),
+                                              {option, place.PathOf("./log"), "--log-file", log});
+        ExpectRefusal(outcome, 1, "./log: is the log file and would be overwritten");
+        EXPECT_THAT(ReadFile(log), HasSubstr("exit status 1"));
+    }
+    const std::string log = place.PathOf("table.txt");
+    ExpectRefusal(place.Convert("MSGF (.tsv)", kMsgfHeader + MsgfRow(), {"--log-file", log}), 1,
+                  "table.txt: is the log file");
+    std::filesystem::create_directory(place.PathOf("out"));
+    ExpectRefusal(place.Annotate({Row()}, {"--log-file", place.PathOf("out/ledger.json")}), 1,
+                  "ledger.json: is the log file");
 }
 
 TEST(PelgrinConvert, HelpSaysWhatEachFormatNeeds)

@@ -197,10 +197,22 @@ TEST(PelgrinMapProteins, AFailureLeavesTheFormerTablesAndNothingElse)
     const std::vector<std::string> more = {"--proteins", place.PathOf("proteins.tsv")};
     EXPECT_EQ(place.Map("run.mgf\tx\tGASK\ttwo\n", more).status, 1);
     EXPECT_EQ(place.Map("", {"--proteins", place.PathOf("no/proteins.tsv")}).status, 1);
+    EXPECT_EQ(place.Map("", {"--ledger", place.PathOf("no/ledger.json")}).status, 1);
     EXPECT_EQ(place.Table(), "former");
     EXPECT_EQ(ReadFile(place.PathOf("proteins.tsv")), "former");
     const std::filesystem::directory_iterator entries(place.PathOf(""));
     EXPECT_EQ(std::distance(begin(entries), end(entries)), 5);
+}
+
+TEST(PelgrinMapProteins, ALedgerThatCannotBeWrittenLeavesTheFormerTables)
+{
+    const MapPlace place;
+    place.Write("table.txt", "former");
+    // The file that is written before it takes this name has a longer one.
+    const std::string ledger = place.PathOf(std::string(250, 'l'));
+    ExpectRefusal(place.Map(RowWith("GASK", "P1\t\t\t-1"), {"--ledger", ledger}), 1,
+                  "cannot be written: File name too long");
+    EXPECT_EQ(place.Table(), "former");
 }
 
 TEST(PelgrinMapProteins, NeverOverwritesItsInputs)

@@ -39,6 +39,18 @@ public:
     }
 };
 
+TEST(PelgrinRunProteins, OfARunBeforeDoNotStayBesideOtherResults)
+{
+    const ProteinWorkplace workplace;
+    EXPECT_EQ(workplace.Pelgrin(kRunWithFasta, Ini()).status, 0);
+    const std::string table = workplace.PathOf("out/proteins.tsv");
+    EXPECT_TRUE(std::filesystem::exists(table));
+    const Outcome outcome = workplace.Run(Ini());
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(outcome.err, HasSubstr("out/proteins.tsv: that of a run before was removed"));
+    EXPECT_FALSE(std::filesystem::exists(table));
+}
+
 TEST(PelgrinRunProteins, AreLookedUpInTheFastaOfTheCommandLine)
 {
     const ProteinWorkplace workplace;

@@ -30,6 +30,12 @@ constexpr const char kLogPattern[] = "[%Y-%m-%dT%H:%M:%S.%eZ] [%P] [%l] %v";
 bool reportIsWanted = true;
 bool logHasFailed = false;
 
+std::string& LogPath()
+{
+    static std::string path;
+    return path;
+}
+
 /// Standard error: a bar makes room for a message, and a program that reads JSON
 /// gets nothing else.
 class ScreenSink : public spdlog::sinks::ansicolor_stderr_sink_st {
@@ -86,7 +92,7 @@ void TellLogFailure(const spdlog::sink_ptr& screen, const std::string& path,
     }
 }
 
-spdlog::sink_ptr LogFile(const std::string& path)
+spdlog::sink_ptr LogSink(const std::string& path)
 {
     // Tried before: the reason is known here, and no folder is made.
     std::FILE* const file = std::fopen(path.c_str(), "ab");
@@ -125,7 +131,8 @@ void SetUpMessages(const MessageOptions& options)
     auto logger = std::make_shared<spdlog::logger>("pelgrin", screen);
     logger->set_level(ScreenLevel(options));
     if (!options.logFile.empty()) {
-        logger->sinks().push_back(LogFile(options.logFile));
+        logger->sinks().push_back(LogSink(options.logFile));
+        LogPath() = options.logFile;
         logger->set_level(spdlog::level::debug);
         logger->set_error_handler([screen, path = options.logFile](const std::string& error) {
             TellLogFailure(screen, path, error);
@@ -134,6 +141,11 @@ void SetUpMessages(const MessageOptions& options)
     // Nothing waits in a buffer: not for a crash, nor for the exit of a child.
     logger->flush_on(spdlog::level::trace);
     spdlog::set_default_logger(std::move(logger));
+}
+
+const std::string& LogFile()
+{
+    return LogPath();
 }
 
 bool LogHasFailed()

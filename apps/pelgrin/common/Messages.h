@@ -27,6 +27,9 @@ void SetUpMessages(const MessageOptions& options);
 /// The short report of a command is to be printed.
 bool ReportIsWanted();
 
+/// The path of the log file; empty: none.
+const std::string& LogFile();
+
 /// A line of the log file could not be written, which was told: a failure of the
 /// program, though not of what it does.
 bool LogHasFailed();

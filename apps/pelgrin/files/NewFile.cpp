@@ -14,20 +14,45 @@
 
 #include "common/EndBySignal.h"
 #include "common/Failure.h"
+#include "common/Messages.h"
 
 namespace pelgrin {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+/// Where the entry of target is made.
+fs::path FolderOf(const std::string& target)
+{
+    const fs::path path(target);
+    return path.has_parent_path() ? path.parent_path() : fs::path(".");
+}
+
+} // namespace
+
+void RefuseBackslash(const std::string& path)
+{
+    if (path.find('\\') != std::string::npos) {
+        throw Failure(fmt::format("{}: a path with a backslash cannot be written", path));
+    }
+}
+
 void CheckTarget(const std::string& target)
 {
-    if (target.find('\\') != std::string::npos) {
-        throw Failure(fmt::format("{}: a path with a backslash cannot be written", target));
-    }
+    RefuseBackslash(target);
     std::error_code error;
     const fs::file_status status = fs::status(target, error);
     if (fs::exists(status) && !fs::is_regular_file(status)) {
         throw Failure(fmt::format("{}: cannot be written: it is not an ordinary file", target));
+    }
+    if (::access(FolderOf(target).c_str(), W_OK | X_OK) != 0) {
+        throw Failure(fmt::format("{}: cannot be written: {}", target, std::strerror(errno)));
+    }
+    if (!LogFile().empty() && fs::equivalent(target, LogFile(), error)) {
+        throw Failure(fmt::format("{}: is the log file and would be overwritten; choose another "
+                                  "file for --log-file",
+                                  target));
     }
 }
 
@@ -44,8 +69,7 @@ void RemoveLeftovers(const std::string& target)
     const fs::path whole(target);
     const std::string front = whole.filename().string() + kEnding;
     std::error_code error;
-    const fs::path folder = whole.has_parent_path() ? whole.parent_path() : fs::path(".");
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+    for (fs::directory_iterator entry(FolderOf(target), error), end; !error && entry != end;
          entry.increment(error)) {
         const std::string name = entry->path().filename().string();
         if (name.rfind(front, 0) != 0 || name.size() == front.size()

@@ -6,8 +6,13 @@
 
 namespace pelgrin {
 
-/// Throws Failure unless target is no file yet, or an ordinary one that the
-/// library's writers can reach: they take a backslash as a separator.
+/// Throws Failure for a path with a backslash: the library's writers take it as a
+/// separator.
+void RefuseBackslash(const std::string& path);
+
+/// Throws Failure unless target is no file yet, or an ordinary one, in a folder where
+/// files can be made and within reach of the library's writers. The log file is none:
+/// it would be gone with its name.
 void CheckTarget(const std::string& target);
 
 class NewFile {

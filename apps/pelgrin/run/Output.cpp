@@ -8,16 +8,18 @@
 #include <stdexcept>
 #include <utility>
 
-#include <unistd.h>
-
 #include <fmt/format.h>
+#include <spdlog/spdlog.h>
 
 #include "SpectraIO.h"
 #include "common/Failure.h"
+#include "common/Terminal.h"
 
 namespace pelgrin {
 
 namespace {
+
+constexpr const char kProteins[] = "proteins.tsv";
 
 /// The files that a run writes.
 std::vector<const char*> FileNamesOf(const Parameters& parameters)
@@ -25,7 +27,7 @@ std::vector<const char*> FileNamesOf(const Parameters& parameters)
     std::vector<const char*> names = {"annotations.tsv", "results.txt", "matched.mgf",
                                       "rejects.tsv", "ledger.json"};
     if (parameters.proteins) {
-        names.push_back("proteins.tsv");
+        names.push_back(kProteins);
     }
     names.push_back("summary.json");
     names.push_back("run.json"); // tells that all others are there
@@ -47,17 +49,11 @@ std::string PathIn(const Parameters& parameters, const char* name)
 /// What can be known of a file without changing it.
 void CheckWritable(const std::string& path)
 {
+    CheckTarget(path);
     std::error_code ignored;
-    const std::filesystem::file_status status = std::filesystem::status(path, ignored);
-    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
-        throw Failure(fmt::format("{}: cannot be written: it is not an ordinary file", path));
-    }
-    if (std::filesystem::exists(status)) {
-        errno = 0;
-        if (!std::ofstream(path, std::ios::binary | std::ios::app)) {
-            NotWritable(path, errno);
-        }
-    } else if (::access(std::filesystem::path(path).parent_path().c_str(), W_OK) != 0) {
+    errno = 0;
+    if (std::filesystem::exists(path, ignored)
+        && !std::ofstream(path, std::ios::binary | std::ios::app)) {
         NotWritable(path, errno);
     }
 }
@@ -69,7 +65,9 @@ void RefuseToOverwriteInputs(const Parameters& parameters)
     std::vector<std::string> inputs = parameters.spectra;
     inputs.insert(inputs.end(), parameters.psms.begin(), parameters.psms.end());
     inputs.insert(inputs.end(), parameters.fileInputs.begin(), parameters.fileInputs.end());
-    for (const char* const name : FileNamesOf(parameters)) {
+    std::vector<const char*> names = FileNamesOf(parameters);
+    names.push_back(kProteins); // that of a run before is removed
+    for (const char* const name : names) {
         const std::filesystem::path output = std::filesystem::path(parameters.out) / name;
         for (const std::string& input : inputs) {
             std::error_code ignored;
@@ -86,9 +84,11 @@ void RefuseToOverwriteInputs(const Parameters& parameters)
 void CheckOutput(const Parameters& parameters)
 {
     RefuseToOverwriteInputs(parameters);
+    RefuseBackslash(parameters.out);
     std::error_code error;
     std::filesystem::create_directories(parameters.out, error);
-    if (!std::filesystem::is_directory(parameters.out)) {
+    std::error_code ignored;
+    if (!std::filesystem::is_directory(parameters.out, ignored)) {
         throw Failure(fmt::format("{}: is not a folder and cannot be made one: {}", parameters.out,
                                   error ? error.message() : "a file of that name exists"));
     }
@@ -199,7 +199,7 @@ void OutputFolder::WriteAnnotation(const Vorlan::PeptideIdentification& record,
 void OutputFolder::WriteProteins(MappedProteins& proteins,
                                  const std::vector<Vorlan::PeptideIdentification>& records)
 {
-    TextFile table(FileOf("proteins.tsv").Path());
+    TextFile table(FileOf(kProteins).Path());
     proteins.WriteTable(records, [&table](std::string_view line) { table.Write(line); });
     table.Close();
 }
@@ -225,7 +225,15 @@ void OutputFolder::TakePlaces()
 {
     // The one that tells of a finished run goes first and comes last.
     std::error_code ignored;
-    std::filesystem::remove(std::filesystem::path(folder_) / files_.back().first, ignored);
+    const std::filesystem::path folder(folder_);
+    std::filesystem::remove(folder / files_.back().first, ignored);
+    const bool hasProteins = std::any_of(
+        files_.begin(), files_.end(), [](const auto& entry) { return entry.first == kProteins; });
+    // It would be taken for one of these results.
+    if (!hasProteins && std::filesystem::remove(folder / kProteins, ignored)) {
+        spdlog::info("{}: that of a run before was removed",
+                     OneLine((folder / kProteins).string()));
+    }
     for (const auto& [name, file] : files_) {
         file->MoveToTarget();
     }

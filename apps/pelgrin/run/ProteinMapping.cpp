@@ -17,42 +17,30 @@ namespace {
 
 using Record = Vorlan::PeptideIdentification;
 
-/// Writes all that was asked for; nothing takes its place before all is whole.
-NotHeldCounts WriteTables(const Parameters& parameters, const std::string& proteinTable,
-                          const std::vector<Record>& records, MappedProteins& proteins)
+/// Writes proteins.tsv, when it was asked for, and counts what stands in it.
+void WriteProteins(const std::optional<NewFile>& list, const std::vector<Record>& records,
+                   MappedProteins& proteins)
 {
-    NewFile table(parameters.out);
-    NotHeldCounts notHeld = WriteNativeTable(records, table, parameters.out);
-    if (proteinTable.empty()) {
+    if (!list) {
         proteins.WriteTable(records, [](std::string_view) {});
-    } else {
-        NewFile list(proteinTable);
-        TextFile file(list.Path());
-        proteins.WriteTable(records, [&file](std::string_view line) { file.Write(line); });
-        file.Close();
-        list.MoveToTarget();
+        return;
     }
-    table.MoveToTarget();
-    return notHeld;
+    TextFile file(list->Path());
+    proteins.WriteTable(records, [&file](std::string_view line) { file.Write(line); });
+    file.Close();
 }
 
-ExitStatus Report(const Parameters& parameters, const std::string& proteinTable,
-                  const Identifications& all, const Counts& counts, const MappedProteins& proteins,
-                  const NotHeldCounts& notHeld)
+std::string ReportOf(const Parameters& parameters, const std::string& proteinTable,
+                     std::size_t records, const Counts& counts, const MappedProteins& proteins)
 {
-    const std::vector<Record>& records = all.records;
     std::string text = fmt::format("Matches read {:>9}\n", counts.read);
     text += proteins.Text(MappedProteins::Details::All);
-    text += fmt::format("Written      {:>9}   records to {}\n", records.size(),
-                        OneLine(parameters.out));
+    text += fmt::format("Written      {:>9}   records to {}\n", records, OneLine(parameters.out));
     if (!proteinTable.empty()) {
         text += fmt::format("             {:>9}   proteins to {}\n", proteins.Listed(),
                             OneLine(proteinTable));
     }
-    text += notHeld.Text();
-    const bool hasLosses = WriteLosses(parameters, all, counts, text);
-    PrintReport(text);
-    return hasLosses || notHeld.HasLosses() || proteins.HasLosses() ? WithLosses : AllWell;
+    return text;
 }
 
 } // namespace
@@ -65,8 +53,23 @@ ExitStatus MapProteins(const Parameters& parameters, const std::string& proteinT
     Counts counts;
     Identifications all = ReadIdentifications(parameters, counts);
     proteins.Fill(all.records);
-    const NotHeldCounts notHeld = WriteTables(parameters, proteinTable, all.records, proteins);
-    return Report(parameters, proteinTable, all, counts, proteins, notHeld);
+    NewFile table(parameters.out);
+    const NotHeldCounts notHeld = WriteNativeTable(all.records, table, parameters.out);
+    std::optional<NewFile> list;
+    if (!proteinTable.empty()) {
+        list.emplace(proteinTable);
+    }
+    WriteProteins(list, all.records, proteins);
+    std::string report = ReportOf(parameters, proteinTable, all.records.size(), counts, proteins);
+    report += notHeld.Text();
+    // Nothing takes its place before all is whole.
+    const bool hasLosses = WriteLosses(parameters, all, counts, report);
+    if (list) {
+        list->MoveToTarget();
+    }
+    table.MoveToTarget();
+    PrintReport(report);
+    return hasLosses || notHeld.HasLosses() || proteins.HasLosses() ? WithLosses : AllWell;
 }
 
 } // namespace pelgrin
