@@ -5,6 +5,7 @@
 #include <string>
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <spdlog/spdlog.h>
@@ -55,11 +56,23 @@ void FillStandardDescriptors()
     }
 }
 
+/// A process for each file of spectra, and two descriptors for each of these: more
+/// than the usual limit of 1024 where the files are many.
+void RaiseDescriptorLimit()
+{
+    rlimit limit{};
+    if (::getrlimit(RLIMIT_NOFILE, &limit) == 0) {
+        limit.rlim_cur = limit.rlim_max;
+        ::setrlimit(RLIMIT_NOFILE, &limit);
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     FillStandardDescriptors();
+    RaiseDescriptorLimit();
     // A file that may not grow is a failure with path and reason, not a signal.
     std::signal(SIGXFSZ, SIG_IGN);
     pelgrin::CleanUpOnSignals();

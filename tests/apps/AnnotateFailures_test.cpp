@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include "HostProgram.h"
+#include "support/Sanitized.h"
 
 namespace pelgrin::test {
 namespace {
@@ -141,6 +142,36 @@ TEST(PelgrinAnnotate, AFolderThatCannotBeReachedIsRefusedBeforeAnyWork)
                       1, told);
         EXPECT_FALSE(std::filesystem::exists(workplace.PathOf("a\\b")));
     }
+}
+
+/// Annotates a match in each of 40 files under a limit of 64 descriptors.
+Outcome AnnotateManyFiles(const std::string& limit)
+{
+    const Workplace workplace;
+    std::vector<std::string> command = {
+        "/bin/sh",  "-c",       "ulimit " + limit + " 64; exec \"$@\"", "sh", PELGRIN_PROGRAM,
+        "annotate", "--spectra"};
+    std::vector<Row> rows;
+    for (int i = 0; i < 40; ++i) {
+        rows.emplace_back().dataset = "run" + std::to_string(i) + ".mgf";
+        command.push_back(workplace.Write(rows.back().dataset, kRunMgf));
+    }
+    for (const std::string& word : {std::string("--psms"), workplace.Write("t.txt", TableOf(rows)),
+                                    std::string("--tolerance"), std::string("1Da"),
+                                    std::string("--out"), workplace.PathOf("out")}) {
+        command.push_back(word);
+    }
+    return RunProgram(command);
+}
+
+TEST(PelgrinAnnotate, ManyFilesNeedMoreDescriptorsThanTheUsualLimit)
+{
+    if (Vorlan::test::kSanitized) {
+        GTEST_SKIP() << "the sanitizers need descriptors of their own";
+    }
+    const Outcome outcome = AnnotateManyFiles("-S -n");
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    ExpectRefusal(AnnotateManyFiles("-n"), 1, "Too many open files; raise the limit with");
 }
 
 TEST(PelgrinAnnotate, AnOutputFolderWithoutWritePermissionIsAFailure)

@@ -413,7 +413,8 @@ TEST(ResultReader, NoRoomForAReaderIsAFailure)
                   ::setrlimit(RLIMIT_NOFILE, &few);
                   reader.Read(kNative, {path, ""}, [](std::vector<Record>&&) {});
               }),
-              "no process for reading can be started: a socket: Too many open files");
+              "no process for reading can be started: a socket: Too many open files; raise the "
+              "limit with \"ulimit -n\"");
 }
 
 TEST(ResultReader, AFullDiskIsAFailureAndNoReject)

@@ -61,8 +61,9 @@ private:
 
 [[noreturn]] void NoRoom(const char* what)
 {
-    throw Failure(
-        fmt::format("no process for reading can be started: {}: {}", what, std::strerror(errno)));
+    const char* const hint = errno == EMFILE ? "; raise the limit with \"ulimit -n\"" : "";
+    throw Failure(fmt::format("no process for reading can be started: {}: {}{}", what,
+                              std::strerror(errno), hint));
 }
 
 /// The life of the child.
