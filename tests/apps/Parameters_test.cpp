@@ -109,6 +109,22 @@ TEST(ParseModifications, TakesBothSpellingsOfATerminusForOneName)
               "--mod: \"Acetyl (Any N-term)\" is given twice");
 }
 
+TEST(ParseModifications, GivesEachResidueOfANameItsMass)
+{
+    const ModificationMasses masses = ParseModifications({"Oxidation (MW)=16", "Acetyl(K)=42"});
+    EXPECT_THAT(masses, testing::UnorderedElementsAre(testing::Pair("Oxidation (MW)", 16.0),
+                                                      testing::Pair("Oxidation (M)", 16.0),
+                                                      testing::Pair("Oxidation (W)", 16.0),
+                                                      testing::Pair("Acetyl(K)", 42.0),
+                                                      testing::Pair("Acetyl (K)", 42.0)));
+    for (const char* const other : {"Oxidation (M)=17", "Oxidation(M)=16", "Oxidation (CM)=16"}) {
+        EXPECT_EQ(RefusalOf([&] {
+                      ParseModifications({"Oxidation (MW)=16", other});
+                  }),
+                  "--mod: \"Oxidation (M)\" is given twice");
+    }
+}
+
 TEST(WithAnyTerm, SpellsATerminusAsTheTableReaderDoes)
 {
     EXPECT_EQ(WithAnyTerm("Carbamyl (N-term)"), "Carbamyl (Any N-term)");

@@ -1,7 +1,5 @@
 #include "parameters/ReaderParameters.h"
 
-#include <algorithm>
-
 #include <OpenMS/CONCEPT/Exception.h>
 #include <fmt/format.h>
 #include <spdlog/spdlog.h>
@@ -48,6 +46,10 @@ is_annotated = 0
 output = ./results
 )";
 
+/// A row of the table holds a name three times, and ends the process when it is longer
+/// than a line.
+constexpr std::size_t kLongestName = 1000;
+
 /// A modification of one residue or terminus, as table and parameter file
 /// write it.
 struct Entry {
@@ -58,17 +60,7 @@ struct Entry {
     {
         return CResidueModification().getTermSpecificityName(name.specificity);
     }
-    std::string FullName() const { return FullNameOf({name.name, mass, name.site, Position(), 0}); }
 };
-
-bool IsSite(const ModificationName& name)
-{
-    const bool isTerminus = name.specificity != CResidueModification::ANYWHERE
-                            && (name.site == "N-term" || name.site == "C-term");
-    return isTerminus || std::all_of(name.site.begin(), name.site.end(), [](char c) {
-               return c >= 'A' && c <= 'Z';
-           });
-}
 
 /// The entries of "Phospho (STY)=79.966331": one for each residue.
 void AddEntries(const std::string& text, std::vector<Entry>& entries)
@@ -80,20 +72,21 @@ void AddEntries(const std::string& text, std::vector<Entry>& entries)
                         "to a reader; choose another one",
                         written));
     }
-    const auto name = ParseModificationName(WithAnyTerm(written));
-    if (!name || name->name.empty() || !IsSite(*name)) {
+    if (written.size() > kLongestName) {
+        throw UsageError(
+            fmt::format("--mod: \"{}...\": a name of more than {} characters cannot be "
+                        "told to a reader; choose another one",
+                        written.substr(0, 40), kLongestName));
+    }
+    const std::vector<ModificationName> names = NamesBySite(written);
+    if (names.empty()) {
         spdlog::warn(
             "--mod: \"{}\" has no site in parentheses, such as \"Oxidation (M)\" or \"Acetyl "
             "(Protein N-term)\": no mass is explained by it",
             OneLine(written));
-        return;
     }
-    if (name->site == "N-term" || name->site == "C-term") {
-        entries.push_back({*name, mass});
-        return;
-    }
-    for (const char residue : name->site) {
-        entries.push_back({{name->name, std::string(1, residue), name->specificity}, mass});
+    for (const ModificationName& name : names) {
+        entries.push_back({name, mass});
     }
 }
 
@@ -101,9 +94,9 @@ std::string TableOf(const std::vector<Entry>& entries)
 {
     std::string table = kTableHeader;
     for (const Entry& entry : entries) {
-        table +=
-            fmt::format("{}\t{}\t\t{}\t{}\t{}\t-\t{}\t0\t0\t0\n", entry.name.name, entry.FullName(),
-                        entry.name.name, entry.Position(), entry.name.site, entry.mass);
+        table += fmt::format("{}\t{}\t\t{}\t{}\t{}\t-\t{}\t0\t0\t0\n", entry.name.name,
+                             FullNameOf(entry.name), entry.name.name, entry.Position(),
+                             entry.name.site, entry.mass);
     }
     return table;
 }
@@ -113,7 +106,7 @@ std::string ParameterFileOf(const std::vector<Entry>& entries, const std::string
     std::string text = fmt::format("[Search]\nmodification_database = {}\nvar_mod_number = {}\n",
                                    tablePath, entries.size());
     for (std::size_t i = 0; i < entries.size(); ++i) {
-        text += fmt::format("var_mod_{} = {}\n", i + 1, entries[i].FullName());
+        text += fmt::format("var_mod_{} = {}\n", i + 1, FullNameOf(entries[i].name));
     }
     return text + kOtherKeys;
 }
@@ -140,6 +133,12 @@ void TellModifications(const std::vector<std::string>& modifications)
     }
     ScratchFolder scratch;
     const std::string table = scratch.Write("modifications.txt", TableOf(entries));
+    if (table.find_first_of("=#") != std::string::npos) {
+        throw Failure(
+            fmt::format("{}: a path with \"=\" or \"#\" cannot be told to a reader; choose "
+                        "another folder for TMPDIR",
+                        table));
+    }
     const std::string file = scratch.Write("reader.ini", ParameterFileOf(entries, table));
     try {
         Vorlan::CTulkParam::readFromFile(file);

@@ -126,6 +126,34 @@ std::optional<ModificationName> ParseModificationName(const std::string& text)
     return name;
 }
 
+std::vector<ModificationName> NamesBySite(const std::string& text)
+{
+    const auto name = ParseModificationName(WithAnyTerm(text));
+    if (!name || name->name.empty()) {
+        return {};
+    }
+    if (name->specificity != CResidueModification::ANYWHERE
+        && (name->site == "N-term" || name->site == "C-term")) {
+        return {*name};
+    }
+    std::vector<ModificationName> names;
+    for (std::size_t i = 0; i < name->site.size(); ++i) {
+        if (!IsResidue(name->site[i])) {
+            return {};
+        }
+        if (name->site.find(name->site[i]) == i) {
+            names.push_back({name->name, std::string(1, name->site[i]), name->specificity});
+        }
+    }
+    return names;
+}
+
+std::string FullNameOf(const ModificationName& name)
+{
+    return FullNameOf({name.name, 0.0, name.site,
+                       CResidueModification().getTermSpecificityName(name.specificity), 0});
+}
+
 std::string FullNameOf(const IdentModification& specified)
 {
     std::string site = specified.strSite;
@@ -158,14 +186,7 @@ std::string HintFor(const CModificationsDB& database, const ModificationName& na
     if (!sites.empty()) {
         return "it has " + sites;
     }
-    const auto site = [&] {
-        IdentModification mod(name.name, 0.0, name.site, "Anywhere", 0);
-        if (name.specificity != CResidueModification::ANYWHERE) {
-            mod.strPosition = CResidueModification().getTermSpecificityName(name.specificity);
-        }
-        return FullNameOf(mod);
-    };
-    const std::string near = Nearest(AllFullIds(database), site());
+    const std::string near = Nearest(AllFullIds(database), FullNameOf(name));
     return near.empty() ? std::string() : "the most similar one is \"" + near + "\"";
 }
 

@@ -24,8 +24,13 @@ struct ModificationName {
 /// Nothing for a text without a site in parentheses at its end.
 std::optional<ModificationName> ParseModificationName(const std::string& text);
 
+/// The modifications that a text of the command line means: one for each residue of
+/// "Phospho (STY)". Nothing for one without a name or a site.
+std::vector<ModificationName> NamesBySite(const std::string& text);
+
 /// "Oxidation (M)", "Acetyl (Protein N-term)", "Gln->pyro-Glu (Any N-term Q)".
 std::string FullNameOf(const Vorlan::IdentModification& specified);
+std::string FullNameOf(const ModificationName& name);
 
 /// The record of a name in the database: with the specificity of the name,
 /// else with any. Null when there is none.

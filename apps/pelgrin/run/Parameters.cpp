@@ -11,6 +11,7 @@
 #include "PeptideIdentificationIO.h"
 #include "common/Failure.h"
 #include "common/Words.h"
+#include "run/Modifications.h"
 
 namespace pelgrin {
 
@@ -105,9 +106,15 @@ ModificationMasses ParseModifications(const std::vector<std::string>& texts)
 {
     ModificationMasses masses;
     for (const std::string& text : texts) {
-        const auto [name, mass] = ParseModification(text);
-        if (!masses.emplace(WithAnyTerm(name), mass).second) {
-            throw UsageError(fmt::format("--mod: \"{}\" is given twice", name));
+        const auto [written, mass] = ParseModification(text);
+        std::set<std::string> names = {WithAnyTerm(written)};
+        for (const ModificationName& name : NamesBySite(written)) {
+            names.insert(FullNameOf(name));
+        }
+        for (const std::string& name : names) {
+            if (!masses.emplace(name, mass).second) {
+                throw UsageError(fmt::format("--mod: \"{}\" is given twice", name));
+            }
         }
     }
     return masses;
