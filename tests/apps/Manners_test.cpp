@@ -90,6 +90,32 @@ TEST(Manners, QuietLeavesOutReportAndWarningsButNoStatusAndNoError)
     ExpectRefusal(place.Annotate(kOneLost, {"--quiet", "--mod", "Oxidation"}), 2, "--mod");
 }
 
+TEST(Manners, AnEmptyValueIsRefused)
+{
+    const Workplace place;
+    Setting setting;
+    setting.folder = place.PathOf("");
+    for (const auto& [option, command] :
+         std::vector<std::pair<std::string, std::vector<std::string>>>{
+             {"--prepare-dir", {"run", "run.ini"}},
+             {"--dataset", {"run", "run.ini"}},
+             {"--out", {"prepare", "run.mgf"}},
+             {"--ledger", {"convert", "--format", "MaxQuant", "--in", "a", "--out", "b"}},
+             {"--second", {"convert", "--format", "MaxQuant", "--in", "a", "--out", "b"}},
+             {"--format", {"lint", "run.mgf"}},
+             {"--before", {"mods", "explain", "1", "--at", "M", "--database"}},
+             {"--log-file", {"lint", "run.mgf"}}}) {
+        std::vector<std::string> arguments = command;
+        arguments.insert(arguments.end(), {option, ""});
+        ExpectRefusal(RunPelgrin(arguments, setting), 2, option + ": the value is empty");
+        arguments.pop_back();
+        arguments.back() += "=";
+        ExpectRefusal(RunPelgrin(arguments, setting), 2, option + ":");
+    }
+    ExpectRefusal(RunPelgrin({"inspect", ""}), 2, "files: the value is empty");
+    ExpectRefusal(RunPelgrin({"lint", "run.mgf", "--examples", "-1"}, setting), 2, "--examples: ");
+}
+
 TEST(Manners, QuietKeepsWhatWasAskedFor)
 {
     EXPECT_THAT(RunPelgrin({"-q", "params", "template"}).out, HasSubstr("[Search]"));

@@ -244,10 +244,8 @@ TEST(PelgrinMapProteins, WrongUsage)
         return RunPelgrin(arguments);
     };
     ExpectRefusal(with({}), 2, "--out is required");
-    ExpectRefusal(with({"--out", ""}), 2, "--out: the name of the table is empty");
-    ExpectRefusal(with({"--out", "c", "--proteins", ""}), 2,
-                  "--proteins: the name of the table is empty");
-    ExpectRefusal(with({"--out", "c", "--decoy-tag", ""}), 2, "--decoy-tag: the tag is empty");
+    ExpectRefusal(with({"--out", ""}), 2, "--out: the value is empty");
+    ExpectRefusal(with({"--out", "c", "--decoy-tag", ""}), 2, "--decoy-tag: the value is empty");
     ExpectRefusal(with({"--out", "c", "--mod", "A=1", "--parameters", "d"}), 2,
                   "give modifications in one way only");
     ExpectRefusal(with({"--out", "c"}), 1, "b: cannot be opened");

@@ -222,7 +222,7 @@ TEST(PelgrinRunProteins, WrongUsage)
 {
     const ProteinWorkplace workplace;
     ExpectRefusal(workplace.Pelgrin({"run", "--fasta", ""}, Ini()), 2,
-                  "--fasta: the name of the file is empty");
+                  "--fasta: the value is empty");
     ExpectRefusal(workplace.Pelgrin({"run", "--equate-il"}, Ini()), 2,
                   "--equate-il: the run has no proteins; give --fasta, too");
     workplace.Write("psms.txt", TableOf({Of("GLSK", "P1")}));

@@ -98,9 +98,6 @@ Parameters ParametersOf(const AnnotateTexts& texts)
     parameters.ions = ParseIons(texts.ions);
     parameters.minShift = ParseMinShift(texts.minShift);
     parameters.out = texts.out;
-    if (parameters.out.empty()) {
-        throw UsageError("--out: the name of the folder is empty");
-    }
     parameters.allowed = ParseAllowed(texts.allowed);
     parameters.datasets = ParseDatasets(texts.datasets, parameters.spectra);
     parameters.minMatch = MinMatchOf(texts.minMatch);

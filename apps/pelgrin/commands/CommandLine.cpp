@@ -124,6 +124,21 @@ void AddMessageOptions(CLI::App& app, MessageOptions& options)
         ->default_str("auto");
 }
 
+/// A value that is empty was meant to be one: a variable of a script that is not set.
+void RefuseEmptyValues(CLI::App& app)
+{
+    for (CLI::Option* const option : app.get_options([](CLI::Option*) { return true; })) {
+        if (option->get_items_expected_max() > 0) { // else it is a switch
+            option->check([](const std::string& value) {
+                return std::string(value.empty() ? "the value is empty" : "");
+            });
+        }
+    }
+    for (CLI::App* const command : app.get_subcommands([](CLI::App*) { return true; })) {
+        RefuseEmptyValues(*command); // NOLINT(misc-no-recursion): commands have two levels
+    }
+}
+
 } // namespace
 
 void ReadCommandLine(int argc, const char* const* argv, Command& command)
@@ -147,6 +162,7 @@ void ReadCommandLine(int argc, const char* const* argv, Command& command)
     AddModsCommand(app, command);
     AddCompletionCommand(app, command);
     AddManualCommand(app, command);
+    RefuseEmptyValues(app);
     try {
         app.parse(argc, argv);
         command.name = NameOf(app);

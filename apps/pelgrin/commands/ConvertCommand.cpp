@@ -5,7 +5,6 @@
 
 #include "commands/AllowOption.h"
 #include "commands/ResultOptions.h"
-#include "common/Failure.h"
 #include "run/Conversion.h"
 
 namespace pelgrin {
@@ -44,9 +43,6 @@ ExitStatus RunConvert(const ConvertTexts& texts)
     parameters.program = "pelgrin convert";
     parameters.psms = {texts.in};
     parameters.out = texts.out;
-    if (parameters.out.empty()) {
-        throw UsageError("--out: the name of the table is empty");
-    }
     TakeLossOptions(texts.losses, parameters);
     RefuseModificationsTwice(texts.result);
     TakeResultOptions(texts.result, parameters);

@@ -6,7 +6,6 @@
 #include "commands/AllowOption.h"
 #include "commands/EquateIlOption.h"
 #include "commands/ResultOptions.h"
-#include "common/Failure.h"
 #include "run/ProteinMapping.h"
 
 namespace pelgrin {
@@ -21,8 +20,6 @@ struct MapProteinsTexts {
     std::string proteins;
     std::string decoyTag;
     bool equateIl = false;
-    bool hasProteins = false;
-    bool hasDecoyTag = false;
     LossFiles losses;
 };
 
@@ -48,15 +45,6 @@ ExitStatus RunMapProteins(const MapProteinsTexts& texts)
     parameters.program = "pelgrin map-proteins";
     parameters.psms = {texts.psms};
     parameters.out = texts.out;
-    if (parameters.out.empty()) {
-        throw UsageError("--out: the name of the table is empty");
-    }
-    if (texts.hasProteins && texts.proteins.empty()) {
-        throw UsageError("--proteins: the name of the table is empty");
-    }
-    if (texts.hasDecoyTag && texts.decoyTag.empty()) {
-        throw UsageError("--decoy-tag: the tag is empty");
-    }
     TakeLossOptions(texts.losses, parameters);
     RefuseModificationsTwice(texts.result);
     TakeResultOptions(texts.result, parameters);
@@ -97,11 +85,8 @@ void AddMapProteinsCommand(CLI::App& app, Command& chosen)
     const auto texts = std::make_shared<MapProteinsTexts>();
     command->footer(kFormatNeeds + std::string(kMapProteinsFooter));
     AddMapProteinsOptions(*command, *texts);
-    command->callback([&chosen, texts, command] {
-        texts->hasProteins = command->count("--proteins") > 0;
-        texts->hasDecoyTag = command->count("--decoy-tag") > 0;
-        chosen.run = [texts] { return RunMapProteins(*texts); };
-    });
+    command->callback(
+        [&chosen, texts] { chosen.run = [texts] { return RunMapProteins(*texts); }; });
 }
 
 } // namespace pelgrin

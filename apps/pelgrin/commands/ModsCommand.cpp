@@ -167,14 +167,8 @@ void AddImport(CLI::App* mods, Command& chosen)
         ->type_name("FILE");
     command->add_option("--out", question->out, "the table")->type_name("FILE")->required();
     command->add_flag("--force", question->mayOverwrite, "overwrite the table when it exists");
-    command->callback([&chosen, question] {
-        chosen.run = [question] {
-            if (question->out.empty()) {
-                throw UsageError("--out: the name of the file is empty");
-            }
-            return RunModsImport(*question);
-        };
-    });
+    command->callback(
+        [&chosen, question] { chosen.run = [question] { return RunModsImport(*question); }; });
 }
 
 // ---- find ----------------------------------------------------------------

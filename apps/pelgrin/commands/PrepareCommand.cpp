@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "common/Failure.h"
 #include "common/TextTable.h"
 #include "prepare/Preparation.h"
 
@@ -56,9 +55,6 @@ std::string ReportOf(const std::vector<Copy>& copies)
 
 ExitStatus Prepare(const PrepareTexts& texts)
 {
-    if (texts.out.empty()) {
-        throw UsageError("--out: the name of the folder is empty");
-    }
     Preparation preparation(texts.out);
     for (const std::string& input : texts.inputs) {
         preparation.Add(input);

@@ -29,7 +29,6 @@ struct RunOptions {
     std::vector<std::string> datasets;
     std::optional<std::string> minMatch;
     ProteinChoice proteins;
-    bool hasFasta = false;
     std::vector<std::string> allowed;
     bool prepares = false;
     std::string prepareFolder; ///< empty: none that stays
@@ -88,9 +87,6 @@ void TakeOutMendable(RunPlan& plan)
 ExitStatus RunFile(const RunOptions& options, const std::vector<std::string>& arguments)
 {
     const bool prepares = options.prepares || !options.prepareFolder.empty();
-    if (options.hasFasta && options.proteins.fasta.empty()) {
-        throw UsageError("--fasta: the name of the file is empty");
-    }
     const std::set<std::string> allowed = ParseAllowed(options.allowed, PrepareLossClasses());
     const auto minMatch = MinMatchOf(options.minMatch);
     RunPlan plan = ReadRunPlan(options.file->file, options.file->makeTable, options.proteins);
@@ -131,8 +127,7 @@ void AddRunCommand(CLI::App& app, Command& chosen)
         ->type_name("DIR");
     AddEquateIlOption(*run, options->proteins.equateIl);
     AddAllowOption(*run, options->allowed);
-    run->callback([&chosen, options, run] {
-        options->hasFasta = run->count("--fasta") > 0;
+    run->callback([&chosen, options] {
         chosen.run = [options, &chosen] { return RunFile(*options, chosen.arguments); };
     });
 }
