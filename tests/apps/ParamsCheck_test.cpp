@@ -43,6 +43,27 @@ TEST(ParamsCheck, SaysWhatWillBeRun)
     EXPECT_FALSE(std::filesystem::exists(workplace.PathOf("out")));
 }
 
+TEST(ParamsCheck, TellsAnOutputThatARunCannotWrite)
+{
+    const ParameterWorkplace workplace;
+    std::filesystem::create_directories(workplace.PathOf("former/results.txt"));
+    workplace.Write("file", "");
+    for (const auto& [output, told] : std::vector<std::pair<std::string, std::string>>{
+             {"./former", "former/results.txt: cannot be written: it is not an ordinary file\n"},
+             {"./file/below",
+              "is not a folder and cannot be made one: a file of that name exists\n"},
+             {"./" + std::string(300, 'x'),
+              "is not a folder and cannot be made one: File name too long\n"}}) {
+        const Ini ini = Ini().With("Output", "output", output);
+        for (const Outcome& outcome : {workplace.Check(ini), workplace.Run(ini, {Row()})}) {
+            EXPECT_EQ(outcome.status, 1) << output;
+            EXPECT_THAT(outcome.err, HasSubstr(told));
+        }
+    }
+    EXPECT_EQ(workplace.Check(Ini().With("Output", "output", "./new/folder")).status, 0);
+    EXPECT_FALSE(std::filesystem::exists(workplace.PathOf("new")));
+}
+
 TEST(ParamsCheck, ListsEveryFileThatIsMissing)
 {
     const ParameterWorkplace workplace;

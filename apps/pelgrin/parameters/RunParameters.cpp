@@ -351,7 +351,7 @@ void AddOutput(const ParameterText& text, RunPlan& plan)
         return;
     }
     try {
-        RefuseToOverwriteInputs(parameters);
+        CheckOutput(parameters);
     } catch (const Failure& failure) {
         plan.fileProblems.push_back(place + ": " + failure.what());
     }

@@ -6,7 +6,10 @@
 #include <filesystem>
 #include <iterator>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
+
+#include <unistd.h>
 
 #include <fmt/format.h>
 #include <spdlog/spdlog.h>
@@ -46,6 +49,31 @@ std::string PathIn(const Parameters& parameters, const char* name)
     return (std::filesystem::path(parameters.out) / name).string();
 }
 
+[[noreturn]] void NotAFolder(const std::string& path, const std::error_code& reason)
+{
+    throw Failure(fmt::format("{}: is not a folder and cannot be made one: {}", path,
+                              reason ? reason.message() : "a file of that name exists"));
+}
+
+/// Looks at the folder in which the first of the missing ones is to be made.
+void CheckFolderToMake(const std::string& path)
+{
+    namespace fs = std::filesystem;
+    std::error_code error;
+    fs::path place = fs::absolute(path, error);
+    fs::file_status status = fs::status(place, error);
+    while (status.type() == fs::file_type::not_found && place.has_relative_path()) {
+        place = place.parent_path();
+        status = fs::status(place, error);
+    }
+    if (!fs::is_directory(status)) {
+        NotAFolder(path, error);
+    }
+    if (::access(place.c_str(), W_OK | X_OK) != 0) {
+        NotAFolder(path, std::error_code(errno, std::generic_category()));
+    }
+}
+
 /// What can be known of a file without changing it.
 void CheckWritable(const std::string& path)
 {
@@ -58,8 +86,7 @@ void CheckWritable(const std::string& path)
     }
 }
 
-} // namespace
-
+/// Throws Failure when a file of the output folder would overwrite an input.
 void RefuseToOverwriteInputs(const Parameters& parameters)
 {
     std::vector<std::string> inputs = parameters.spectra;
@@ -81,19 +108,29 @@ void RefuseToOverwriteInputs(const Parameters& parameters)
     }
 }
 
+} // namespace
+
 void CheckOutput(const Parameters& parameters)
 {
     RefuseToOverwriteInputs(parameters);
     RefuseBackslash(parameters.out);
     std::error_code error;
-    std::filesystem::create_directories(parameters.out, error);
-    std::error_code ignored;
-    if (!std::filesystem::is_directory(parameters.out, ignored)) {
-        throw Failure(fmt::format("{}: is not a folder and cannot be made one: {}", parameters.out,
-                                  error ? error.message() : "a file of that name exists"));
+    if (std::filesystem::is_directory(parameters.out, error)) {
+        for (const char* const name : FileNamesOf(parameters)) {
+            CheckWritable(PathIn(parameters, name));
+        }
+    } else {
+        CheckFolderToMake(parameters.out);
     }
-    for (const char* const name : FileNamesOf(parameters)) {
-        CheckWritable(PathIn(parameters, name));
+}
+
+void MakeOutputFolder(const Parameters& parameters)
+{
+    CheckOutput(parameters);
+    std::error_code error;
+    std::filesystem::create_directories(parameters.out, error);
+    if (error) {
+        NotAFolder(parameters.out, error);
     }
 }
 
@@ -169,7 +206,7 @@ private:
 
 OutputFolder::OutputFolder(const Parameters& parameters) : folder_(parameters.out)
 {
-    CheckOutput(parameters);
+    MakeOutputFolder(parameters);
     for (const char* const name : FileNamesOf(parameters)) {
         files_.emplace_back(name, std::make_unique<NewFile>(PathIn(parameters, name)));
     }

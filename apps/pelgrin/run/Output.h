@@ -37,18 +37,18 @@ private:
 
 class MatchedSpectra;
 
-/// Throws Failure when a file of the output folder would overwrite an input.
-void RefuseToOverwriteInputs(const Parameters& parameters);
-
 /// Throws Failure when the output folder or a file in it cannot be written, as
-/// far as that is known before. Makes the folder and changes no file.
+/// far as that is known before. Changes nothing.
 void CheckOutput(const Parameters& parameters);
+
+/// The same, and makes the folder.
+void MakeOutputFolder(const Parameters& parameters);
 
 /// The files of a run, written under other names and renamed when all are whole.
 /// Every member throws Failure with the path of the file that cannot be written.
 class OutputFolder {
 public:
-    /// Makes the folder. Throws before touching anything when CheckOutput throws.
+    /// Makes the folder. Throws before touching anything when MakeOutputFolder throws.
     explicit OutputFolder(const Parameters& parameters);
     /// Removes what has not got its name.
     ~OutputFolder();

@@ -170,7 +170,7 @@ ExitStatus Run(Parameters parameters)
     if (parameters.proteins) {
         results.proteins = std::make_unique<MappedProteins>(*parameters.proteins);
     }
-    CheckOutput(parameters);
+    MakeOutputFolder(parameters);
     // Spectra
     record.Begin("spectra");
     SpectraPool spectra(parameters.spectra);
