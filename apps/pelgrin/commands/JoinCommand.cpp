@@ -43,7 +43,7 @@ ExitStatus JoinFile(const JoinOptions& options)
 {
     const auto minMatch = MinMatchOf(options.minMatch);
     const std::set<std::string> allowed = ParseAllowed(options.allowed);
-    RunPlan plan = ReadRunPlan(options.file->file, options.file->makeTable);
+    RunPlan plan = ReadJoinPlan(options.file->file, options.file->makeTable);
     plan.parameters.datasets = ParseDatasets(options.datasets, plan.parameters.spectra);
     plan.parameters.minMatch = minMatch;
     plan.parameters.allowed = allowed;

@@ -395,9 +395,11 @@ std::shared_ptr<const ModificationLookup> LookupOf(const LoadedParameters& loade
                                                       loaded.database);
 }
 
-RunPlan ReadRunPlan(const std::string& path, bool makeTable, const ProteinChoice& proteins)
+namespace {
+
+/// All but what only a run needs: proteins and output.
+RunPlan PlanOf(const ParameterText& text, bool makeTable)
 {
-    const ParameterText text(path);
     for (const std::string& warning : WarningsOf(text)) {
         spdlog::warn("{}", OneLine(warning));
     }
@@ -408,15 +410,29 @@ RunPlan ReadRunPlan(const std::string& path, bool makeTable, const ProteinChoice
     CheckOffered(text, *plan.groups);
     plan.parameters.program = "pelgrin run";
     plan.parameters.isRun = true;
-    plan.parameters.parameterFile = path;
+    plan.parameters.parameterFile = text.Path();
     plan.parameters.fileKeys = KeysOf(text);
     AddSearch(*plan.groups->getSearchParam(), plan);
     plan.parameters.fdr = FdrPlanOf(*plan.groups->getFdrControlParam());
     plan.parameters.notOffered = NotOffered(text, *plan.groups);
     AddFiles(text, *plan.groups->getSearchParam(), plan);
+    return plan;
+}
+
+} // namespace
+
+RunPlan ReadRunPlan(const std::string& path, bool makeTable, const ProteinChoice& proteins)
+{
+    const ParameterText text(path);
+    RunPlan plan = PlanOf(text, makeTable);
     AddProteins(text, proteins, plan);
     AddOutput(text, plan);
     return plan;
+}
+
+RunPlan ReadJoinPlan(const std::string& path, bool makeTable)
+{
+    return PlanOf(ParameterText(path), makeTable);
 }
 
 void RefuseFileProblems(const RunPlan& plan)

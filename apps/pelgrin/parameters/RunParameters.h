@@ -56,6 +56,9 @@ LoadedParameters LoadParameters(const ParameterText& text, bool makeTable);
 /// process, as LoadParameters.
 RunPlan ReadRunPlan(const std::string& path, bool makeTable, const ProteinChoice& proteins = {});
 
+/// The same without proteins and output, which joining does not need.
+RunPlan ReadJoinPlan(const std::string& path, bool makeTable);
+
 } // namespace pelgrin
 
 #endif // PELGRIN_RUNPARAMETERS_H
