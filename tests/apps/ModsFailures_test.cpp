@@ -225,6 +225,22 @@ TEST_F(PelgrinModsFailures, ATextThatWouldBreakTheTableIsRefused)
     }
 }
 
+TEST_F(PelgrinModsFailures, AnEngineFileWithoutModificationsIsAFailure)
+{
+    folder_.Write("run.mgf", "BEGIN IONS\nTITLE=a\n100 1\nEND IONS\n");
+    for (const char* const command : {"show", "find"}) {
+        const std::vector<std::string> question = command == std::string("show")
+                                                      ? std::vector<std::string>{"Phospho"}
+                                                      : std::vector<std::string>{"--mass", "80"};
+        std::vector<std::string> arguments = {command, "--engine-file", "run.mgf", "--engine",
+                                              "MSFragger"};
+        arguments.insert(arguments.end(), question.begin(), question.end());
+        ExpectOneLine(Mods(arguments), 1,
+                      "run.mgf: no modifications were found; expected a modification file of "
+                      "MSFragger");
+    }
+}
+
 TEST_F(PelgrinModsFailures, AnOutputThatCannotBeWrittenIsAFailure)
 {
     folder_.Write("umod.xml", XmlOf("Phospho"));

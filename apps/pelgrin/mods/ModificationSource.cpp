@@ -134,7 +134,15 @@ Opened Open(const DatabaseChoice& choice)
                             : Opened{&OpenEngineFile(path, search.eSearchEngine), path};
     }
     if (!choice.engineFile.empty()) {
-        return {&OpenEngineFile(choice.engineFile, EngineOf(choice.engine)), choice.engineFile};
+        const CModificationsDB& database =
+            OpenEngineFile(choice.engineFile, EngineOf(choice.engine));
+        if (database.getNumberOfModifications() == 0) {
+            throw Failure(
+                fmt::format("{}: no modifications were found; expected a modification file "
+                            "of {}",
+                            choice.engineFile, choice.engine));
+        }
+        return {&database, choice.engineFile};
     }
     if (!choice.unimod.empty()) {
         return {&LoadUnimod(choice.unimod), choice.unimod};
