@@ -116,6 +116,21 @@ TEST(Manners, AnEmptyValueIsRefused)
     ExpectRefusal(RunPelgrin({"lint", "run.mgf", "--examples", "-1"}, setting), 2, "--examples: ");
 }
 
+TEST(Manners, ObjectsThatNobodyReadsAreNoFailure)
+{
+    const Workplace place;
+    Setting setting;
+    setting.folder = place.PathOf("");
+    place.Write("psms.txt", TableOf(kOneLost));
+    const Outcome outcome =
+        RunProgram({"/bin/sh", "-c", "exec \"$@\" 2>&-", "sh", PELGRIN_PROGRAM, "annotate",
+                    "--spectra", "run.mgf", "--psms", "psms.txt", "--tolerance", "20ppm", "--out",
+                    "out", "--progress", "json", "--log-file", "log"},
+                   setting);
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_THAT(ReadFile(place.PathOf("log")), HasSubstr("[warning] 1 of 2 records"));
+}
+
 TEST(Manners, QuietKeepsWhatWasAskedFor)
 {
     EXPECT_THAT(RunPelgrin({"-q", "params", "template"}).out, HasSubstr("[Search]"));

@@ -52,8 +52,9 @@ public:
             {"event", "message"},
             {"level", std::string(level.data(), level.size())},
             {"text", std::string(message.payload.data(), message.payload.size())}};
-        fmt::print(stderr, "{}\n",
-                   object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace));
+        const std::string line =
+            object.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+        std::fwrite(line.data(), 1, line.size(), stderr); // as spdlog: nobody may be there
     }
 };
 
