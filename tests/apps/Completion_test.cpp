@@ -83,6 +83,11 @@ TEST(Completion, BashOffersWhatMayStandThere)
         {"files behind an option", {"annotate", "--psms", "run."}, {"run.mgf"}},
         {"files behind an option of many", {"annotate", "--spectra", "a.mgf", "run."}, {"run.mgf"}},
         {"files as an argument", {"run", "run."}, {"run.mgf"}},
+        {"files as the first of many arguments", {"lint", "run."}, {"run.mgf"}},
+        {"files as a later argument", {"lint", "a.mgf", "b.mgf", "run."}, {"run.mgf"}},
+        {"files to inspect", {"inspect", "--json", "a.mgf", "run."}, {"run.mgf"}},
+        {"files to prepare", {"prepare", "a.mgf", "run."}, {"run.mgf"}},
+        {"nothing behind the last argument", {"run", "a.ini", "run."}, {}},
         {"no files where folders are wanted", {"annotate", "--out", "run."}, {}},
         {"nothing for a number", {"annotate", "--tolerance", ""}, {}},
     };
@@ -123,6 +128,19 @@ TEST(Completion, TheOtherShellsUnderstandTheirScripts)
             EXPECT_EQ(outcome.status, 0) << shell << ": " << outcome.err;
             EXPECT_EQ(outcome.err, "");
         }
+    }
+}
+
+TEST(Completion, TheOtherShellsOfferFilesForEveryPlace)
+{
+    const std::string zsh = RunPelgrin({"completion", "zsh"}).out;
+    for (const char* const spec : {"'*:FILE:_files'", "'*:FILE ...:_files'"}) {
+        EXPECT_THAT(zsh, HasSubstr(spec));
+    }
+    const std::string fish = RunPelgrin({"completion", "fish"}).out;
+    for (const char* const command : {"lint", "inspect", "prepare"}) {
+        EXPECT_THAT(fish,
+                    HasSubstr("'__fish_seen_subcommand_from " + std::string(command) + "' -F\n"));
     }
 }
 

@@ -58,7 +58,7 @@ std::string CaseOf(const std::string& pattern, const OptionNode& option)
                        option.choices.empty() ? "" : WordsOf(option.choices).substr(1));
 }
 
-/// Patterns such as '"annotate --psms"' and '"run 1"'; the second is an argument.
+/// Patterns such as '"annotate --psms"', and '"run "1' or '"lint "[0-9]*' of arguments.
 std::string CasesOf(const CommandNode& command, const CommandNode& program)
 {
     std::string cases;
@@ -73,7 +73,9 @@ std::string CasesOf(const CommandNode& command, const CommandNode& program)
     }
     const auto arguments = ArgumentsOf(command);
     for (std::size_t i = 0; i < arguments.size(); ++i) {
-        cases += CaseOf(fmt::format("\"{} {}\"", command.path, i + 1), *arguments[i]);
+        // The last one may take all places from its own on.
+        const std::string place = arguments[i]->takesMany ? "[0-9]*" : std::to_string(i + 1);
+        cases += CaseOf(fmt::format("\"{} \"{}", command.path, place), *arguments[i]);
     }
     return cases;
 }

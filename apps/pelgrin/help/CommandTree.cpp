@@ -47,12 +47,16 @@ OptionNode::Value ValueOf(const OptionNode& option)
     if (!option.choices.empty()) {
         return OptionNode::Value::Choice;
     }
+    // An argument may have the name of its values, and "FILE ..." means several.
+    const std::string& full =
+        option.isArgument && option.valueName.empty() ? option.names.front() : option.valueName;
+    const std::string wanted = full.substr(0, full.find(' '));
     for (const char* const name : {"FILE", "FASTA", "TABLE"}) {
-        if (option.valueName == name) {
+        if (wanted == name) {
             return OptionNode::Value::File;
         }
     }
-    return option.valueName == "DIR" ? OptionNode::Value::Folder : OptionNode::Value::Text;
+    return wanted == "DIR" ? OptionNode::Value::Folder : OptionNode::Value::Text;
 }
 
 OptionNode NodeOf(const CLI::Option& option)

@@ -88,7 +88,8 @@ std::string FunctionTextOf(const CommandNode& command, const CommandNode& progra
         }
     }
     for (const OptionNode* const argument : ArgumentsOf(command)) {
-        text += " \\\n        " + ZshQuoted(":" + ActionOf(*argument));
+        text +=
+            " \\\n        " + ZshQuoted((argument->takesMany ? "*:" : ":") + ActionOf(*argument));
     }
     if (!command.IsGroup()) {
         return text + "\n}\n\n";
