@@ -116,6 +116,18 @@ TEST(Manners, AnEmptyValueIsRefused)
     ExpectRefusal(RunPelgrin({"lint", "run.mgf", "--examples", "-1"}, setting), 2, "--examples: ");
 }
 
+TEST(Manners, TheReportOfPrepareIsLeftOutAndTheAnswerOfJoinIsNot)
+{
+    const ParameterWorkplace place;
+    Setting setting;
+    setting.folder = place.PathOf("");
+    const Outcome quiet = RunPelgrin({"-q", "prepare", "--out", "ready", "run.mgf"}, setting);
+    EXPECT_EQ(quiet.status, 0);
+    EXPECT_EQ(quiet.out + quiet.err, "");
+    place.Write("psms.txt", TableOf({Row()}));
+    EXPECT_THAT(place.Pelgrin({"-q", "join"}, Ini()).out, HasSubstr("of 1 matches"));
+}
+
 TEST(Manners, ObjectsThatNobodyReadsAreNoFailure)
 {
     const Workplace place;

@@ -62,7 +62,7 @@ ExitStatus Prepare(const PrepareTexts& texts)
     preparation.Run();
     preparation.WriteReports();
     WarnOfLosses(preparation.Copies());
-    PrintOut(ReportOf(preparation.Copies()));
+    PrintReport(ReportOf(preparation.Copies()));
     return HasLosses(preparation.Copies()) ? WithLosses : AllWell;
 }
 
