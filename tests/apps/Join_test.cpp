@@ -408,7 +408,8 @@ TEST(PelgrinJoinDocs, NameEveryKindAndDeviation)
         EXPECT_THAT(page, HasSubstr(std::string("`") + KeyOf(static_cast<Deviation>(i)) + "`"));
     }
     const std::string help = RunPelgrin({"join", "--help"}).out;
-    for (const char* const option : {"--json", "--min-match", "--dataset", "--make-table"}) {
+    for (const char* const option :
+         {"--json", "--min-match", "--dataset", "--allow", "--make-table"}) {
         EXPECT_THAT(help, HasSubstr(option));
         EXPECT_THAT(page, HasSubstr("`" + std::string(option)));
     }

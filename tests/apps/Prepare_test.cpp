@@ -378,6 +378,15 @@ TEST(Prepare, CopiesMayGoIntoTheirFolder)
     EXPECT_EQ(ReadFile(folder.PathOf("run/copies/run/a.1.1.2.dta")), "500.5 2\n100 1\n");
 }
 
+TEST(Prepare, AFolderThatCannotBeReadIsNotMade)
+{
+    const TempFolder folder;
+    Preparation preparation(folder.PathOf("a\\b"));
+    preparation.Add(folder.Write("run.mgf", "BEGIN IONS\nTITLE=a\n100 1\nEND IONS\n"));
+    EXPECT_THROW(preparation.Run(), Failure);
+    EXPECT_FALSE(std::filesystem::exists(folder.PathOf("a\\b")));
+}
+
 TEST(Prepare, NoOtherDtaFileLiesAmongTheCopies)
 {
     const TempFolder folder;

@@ -16,6 +16,7 @@ namespace fs = std::filesystem;
 
 const std::string& WithFolder(const std::string& target)
 {
+    RefuseBackslash(target);
     std::error_code error;
     fs::create_directories(fs::path(target).parent_path(), error);
     if (error) {
