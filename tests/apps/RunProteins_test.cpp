@@ -39,7 +39,7 @@ public:
     }
 };
 
-TEST(PelgrinRunProteins, OfARunBeforeDoNotStayBesideOtherResults)
+TEST(PelgrinRunProteins, OfARunBeforeAreTold)
 {
     const ProteinWorkplace workplace;
     EXPECT_EQ(workplace.Pelgrin(kRunWithFasta, Ini()).status, 0);
@@ -47,8 +47,9 @@ TEST(PelgrinRunProteins, OfARunBeforeDoNotStayBesideOtherResults)
     EXPECT_TRUE(std::filesystem::exists(table));
     const Outcome outcome = workplace.Run(Ini());
     EXPECT_EQ(outcome.status, 0) << outcome.err;
-    EXPECT_THAT(outcome.err, HasSubstr("out/proteins.tsv: that of a run before was removed"));
-    EXPECT_FALSE(std::filesystem::exists(table));
+    EXPECT_THAT(outcome.err,
+                HasSubstr("out/proteins.tsv: was there before, and is none of these results"));
+    EXPECT_TRUE(std::filesystem::exists(table));
 }
 
 TEST(PelgrinRunProteins, AreLookedUpInTheFastaOfTheCommandLine)

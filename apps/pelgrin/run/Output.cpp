@@ -92,9 +92,7 @@ void RefuseToOverwriteInputs(const Parameters& parameters)
     std::vector<std::string> inputs = parameters.spectra;
     inputs.insert(inputs.end(), parameters.psms.begin(), parameters.psms.end());
     inputs.insert(inputs.end(), parameters.fileInputs.begin(), parameters.fileInputs.end());
-    std::vector<const char*> names = FileNamesOf(parameters);
-    names.push_back(kProteins); // that of a run before is removed
-    for (const char* const name : names) {
+    for (const char* const name : FileNamesOf(parameters)) {
         const std::filesystem::path output = std::filesystem::path(parameters.out) / name;
         for (const std::string& input : inputs) {
             std::error_code ignored;
@@ -266,9 +264,9 @@ void OutputFolder::TakePlaces()
     std::filesystem::remove(folder / files_.back().first, ignored);
     const bool hasProteins = std::any_of(
         files_.begin(), files_.end(), [](const auto& entry) { return entry.first == kProteins; });
-    // It would be taken for one of these results.
-    if (!hasProteins && std::filesystem::remove(folder / kProteins, ignored)) {
-        spdlog::info("{}: that of a run before was removed",
+    // It may be the user's own, and stays.
+    if (!hasProteins && std::filesystem::exists(folder / kProteins, ignored)) {
+        spdlog::warn("{}: was there before, and is none of these results",
                      OneLine((folder / kProteins).string()));
     }
     for (const auto& [name, file] : files_) {
