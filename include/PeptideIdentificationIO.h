@@ -192,6 +192,10 @@ public:
     /// \throws OpenMS::Exception::ElementNotFound and InvalidValue as getMod,
     ///         for the first residue that it throws for; the matches in front
     ///         of it are appended (B-54).
+    /// \throws OpenMS::Exception::FileNotFound and ParseError, with OpenMS' own
+    ///         unit and label: OpenMS cannot read its table of residues, whose
+    ///         masses are needed; the matches in front of the first modified
+    ///         residue are appended.
     void Load(std::vector<PeptideIdentification>& vMatches) override;
 
     void EndLoad() override;

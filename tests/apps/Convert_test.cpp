@@ -182,6 +182,33 @@ TEST(PelgrinConvert, NeverOverwritesItsInputs)
     EXPECT_EQ(ReadFile(peptides), kPeptidesHeader + PeptidesRow("0"));
 }
 
+// The first record that needs a mass is not the one to blame.
+TEST(PelgrinConvert, FilesThatOpenMSLacksAreOneErrorWhateverTheRecords)
+{
+    const std::string elements = Vorlan::test::OpenMSFile("CHEMISTRY/Elements.xml");
+    if (elements.empty()) {
+        GTEST_SKIP() << "no real files: the data of OpenMS are not there";
+    }
+    const ConvertPlace place;
+    std::filesystem::create_directories(place.PathOf("openms/CHEMISTRY"));
+    std::filesystem::copy_file(elements, place.PathOf("openms/CHEMISTRY/Elements.xml"));
+    const std::string hit = Query(Hit(Modified("3", "147.0354"), "GAMK"));
+    place.Write("result", PepXml(Query(Hit()) + hit + hit));
+    const auto convert = [&place] {
+        return RunPelgrin({"convert", "--format", "Comet (.pep.xml)", "--in",
+                           place.PathOf("result"), "--out", place.PathOf("table.txt"), "--mod",
+                           "Oxidation (M)=15.994915"},
+                          {"", {{"OPENMS_DATA_PATH", place.PathOf("openms")}}, ""});
+    };
+    const std::string front = "CHEMISTRY/Residues.xml of OpenMS cannot be read: ";
+    ExpectRefusal(convert(), 1,
+                  front
+                      + "the file 'CHEMISTRY/Residues.xml' could not be found; it tells the masses "
+                        "of residues, and lies in the folder that OPENMS_DATA_PATH names");
+    place.Write("openms/CHEMISTRY/Residues.xml", "<PARAMETERS>");
+    ExpectRefusal(convert(), 1, front + "While loading '" + place.PathOf("openms"));
+}
+
 TEST(PelgrinConvert, AFailureLeavesTheFormerTableAndNothingElse)
 {
     const ConvertPlace place;

@@ -2,7 +2,6 @@
 // in it by other means.
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <string>
@@ -19,17 +18,7 @@ using Modification = CResidueModification;
 /// Empty when there is none.
 std::string UnimodPath()
 {
-    std::vector<std::string> folders = {"/usr/share/openms", "/usr/share/OpenMS"};
-    if (const char* const named = std::getenv("OPENMS_DATA_PATH")) {
-        folders.insert(folders.begin(), named);
-    }
-    for (const std::string& folder : folders) {
-        const std::string path = folder + "/CHEMISTRY/unimod.xml";
-        if (std::filesystem::is_regular_file(path)) {
-            return path;
-        }
-    }
-    return {};
+    return OpenMSFile("CHEMISTRY/unimod.xml");
 }
 
 /// The counts below are those of this very file.

@@ -1,11 +1,17 @@
 #include "pepident/ResidueMasses.h"
 
+#include <cstdlib>
+#include <iostream>
+#include <new>
+#include <optional>
 #include <string_view>
 
 #include <OpenMS/CHEMISTRY/Residue.h>
 #include <OpenMS/CHEMISTRY/ResidueDB.h>
 
-#include <gtest/gtest.h>
+#include "support/Exceptions.h"
+#include "support/FailingMemory.h"
+#include "support/Support.h"
 
 namespace Vorlan {
 namespace {
@@ -53,6 +59,57 @@ TEST(ResidueMasses, UnknownLettersWeighNothing)
     for (const char letter : std::string_view("amz-*1 \0\xC4", 9)) {
         EXPECT_EQ(ResidueMass(letter), 0.0) << static_cast<int>(letter);
     }
+}
+
+/// Asks where OpenMS has no residues, and again where it has: the file is copied into
+/// its folder in between.
+[[noreturn]] void AskTwice(const std::string& residues, const std::string& folder)
+{
+    std::cerr << test::ThrownBy([] { ResidueMass('G'); }).name;
+    std::filesystem::copy_file(residues, folder + "/CHEMISTRY/Residues.xml");
+    std::cerr << ", then " << ResidueMass('G') << ", " << ResidueMass('-');
+    std::_Exit(0);
+}
+
+TEST(ResidueMassesAlone, AreAskedForAgainWhereOpenMSCouldNotReadThem)
+{
+    const std::string elements = test::OpenMSFile("CHEMISTRY/Elements.xml");
+    const std::string residues = test::OpenMSFile("CHEMISTRY/Residues.xml");
+    if (elements.empty() || residues.empty()) {
+        GTEST_SKIP() << "no real files: the data of OpenMS are not there";
+    }
+    // OpenMS looks for its data when it is loaded. So this test begins anew, in a
+    // process that finds the folder in its environment.
+    testing::GTEST_FLAG(death_test_style) = "threadsafe";
+    constexpr char kFolder[] = "PELGRIN_TEST_OPENMS";
+    std::optional<test::TempFolder> made;
+    if (std::getenv(kFolder) == nullptr) {
+        made.emplace();
+        std::filesystem::create_directory(made->PathOf("CHEMISTRY"));
+        std::filesystem::copy_file(elements, made->PathOf("CHEMISTRY/Elements.xml"));
+        ::setenv(kFolder, made->Path().c_str(), 1);
+        ::setenv("OPENMS_DATA_PATH", made->Path().c_str(), 1);
+    }
+    EXPECT_EXIT(AskTwice(residues, std::getenv(kFolder)), testing::ExitedWithCode(0),
+                testing::StrEq("FileNotFound, then 57.0215, 0"));
+}
+
+// Xerces, with which OpenMS reads, has an exception of its own for the end of memory.
+TEST(ResidueMassesAlone, AreAskedForAgainWhereMemoryEnded)
+{
+    PELGRIN_NEEDS_FAILING_MEMORY();
+    std::size_t failures = 0;
+    double mass = 0.0;
+    for (std::size_t number = 1; mass == 0.0; number += 1 + number / 8) {
+        try {
+            const test::FailingMemory memory(number);
+            mass = ResidueMass('G');
+        } catch (const std::bad_alloc&) {
+            ++failures;
+        }
+    }
+    EXPECT_GT(failures, 10u);
+    EXPECT_NEAR(mass, 57.021464, 2e-5);
 }
 
 } // namespace

@@ -3,19 +3,20 @@
 #ifndef VORLAN_TESTS_SANITIZED_H
 #define VORLAN_TESTS_SANITIZED_H
 
-namespace Vorlan::test {
-
 #if defined(__SANITIZE_ADDRESS__) // g++
-inline constexpr bool kSanitized = true;
+#define PELGRIN_SANITIZED 1
 #elif defined(__has_feature)
 #if __has_feature(address_sanitizer) // clang++
-inline constexpr bool kSanitized = true;
-#else
-inline constexpr bool kSanitized = false;
+#define PELGRIN_SANITIZED 1
 #endif
-#else
-inline constexpr bool kSanitized = false;
 #endif
+#ifndef PELGRIN_SANITIZED
+#define PELGRIN_SANITIZED 0
+#endif
+
+namespace Vorlan::test {
+
+inline constexpr bool kSanitized = PELGRIN_SANITIZED != 0;
 
 /// Of random comparisons a share is enough for the sanitizers, which take their time:
 /// a number of them, or of what they must have met, is divided by this.

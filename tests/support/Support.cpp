@@ -57,6 +57,21 @@ std::string RealDataFolder()
     return std::filesystem::is_directory(folder) ? folder : std::string();
 }
 
+std::string OpenMSFile(const std::string& name)
+{
+    std::vector<std::string> folders = {"/usr/share/openms", "/usr/share/OpenMS"};
+    if (const char* const named = std::getenv("OPENMS_DATA_PATH")) {
+        folders.insert(folders.begin(), named);
+    }
+    for (const std::string& folder : folders) {
+        std::string path = folder + "/" + name;
+        if (std::filesystem::is_regular_file(path)) {
+            return path;
+        }
+    }
+    return {};
+}
+
 std::string Repeat(std::string_view part, std::size_t count)
 {
     std::string text;

@@ -37,6 +37,10 @@ std::string ReadFile(const std::string& path);
 /// ../shared/data beside the sources. Empty when it does not exist.
 std::string RealDataFolder();
 
+/// A file of the data that OpenMS brings, such as "CHEMISTRY/unimod.xml"; empty when
+/// it is not found.
+std::string OpenMSFile(const std::string& name);
+
 /// What a call prints on standard output, through std::cout.
 template <typename Call>
 std::string OutputOf(Call call)

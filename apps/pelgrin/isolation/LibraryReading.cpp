@@ -9,6 +9,7 @@
 #include <fmt/format.h>
 
 #include "PeptideIdentificationIO.h"
+#include "common/Failure.h"
 #include "common/Terminal.h"
 #include "files/PepXmlAudit.h"
 
@@ -74,6 +75,15 @@ const char* NumberColumns(Format format)
                           const ResultFiles& files, std::size_t records)
 {
     const std::string text = error.what();
+    // Files of OpenMS: no record is to blame, and none can be read.
+    if (dynamic_cast<const OpenMS::Exception::FileNotFound*>(&error) != nullptr
+        || dynamic_cast<const OpenMS::Exception::ParseError*>(&error) != nullptr) {
+        throw Failure(fmt::format(
+            "CHEMISTRY/Residues.xml of OpenMS cannot be read: {}; it tells the masses of "
+            "residues, and lies in the folder that OPENMS_DATA_PATH names, or where "
+            "OpenMS is installed",
+            OneLine(text)));
+    }
     if (dynamic_cast<const OpenMS::Exception::FileNotReadable*>(&error) != nullptr) {
         const bool isSecond = !files.second.empty()
                               && text.find(FileNameOf(files.path)) == std::string::npos

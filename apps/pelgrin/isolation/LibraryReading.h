@@ -26,7 +26,8 @@ private:
 };
 
 /// Appends the records of a file. Throws ReadingFault; the records that were given
-/// before stay. May end the process where the library does.
+/// before stay. Throws Failure when OpenMS lacks its own files, so that no record
+/// can be read. May end the process where the library does.
 void LoadRecords(Vorlan::PepIdentType::EPepIdentType format, const ResultFiles& files,
                  std::vector<Vorlan::PeptideIdentification>& records);
 
