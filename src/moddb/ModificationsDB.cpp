@@ -9,7 +9,7 @@
 #include "moddb/ModificationMasses.h"
 #include "moddb/ModificationNames.h"
 #include "moddb/ModificationTable.h"
-#include "platform/Paths.h"
+#include "platform/OutputFile.h"
 #include "util/Console.h"
 #include "util/Numbers.h"
 
@@ -139,7 +139,8 @@ void CModificationsDB::searchModificationsByDiffMonoMass(
 
 void CModificationsDB::writeToFile(std::string path) const
 {
-    std::ofstream file(platform::Resolve(path), std::ios::out | std::ios::trunc);
+    std::ofstream file;
+    platform::OpenOutput(file, path);
     if (!file) {
         errors::DumpNotWritable(path);
     }

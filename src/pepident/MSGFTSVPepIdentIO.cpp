@@ -8,6 +8,7 @@
 #include "pepident/PeptideIdentificationErrors.h"
 #include "pepident/ReaderSteps.h"
 #include "pepident/SpecifiedModifications.h"
+#include "platform/OutputFile.h"
 #include "util/LineReader.h"
 #include "util/Progress.h"
 
@@ -66,7 +67,7 @@ void MSGFTSVPepIdentIO::EndLoad()
 void MSGFTSVPepIdentIO::InitSave(const std::string& path)
 {
     strFilePath_ = path;
-    OpenOutput(ofsOutput_, path);
+    platform::OpenOutput(ofsOutput_, path);
 }
 
 void MSGFTSVPepIdentIO::Save(const std::vector<PeptideIdentification>&) {}

@@ -8,6 +8,7 @@
 #include "pepident/PeptideIdentificationErrors.h"
 #include "pepident/ReaderSteps.h"
 #include "pepident/SpecifiedModifications.h"
+#include "platform/OutputFile.h"
 #include "util/LineReader.h"
 #include "util/Progress.h"
 
@@ -128,7 +129,7 @@ void MaxQuantTXTPepIdentIO::EndLoad()
 void MaxQuantTXTPepIdentIO::InitSave(const std::string& path)
 {
     strFilePath_ = path;
-    OpenOutput(ofsOutput_, path);
+    platform::OpenOutput(ofsOutput_, path);
 }
 
 void MaxQuantTXTPepIdentIO::Save(const std::vector<PeptideIdentification>&) {}

@@ -5,6 +5,7 @@
 #include "pepident/PFind3Row.h"
 #include "pepident/PeptideIdentificationErrors.h"
 #include "pepident/ReaderSteps.h"
+#include "platform/OutputFile.h"
 #include "util/LineReader.h"
 
 namespace Vorlan {
@@ -44,7 +45,7 @@ void Pfind3PepIdentIO::EndLoad()
 void Pfind3PepIdentIO::InitSave(const std::string& path)
 {
     strFilePath_ = path;
-    OpenOutput(ofsOutput_, path);
+    platform::OpenOutput(ofsOutput_, path);
 }
 
 void Pfind3PepIdentIO::Save(const std::vector<PeptideIdentification>&) {}

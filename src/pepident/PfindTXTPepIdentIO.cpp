@@ -5,6 +5,7 @@
 #include "pepident/PFind28Section.h"
 #include "pepident/PeptideIdentificationErrors.h"
 #include "pepident/ReaderSteps.h"
+#include "platform/OutputFile.h"
 #include "util/LineReader.h"
 
 namespace Vorlan {
@@ -65,7 +66,7 @@ void PfindTXTPepIdentIO::EndLoad()
 void PfindTXTPepIdentIO::InitSave(const std::string& path)
 {
     strFilePath_ = path;
-    OpenOutput(ofsOutput_, path);
+    platform::OpenOutput(ofsOutput_, path);
 }
 
 void PfindTXTPepIdentIO::Save(const std::vector<PeptideIdentification>&) {}

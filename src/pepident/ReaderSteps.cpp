@@ -8,7 +8,6 @@
 #include "datastructures/FieldNames.h"
 #include "pepident/PeptideIdentificationErrors.h"
 #include "platform/InputFile.h"
-#include "platform/Paths.h"
 #include "util/ComposedPath.h"
 #include "util/Numbers.h"
 
@@ -54,11 +53,6 @@ std::uint64_t CountResultRows(const std::string& path, const char* label)
         offset += got;
     }
     return feeds - 1; // Deliberate: B-21. Without any line feed this wraps around.
-}
-
-void OpenOutput(std::ofstream& output, const std::string& path)
-{
-    output.open(platform::Resolve(path), std::ios::out | std::ios::trunc);
 }
 
 void CloseOutput(std::ofstream& output)

@@ -21,10 +21,6 @@ OpenMS::String SecondPathOf(const PepIdentSource& source);
 /// label and path when the file cannot be opened.
 std::uint64_t CountResultRows(const std::string& path, const char* label);
 
-/// Opens output on path, emptying the file; the stream fails when it cannot,
-/// or when it is open already.
-void OpenOutput(std::ofstream& output, const std::string& path);
-
 /// Closes output; it fails when that fails.
 void CloseOutput(std::ofstream& output);
 

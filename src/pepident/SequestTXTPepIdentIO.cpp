@@ -5,6 +5,7 @@
 #include "pepident/PeptideIdentificationErrors.h"
 #include "pepident/ReaderSteps.h"
 #include "pepident/SequestRow.h"
+#include "platform/OutputFile.h"
 #include "util/LineReader.h"
 
 namespace Vorlan {
@@ -43,7 +44,7 @@ void SequestTXTPepIdentIO::EndLoad()
 void SequestTXTPepIdentIO::InitSave(const std::string& path)
 {
     strFilePath_ = path;
-    OpenOutput(ofsOutput_, path);
+    platform::OpenOutput(ofsOutput_, path);
 }
 
 void SequestTXTPepIdentIO::Save(const std::vector<PeptideIdentification>&) {}

@@ -8,6 +8,7 @@
 #include "pepident/PeptideIdentificationErrors.h"
 #include "pepident/ReaderSteps.h"
 #include "platform/Memory.h"
+#include "platform/OutputFile.h"
 #include "util/LineReader.h"
 #include "util/Progress.h"
 
@@ -68,7 +69,7 @@ void TulkTXTPepIdentIO::EndLoad()
 void TulkTXTPepIdentIO::InitSave(const std::string& path)
 {
     strFilePath_ = path;
-    OpenOutput(ofsOutput_, path);
+    platform::OpenOutput(ofsOutput_, path);
 }
 
 void TulkTXTPepIdentIO::Save(const std::vector<PeptideIdentification>& vMatches)

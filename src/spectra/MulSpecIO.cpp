@@ -1,6 +1,6 @@
 #include "SpectraIO.h"
 
-#include "platform/Paths.h"
+#include "platform/OutputFile.h"
 #include "spectra/SpectrumIndex.h"
 #include "util/Console.h"
 #include "util/LineReader.h"
@@ -130,7 +130,7 @@ std::uint64_t MulSpecIO::tSaveSpectra(std::vector<Spectrum>& vSpectra, std::uint
 
 bool MulSpecIO::bOpenOutputFile(const std::string& path)
 {
-    ofsOutput_.open(platform::Resolve(path), std::ios::out | std::ios::trunc);
+    platform::OpenOutput(ofsOutput_, path);
     return ofsOutput_.good() || ReportNotOpened(path);
 }
 

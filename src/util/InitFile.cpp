@@ -4,7 +4,7 @@
 #include <fstream>
 #include <string_view>
 
-#include "platform/Paths.h"
+#include "platform/OutputFile.h"
 #include "util/Console.h"
 #include "util/InitFileErrors.h"
 #include "util/LineReader.h"
@@ -89,7 +89,8 @@ void InitFile::OpenSection_(const OpenMS::String& name)
 void InitFile::Save(const OpenMS::String& path) const
 {
     const std::string text = Text_();
-    std::ofstream file(platform::Resolve(path), std::ios::out | std::ios::trunc);
+    std::ofstream file;
+    platform::OpenOutput(file, path);
     file.write(text.data(), static_cast<std::streamsize>(text.size()));
     file.close();
     if (!file) {

@@ -4,7 +4,7 @@
 #include <fstream>
 #include <utility>
 
-#include "platform/Paths.h"
+#include "platform/OutputFile.h"
 #include "util/WholeFile.h"
 #include "util/XmlAccess.h"
 #include "util/XmlParser.h"
@@ -29,7 +29,8 @@ void CXmlDocument::ParseFile(std::string path)
 void CXmlDocument::SaveFile(std::string path) const
 {
     const std::string xml = strToXml(); // which may throw: the file stays then
-    std::ofstream file(platform::Resolve(path), std::ios::out | std::ios::trunc);
+    std::ofstream file;
+    platform::OpenOutput(file, path);
     file.write(xml.data(), static_cast<std::streamsize>(xml.size()));
     file.close();
     if (!file) {

@@ -145,6 +145,14 @@ TEST(ModificationsDBDump, B39_WhatCannotBeOpenedIsNotReadable)
     }
 }
 
+TEST(ModificationsDBDump, APathWithANulIsAnErrorAndNotTheFileInFrontOfIt)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("dump.txt", "former");
+    EXPECT_EQ(ThrownBy([&] { OwnDatabase().writeToFile(path + '\0'); }).name, "FileNotReadable");
+    EXPECT_EQ(ReadFile(path), "former");
+}
+
 TEST(ModificationsDBDump, B39_AFailedWriteIsToldToo)
 {
     if (!std::filesystem::exists("/dev/full")) {

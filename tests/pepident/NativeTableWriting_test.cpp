@@ -237,6 +237,16 @@ TEST(NativeTableWriting, WhatCannotBeOpenedIsReportedBySave)
     }
 }
 
+TEST(NativeTableWriting, APathWithANulIsReportedAndIsNotTheFileInFrontOfIt)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("t.txt", "former");
+    TulkTXTPepIdentIO writer;
+    writer.InitSave(path + '\0');
+    EXPECT_EQ(ThrownBy([&] { writer.Save({}); }).name, "FileNotWritable");
+    EXPECT_EQ(ReadFile(path), "former");
+}
+
 TEST(NativeTableWriting, AFullDiskIsReported)
 {
     if (::access("/dev/full", W_OK) != 0) {

@@ -277,6 +277,17 @@ TEST(MgfWriting, OpeningTellsWhetherItCould)
     EXPECT_EQ(ReadFile(path), "");
 }
 
+TEST(MgfWriting, APathWithANulIsToldAndIsNotTheFileInFrontOfIt)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("out.mgf", "former");
+    const std::string beyond = path + '\0' + ".bak";
+    MgfProbe writer;
+    EXPECT_EQ(OutputOf([&] { EXPECT_FALSE(writer.bOpenOutputFile(beyond)); }),
+              MgfNotOpened(beyond));
+    EXPECT_EQ(ReadFile(path), "former");
+}
+
 TEST(MgfWriting, AnOpenOutputIsNotOpenedAgainAndLosesWhatFollows)
 {
     const TempFolder folder;

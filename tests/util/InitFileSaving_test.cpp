@@ -84,6 +84,15 @@ TEST(InitFileSaving, FileThatCannotBeOpenedIsAnError)
     EXPECT_EQ(TextOf(loaded.file), "[S]\na=1\n");
 }
 
+TEST(InitFileSaving, APathWithANulIsAnErrorAndNotTheFileInFrontOfIt)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("run.ini", "former");
+    const Loaded loaded("[S]\n");
+    EXPECT_EQ(ThrownBy([&] { loaded.file.Save(path + "\0.bak"s); }).name, "FileNotWritable");
+    EXPECT_EQ(test::ReadFile(path), "former");
+}
+
 TEST(InitFileSaving, FullDeviceIsAnError)
 {
     if (!std::filesystem::exists("/dev/full")) {

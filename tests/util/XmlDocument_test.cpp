@@ -190,6 +190,15 @@ TEST(CXmlDocument, FileThatCannotBeWrittenIsAnError)
     EXPECT_EQ(Dump(parsed.document), "a()");
 }
 
+TEST(CXmlDocument, APathWithANulIsAnErrorAndNotTheFileInFrontOfIt)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("document.xml", "former");
+    Parsed parsed("<a/>");
+    EXPECT_EQ(MessageOf([&] { parsed.document.SaveFile(path + '\0'); }), "Can not write to file!");
+    EXPECT_EQ(test::ReadFile(path), "former");
+}
+
 TEST(CXmlDocument, FullDeviceIsAnError)
 {
     if (!std::filesystem::exists("/dev/full")) {
