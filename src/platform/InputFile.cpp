@@ -1,6 +1,7 @@
 #include "platform/InputFile.h"
 
 #include <cerrno>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -22,20 +23,6 @@ bool IsReadableAtOffsets(int descriptor)
                || (!S_ISDIR(entry.st_mode) && ::lseek(descriptor, 0, SEEK_CUR) != -1));
 }
 
-/// Opens what Resolve(path) names, without asking for it before: one call of the
-/// system less for each reading, which counts in a folder of small files. Negative
-/// when that cannot be opened.
-int OpenResolved(const std::string& path)
-{
-    int descriptor = -1;
-    FirstReading(path, [&descriptor](const std::string& reading) {
-        // O_NONBLOCK: a pipe without a writer must not hold the caller up.
-        descriptor = ::open(reading.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-        return descriptor >= 0 || (errno != ENOENT && Exists(reading));
-    });
-    return descriptor;
-}
-
 } // namespace
 
 InputFile::~InputFile()
@@ -49,9 +36,16 @@ bool InputFile::Open(const std::string& path)
     if (!IsPathText(path)) {
         return false;
     }
-    descriptor_ = OpenResolved(path);
-    if (descriptor_ >= 0 && !IsReadableAtOffsets(descriptor_)) {
-        Close();
+    // What Resolve(path) names, without asking for it before: one call of the system
+    // less for each reading, which counts in a folder of small files.
+    InputFile opened; // closes itself where its path finds no memory
+    FirstReading(path, [&opened](const std::string& reading) {
+        // O_NONBLOCK: a pipe without a writer must not hold the caller up.
+        opened.descriptor_ = ::open(reading.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+        return opened.IsOpen() || (errno != ENOENT && Exists(reading));
+    });
+    if (opened.IsOpen() && IsReadableAtOffsets(opened.descriptor_)) {
+        std::swap(descriptor_, opened.descriptor_);
     }
     return IsOpen();
 }

@@ -30,7 +30,8 @@ std::string_view SpectrumIndex::Keep(std::string_view text)
 {
     static_assert(kMaxText <= kBlockSize);
     if (blocks_.empty() || text.size() > blockFree_) {
-        blocks_.emplace_back(new char[kBlockSize]); // not filled with zeros first
+        // Owned before the list grows. Not filled with zeros first.
+        blocks_.push_back(std::unique_ptr<char[]>(new char[kBlockSize]));
         blockFree_ = kBlockSize;
     }
     char* const place = blocks_.back().get() + (kBlockSize - blockFree_);

@@ -42,11 +42,14 @@ LineReader::~LineReader() = default;
 bool LineReader::Open(const std::string& path, Mode mode)
 {
     failed_ = true;
-    if (file_.IsOpen() || !file_.Open(path)) {
+    if (file_.IsOpen()) {
         return false;
     }
-    if (!buffer_) {
+    if (!buffer_) {                           // before the file, which would stay open without one
         buffer_.reset(new char[kBufferSize]); // not filled with zeros first
+    }
+    if (!file_.Open(path)) {
+        return false;
     }
     mode_ = mode;
     begin_ = end_ = 0;

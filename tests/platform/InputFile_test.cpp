@@ -9,6 +9,8 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include "support/FailingMemory.h"
+#include "support/OpenFiles.h"
 #include "support/Support.h"
 
 namespace Vorlan {
@@ -159,6 +161,28 @@ TEST(InputFile, AnEntryThatCannotBeOpenedIsNotPassedOverForTheNextReadingOfThePa
     folder.Write("a/f", "other");
     InputFile file;
     EXPECT_FALSE(file.Open(folder.PathOf(R"(a\f)")));
+}
+
+TEST(InputFile, NothingStaysOpenWhereMemoryEnds)
+{
+    PELGRIN_NEEDS_FAILING_MEMORY();
+    const TempFolder folder;
+    const std::string path = folder.Write("file", "abc");
+    const std::ptrdiff_t before = test::OpenFileCount();
+    InputFile file;
+    std::size_t number = 1;
+    for (bool failed = true; failed; ++number) {
+        try {
+            const test::FailingMemory memory(number);
+            file.Open(path);
+            failed = false;
+        } catch (const std::bad_alloc&) {
+            EXPECT_FALSE(file.IsOpen()) << number;
+            EXPECT_EQ(test::OpenFileCount(), before) << number;
+        }
+    }
+    EXPECT_GT(number, 2u);
+    EXPECT_EQ(BytesAt(file, 0, 9), "abc");
 }
 
 TEST(InputFile, SizeIsThatOfTheOpenFile)

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "support/FailingMemory.h"
 #include "support/Support.h"
 
 namespace Vorlan::test {
@@ -167,6 +168,24 @@ std::string RandomName(std::mt19937& random)
         name += static_cast<char>(random() % 8 == 0 ? 1 + random() % 255 : 'a' + random() % 2);
     }
     return name;
+}
+
+TEST(SpectrumIndex, NothingIsLostWhereMemoryEnds)
+{
+    PELGRIN_NEEDS_FAILING_MEMORY();
+    const std::ptrdiff_t before = BlocksInUse();
+    std::size_t number = 1;
+    for (bool failed = true; failed; ++number) {
+        try {
+            SpectrumIndex index;
+            const FailingMemory memory(number);
+            index.Keep("a");
+            failed = false;
+        } catch (const std::bad_alloc&) {
+        }
+        ASSERT_EQ(BlocksInUse(), before) << number;
+    }
+    EXPECT_GT(number, 3u);
 }
 
 TEST(SpectrumIndex, AgreesWithStdMap)

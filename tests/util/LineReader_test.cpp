@@ -4,6 +4,7 @@
 
 #include <sys/stat.h>
 
+#include "support/FailingMemory.h"
 #include "support/Support.h"
 
 namespace Vorlan {
@@ -246,6 +247,25 @@ TEST(LineReader, ClosedReaderOpensAnotherFileAfresh)
     EXPECT_TRUE(reader.Next(line));
     EXPECT_EQ(line, "x");
     EXPECT_FALSE(reader.Next(line));
+}
+
+TEST(LineReader, OpensAgainAfterMemoryHasEnded)
+{
+    PELGRIN_NEEDS_FAILING_MEMORY();
+    const TempFolder folder;
+    const std::string path = folder.Write("lines", "a\n");
+    LineReader reader;
+    std::size_t number = 1;
+    for (bool failed = true; failed; ++number) {
+        try {
+            const test::FailingMemory memory(number);
+            EXPECT_TRUE(reader.Open(path, kText)) << number;
+            failed = false;
+        } catch (const std::bad_alloc&) {
+            EXPECT_FALSE(reader.IsOpen()) << number;
+        }
+    }
+    EXPECT_GT(number, 2u);
 }
 
 } // namespace
