@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <new>
 #include <string_view>
 
 #include "pepident/NativeTableRow.h"
@@ -19,9 +20,19 @@ namespace {
 constexpr char kLoad[] = "TulkTXTPepIdentIO::Load";
 constexpr char kSave[] = "TulkTXTPepIdentIO::Save";
 
-/// Rows for which room is made on the word of the line count alone. Room that
-/// no row fills stays untouched by the system.
-constexpr std::uint64_t kMostRoom = std::uint64_t{1024} * 1024;
+/// Makes room for the rows of a table whose first row has come. They are as many as
+/// its lines, unless lines are blank, which would need no room: no more than go into
+/// bytes when rows are half as long as the first one. Only saves time.
+void MakeRoom(std::vector<PeptideIdentification>& matches, std::uint64_t lines, std::uint64_t bytes,
+              std::uint64_t firstRow)
+{
+    constexpr std::uint64_t kMost = std::uint64_t{1024} * 1024;
+    try {
+        matches.reserve(std::min({lines, bytes / (firstRow / 2 + 1) + 1, kMost}));
+    } catch (const std::bad_alloc&) {
+        // The table may hold fewer: the list grows by itself.
+    }
+}
 
 } // namespace
 
@@ -45,13 +56,13 @@ void TulkTXTPepIdentIO::Load(std::vector<PeptideIdentification>& vMatches)
     pInput_->NextOfAnyLength(header);
     native::RowReader reader(header);
     std::string_view line;
-    if (vMatches.empty()) {
-        vMatches.reserve(std::min(tResultCount_ + 1, kMostRoom));
-    }
     Progress progress(console::Stream::Out, tResultCount_);
     platform::PagesAhead pages;
     // Deliberate: B-12. An empty line ends the table.
     while (pInput_->Next(line) && !line.empty()) {
+        if (vMatches.empty()) {
+            MakeRoom(vMatches, tResultCount_ + 1, pInput_->Size(), line.size());
+        }
         pages.Reach(vMatches, 1);
         progress.Begin();
         vMatches.push_back(reader.Read(line));

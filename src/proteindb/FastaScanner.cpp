@@ -81,7 +81,11 @@ CProtein& FastaScanner::AddProtein()
     constexpr std::uint64_t kGrowth = 8;
     if (proteins_.size() == proteins_.capacity()) {
         const std::uint64_t times = expected_ / std::max<std::uint64_t>(taken_, 1) + 1;
-        proteins_.reserve(proteins_.size() * std::clamp<std::uint64_t>(times, 2, kGrowth) + 1);
+        try {
+            proteins_.reserve(proteins_.size() * std::clamp<std::uint64_t>(times, 2, kGrowth) + 1);
+        } catch (const std::bad_alloc&) {
+            // The file may hold fewer: the list grows by itself.
+        }
     }
     proteinPages_.Reach(proteins_, 1);
     return proteins_.emplace_back();

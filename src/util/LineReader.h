@@ -38,6 +38,8 @@ public:
     bool Open(const std::string& path, Mode mode);
     void Close();
     bool IsOpen() const;
+    /// Bytes of the open file, as the system tells them.
+    std::uint64_t Size() const { return file_.Size(); }
 
     /// Nothing can be read: not open, the end was passed, or a line was too
     /// long. Seek on an open reader makes it good again.

@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 
 #include "pepident/MatchText.h"
+#include "support/FailingMemory.h"
 
 namespace Vorlan::test {
 namespace {
@@ -70,6 +71,36 @@ TEST(NativeTableFiles, B21_RowsAreLineFeedsLessOne)
         reader.InitLoad(SourceIn(folder.Path()));
         EXPECT_EQ(reader.Count(), count);
     }
+}
+
+TEST(NativeTableFiles, LinesThatAreNoRowsGetLittleRoom)
+{
+    constexpr std::size_t kBlank = 200000;
+    const TempFolder folder;
+    for (const std::size_t rows : {0u, 3u}) {
+        folder.Write("t.txt", kNativeHeader + Repeat(Row("a"), rows) + Repeat("\n", kBlank));
+        NativeProbe reader;
+        reader.InitLoad(SourceIn(folder.Path()));
+        std::vector<PeptideIdentification> matches;
+        OutputOf([&] { reader.Load(matches); });
+        EXPECT_EQ(matches.size(), rows);
+        EXPECT_LE(matches.capacity(), rows * kBlank / 30);
+    }
+}
+
+TEST(NativeTableFiles, RoomForAllRowsIsAWish)
+{
+    PELGRIN_NEEDS_FAILING_MEMORY();
+    const TempFolder folder;
+    folder.Write("t.txt", kNativeHeader + Repeat(Row("a"), 3) + Repeat("\n", 1000000));
+    NativeProbe reader;
+    reader.InitLoad(SourceIn(folder.Path()));
+    std::vector<PeptideIdentification> matches;
+    OutputOf([&] {
+        const SmallMemory memory(std::size_t{1} << 20);
+        reader.Load(matches);
+    });
+    EXPECT_EQ(matches.size(), 3u);
 }
 
 TEST(NativeTableFiles, B20_WhatCannotBeCountedIsReportedWithTheLabelOfLoad)

@@ -3,11 +3,12 @@
 #include "proteindb/FastaScanner.h"
 
 #include <limits>
+#include <optional>
 
 #include "proteindb/FastaProbe.h"
 #include "proteindb/PlainFasta.h"
 #include "proteindb/RandomFasta.h"
-#include "support/Sanitized.h"
+#include "support/FailingMemory.h"
 
 namespace Vorlan::test {
 namespace {
@@ -182,6 +183,18 @@ TEST(FastaScanner, TheSizeOfAFileAsksForNoMoreThanThereIs)
         EXPECT_EQ(Scan({kTwoEntries}, size).Outcome(), ReadPlainly(kTwoEntries)) << size;
         EXPECT_EQ(Scan({}, size).Outcome(), (FastaOutcome{true, {}, ""})) << size;
     }
+}
+
+TEST(FastaScanner, RoomForManyMoreProteinsIsAWish)
+{
+    PELGRIN_NEEDS_FAILING_MEMORY();
+    const std::string text = Repeat(">A\nK\n", 100);
+    std::optional<Scan> scan;
+    {
+        const SmallMemory memory(200 * sizeof(CProtein));
+        scan.emplace(std::vector<std::string_view>{text}, std::uint64_t{1} << 40);
+    }
+    EXPECT_EQ(scan->Outcome(), ReadPlainly(text));
 }
 
 TEST(FastaScanner, NothingBehindAPartIsRead)

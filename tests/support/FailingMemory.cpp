@@ -7,6 +7,8 @@
 namespace {
 
 std::atomic<std::ptrdiff_t> untilFailure = 0; ///< requests, the failing one included
+constexpr std::size_t kAny = static_cast<std::size_t>(-1);
+std::atomic<std::size_t> largest = kAny; ///< request that is granted
 std::atomic<std::ptrdiff_t> blocksInUse = 0;
 
 } // namespace
@@ -23,6 +25,16 @@ FailingMemory::~FailingMemory()
     untilFailure = 0;
 }
 
+SmallMemory::SmallMemory(std::size_t granted)
+{
+    largest = granted;
+}
+
+SmallMemory::~SmallMemory()
+{
+    largest = kAny;
+}
+
 std::ptrdiff_t BlocksInUse()
 {
     return blocksInUse;
@@ -36,8 +48,8 @@ std::ptrdiff_t BlocksInUse()
 
 void* operator new(std::size_t size)
 {
-    void* const block =
-        untilFailure > 0 && --untilFailure == 0 ? nullptr : std::malloc(size > 0 ? size : 1);
+    const bool fails = size > largest || (untilFailure > 0 && --untilFailure == 0);
+    void* const block = fails ? nullptr : std::malloc(size > 0 ? size : 1);
     if (block == nullptr) {
         throw std::bad_alloc();
     }

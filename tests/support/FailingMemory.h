@@ -22,6 +22,15 @@ public:
     FailingMemory& operator=(const FailingMemory&) = delete;
 };
 
+/// While it lives, every request for more bytes than these throws std::bad_alloc.
+class SmallMemory {
+public:
+    explicit SmallMemory(std::size_t largest);
+    ~SmallMemory();
+    SmallMemory(const SmallMemory&) = delete;
+    SmallMemory& operator=(const SmallMemory&) = delete;
+};
+
 /// The blocks of memory that were given and did not come back.
 std::ptrdiff_t BlocksInUse();
 
