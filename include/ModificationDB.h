@@ -174,8 +174,9 @@ class ModificationMasses;
 class ModificationNames;
 
 /// A database of modifications: filled by its loader, then only asked. Records
-/// stay where they are as long as the database; asking is safe from several
-/// threads as long as nothing throws: exceptions of OpenMS are not.
+/// stay where they are as long as the database; asking, for the one instance as
+/// well, is safe from several threads as long as nothing throws: exceptions of
+/// OpenMS are not.
 class VORLAN_API CModificationsDB {
 public:
     CModificationsDB(const CModificationsDB&) = delete;

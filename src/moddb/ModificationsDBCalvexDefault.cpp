@@ -15,10 +15,11 @@ CModificationsDBCalvexDefault::~CModificationsDBCalvexDefault() = default;
 
 CModificationsDBCalvexDefault* CModificationsDBCalvexDefault::getInstance()
 {
-    if (dbpd_ == nullptr) {
-        dbpd_ = new CModificationsDBCalvexDefault("unimod.txt");
-    }
-    return dbpd_;
+    // One thread makes it while others wait; where that throws, the next call tries
+    // again.
+    static CModificationsDBCalvexDefault* const instance = dbpd_ =
+        new CModificationsDBCalvexDefault("unimod.txt");
+    return instance;
 }
 
 void CModificationsDBCalvexDefault::readFromUnimodTXTFile(const std::string& path)

@@ -30,10 +30,10 @@ CModificationsDBEngine*
 CModificationsDBEngine::getInstance(const std::string& path,
                                     const SearchEngineType::ESearchEngineType& type)
 {
-    if (dbse_ == nullptr) { // Deliberate: B-45
-        dbse_ = NewEngine(path, type);
-    }
-    return dbse_;
+    // One thread makes it while others wait; where that throws, the next call tries
+    // again. Deliberate: B-45
+    static CModificationsDBEngine* const instance = dbse_ = NewEngine(path, type);
+    return instance;
 }
 
 // ---- The library's own table ---------------------------------------------

@@ -140,10 +140,10 @@ CModificationsDBUnimod* CModificationsDBUnimod::getInstance()
 
 CModificationsDBUnimod* CModificationsDBUnimod::getInstance(const std::string& path)
 {
-    if (dbum_ == nullptr) { // Deliberate: B-45
-        dbum_ = new CModificationsDBUnimod(path);
-    }
-    return dbum_;
+    // One thread makes it while others wait; where that throws, the next call tries
+    // again. Deliberate: B-45
+    static CModificationsDBUnimod* const instance = dbum_ = new CModificationsDBUnimod(path);
+    return instance;
 }
 
 void CModificationsDBUnimod::readFromUnimodXMLFile(const std::string& path)

@@ -182,6 +182,17 @@ TEST(CalvexDefault, B45_TheInstanceStaysThatOfTheFirstCall)
     PELGRIN_EXPECT_IN_OWN_PROCESS(say, "1 same");
 }
 
+TEST(CalvexDefault, ThreadsThatAskAtOnceGetOneInstance)
+{
+    const TempFolder folder;
+    folder.Write("unimod.txt", kTableHeader + Repeat(TableRow(), 5000));
+    const auto say = [&] {
+        GoTo(folder);
+        return InstancesOfThreads([] { return CModificationsDBCalvexDefault::getInstance(); });
+    };
+    PELGRIN_EXPECT_IN_OWN_PROCESS(say, "1");
+}
+
 TEST(CalvexDefault, AFailedFirstCallKeepsNoInstance)
 {
     const TempFolder folder;

@@ -54,6 +54,14 @@ std::string NotSupported(const std::string& name)
                  "Modification database loading from " + name + " is not supported for now.");
 }
 
+TEST(Engine, ThreadsThatAskAtOnceGetOneInstance)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("t.txt", kTableHeader + Repeat(TableRow(), 5000));
+    const auto say = [&] { return InstancesOfThreads([&] { return Instance(path, 8); }); };
+    PELGRIN_EXPECT_IN_OWN_PROCESS(say, "1");
+}
+
 TEST(Engine, EachTypeHasItsEngine)
 {
     const EngineFiles files;

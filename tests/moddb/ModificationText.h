@@ -2,6 +2,8 @@
 #ifndef VORLAN_TESTS_MODIFICATIONTEXT_H
 #define VORLAN_TESTS_MODIFICATIONTEXT_H
 
+#include <array>
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -9,6 +11,7 @@
 #include <limits>
 #include <set>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -213,6 +216,29 @@ inline std::string DumpFileOf(const CModificationsDB& database)
 inline void GoTo(const TempFolder& folder)
 {
     std::filesystem::current_path(folder.Path());
+}
+
+// ---- Instances ------------------------------------------------------------
+
+/// How many different instances threads get that ask for one at the same time.
+template <typename Get>
+std::string InstancesOfThreads(Get get)
+{
+    constexpr std::size_t kThreads = 4;
+    std::array<const void*, kThreads> instances = {};
+    std::atomic<std::size_t> late = kThreads;
+    std::vector<std::thread> threads;
+    for (const void*& instance : instances) {
+        threads.emplace_back([&instance, &late, &get] {
+            for (--late; late > 0;) {
+            }
+            instance = get();
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    return std::to_string(std::set<const void*>(instances.begin(), instances.end()).size());
 }
 
 } // namespace Vorlan::test

@@ -445,6 +445,16 @@ TEST(Unimod, B45_PathsAreIgnoredOnceThereIsAnInstance)
     PELGRIN_EXPECT_IN_OWN_PROCESS(say, "2 same");
 }
 
+TEST(Unimod, ThreadsThatAskAtOnceGetOneInstance)
+{
+    const TempFolder folder;
+    const std::string path = folder.Write("u.xml", UnimodText(Repeat(kTwoSites, 5000)));
+    const auto say = [&] {
+        return InstancesOfThreads([&] { return CModificationsDBUnimod::getInstance(path); });
+    };
+    PELGRIN_EXPECT_IN_OWN_PROCESS(say, "1");
+}
+
 TEST(Unimod, B45_TheInstanceOfANamedPathStaysToo)
 {
     const WorkingFolder work;
