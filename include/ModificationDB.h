@@ -170,6 +170,7 @@ private:
 
 // ===== 2. CModificationsDB =================================================
 
+class ModificationAccess;
 class ModificationMasses;
 class ModificationNames;
 
@@ -255,8 +256,10 @@ protected:
     const std::vector<const CResidueModification*>& modifications_() const { return vRecords_; }
 
 private:
+    friend class ModificationAccess;
+
     template <typename Take>
-    void ForEachNamed_(const std::string& name, const std::string& residue,
+    bool ForEachNamed_(const std::string& name, const std::string& residue,
                        CResidueModification::TermSpecificity specificity, Take take) const;
     bool Matches_(const CResidueModification& record, const std::string& residue,
                   CResidueModification::TermSpecificity specificity) const;

@@ -5,6 +5,7 @@
 
 #include "ModificationDB.h"
 #include "moddb/ClassificationTexts.h"
+#include "moddb/ModificationAccess.h"
 #include "moddb/ModificationDBErrors.h"
 #include "moddb/ModificationMasses.h"
 #include "moddb/ModificationNames.h"
@@ -78,16 +79,13 @@ bool CModificationsDB::Matches_(const CResidueModification& record, const std::s
 }
 
 /// Calls take(record) for the matching records under name, in order, as long as
-/// it gives true.
+/// it gives true. False for an unknown name.
 template <typename Take>
-void CModificationsDB::ForEachNamed_(const std::string& name, const std::string& residue,
+bool CModificationsDB::ForEachNamed_(const std::string& name, const std::string& residue,
                                      CResidueModification::TermSpecificity specificity,
                                      Take take) const
 {
     const std::vector<std::size_t> numbers = pNames_->Find(vRecords_, name);
-    if (numbers.empty()) {
-        errors::NoSuchModification(name);
-    }
     for (const std::size_t number : numbers) {
         const CResidueModification& record = *vRecords_[number];
         if (record.getFullId() != kNeverGiven && Matches_(record, residue, specificity)
@@ -95,6 +93,19 @@ void CModificationsDB::ForEachNamed_(const std::string& name, const std::string&
             break;
         }
     }
+    return !numbers.empty();
+}
+
+std::vector<const CResidueModification*> ModificationAccess::Named(const CModificationsDB& database,
+                                                                   const std::string& name)
+{
+    std::vector<const CResidueModification*> records;
+    database.ForEachNamed_(name, "", CResidueModification::NUMBER_OF_TERM_SPECIFICITY,
+                           [&records](const CResidueModification& record) {
+                               records.push_back(&record);
+                               return true;
+                           });
+    return records;
 }
 
 void CModificationsDB::searchModifications(std::set<const CResidueModification*>& result,
@@ -102,10 +113,13 @@ void CModificationsDB::searchModifications(std::set<const CResidueModification*>
                                            CResidueModification::TermSpecificity specificity) const
 {
     result.clear();
-    ForEachNamed_(name, residue, specificity, [&result](const CResidueModification& record) {
+    const auto insert = [&result](const CResidueModification& record) {
         result.insert(result.end(), &record); // mostly its place
         return true;
-    });
+    };
+    if (!ForEachNamed_(name, residue, specificity, insert)) {
+        errors::NoSuchModification(name);
+    }
 }
 
 const CResidueModification&
@@ -113,10 +127,13 @@ CModificationsDB::getModification(const std::string& name, const std::string& re
                                   CResidueModification::TermSpecificity specificity) const
 {
     const CResidueModification* first = nullptr;
-    ForEachNamed_(name, residue, specificity, [&first](const CResidueModification& record) {
+    const auto takeFirst = [&first](const CResidueModification& record) {
         first = &record;
         return false;
-    });
+    };
+    if (!ForEachNamed_(name, residue, specificity, takeFirst)) {
+        errors::NoSuchModification(name);
+    }
     if (first == nullptr) {
         errors::ModificationNotAvailable(name);
     }

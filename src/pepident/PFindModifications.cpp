@@ -1,12 +1,12 @@
 #include "pepident/PFindModifications.h"
 
 #include <cstddef>
-#include <set>
 #include <utility>
 
 #include <OpenMS/CONCEPT/Exception.h>
 
 #include "TulkParam.h"
+#include "moddb/ModificationAccess.h"
 #include "pepident/ReaderSteps.h"
 #include "util/Numbers.h"
 
@@ -44,21 +44,16 @@ std::string PositionOf(std::string_view site)
 const CResidueModification* FindRecord(const CModificationsDB* database, const std::string& name,
                                        const std::string& site)
 {
-    std::set<const CResidueModification*> records;
-    try {
-        if (database != nullptr) {
-            database->searchModifications(records, name, "",
-                                          CResidueModification::NUMBER_OF_TERM_SPECIFICITY);
-        }
-    } catch (const OpenMS::Exception::ElementNotFound&) {
+    if (database == nullptr) {
         return nullptr;
     }
+    const auto records = ModificationAccess::Named(*database, name);
     for (const CResidueModification* const record : records) {
         if (site.size() == 1 && record->getOrigin().find(site) != std::string::npos) {
             return record;
         }
     }
-    return records.empty() ? nullptr : *records.begin();
+    return records.empty() ? nullptr : records.front();
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "moddb/ModificationAccess.h"
 #include "moddb/ModificationText.h"
 #include "support/Random.h"
 
@@ -213,6 +214,19 @@ TEST(ModificationsDB, B37_AskedForByItsFullIdItIsKnownButNotAvailable)
     EXPECT_THAT(WithMass(database, 15.5, 0.0), ElementsAre("Oxidation (Protein N-term"))
         << "a question by mass gives it";
     EXPECT_THAT(DumpFileOf(database), testing::HasSubstr("\tOxidation (Protein N-term\t"));
+}
+
+TEST(ModificationsDB, AskedWithoutExceptionsItGivesTheSameInItsOrder)
+{
+    Records records = {MakeRecord("b", "M"), MakeRecord("a", "M"), MakeRecord("b", "K")};
+    records[2].setFullId("Oxidation (Protein N-term");
+    OwnDatabase database(records);
+    database.Add({MakeRecord("b", "K", 2.0)});
+    const auto named = ModificationAccess::Named(database, "b");
+    ASSERT_EQ(named.size(), 2u) << "B-37";
+    EXPECT_EQ(named[0]->getOrigin(), "M");
+    EXPECT_EQ(named[1]->getDiffMonoMass(), 2.0);
+    EXPECT_THAT(ModificationAccess::Named(database, "c"), IsEmpty());
 }
 
 // ---- By mass --------------------------------------------------------------

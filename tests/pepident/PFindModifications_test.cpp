@@ -4,6 +4,9 @@
 #include <string>
 #include <vector>
 
+#include <OpenMS/CONCEPT/Exception.h>
+#include <OpenMS/CONCEPT/GlobalExceptionHandler.h>
+
 #include "param/ParameterText.h"
 #include "pepident/EngineTableText.h"
 
@@ -102,6 +105,25 @@ TEST_F(PFindMasses, OnlyASiteOfOneLetterTellsRecordsApart)
     MassesByName masses;
     EXPECT_EQ(masses.Of("Cap", "AnyC-term"), 1.0) << "the first one";
     EXPECT_EQ(masses.Of("Phospho", "T"), 79.966331);
+}
+
+/// What OpenMS knows of the exception that was made last.
+class LastException : public OpenMS::Exception::GlobalExceptionHandler {
+public:
+    static void Forget() { setName(""); }
+    static std::string Name() { return name_(); }
+};
+
+TEST_F(PFindMasses, UnknownNamesMakeNoException)
+{
+    LastException::Forget();
+    EXPECT_THROW(CModificationsDBCalvexDefault::getInstance()->getModification("Nothing", "", {}),
+                 OpenMS::Exception::ElementNotFound);
+    EXPECT_EQ(LastException::Name(), "ElementNotFound");
+    LastException::Forget();
+    MassesByName masses;
+    EXPECT_EQ(masses.Of("Nothing", "M"), 0.0);
+    EXPECT_EQ(LastException::Name(), "");
 }
 
 using PFindDatabaseAlone = ParameterTest;
