@@ -210,7 +210,8 @@ public:
     /// Forgets folder and files.
     void EndLoad() override;
     /// Opens folder + name, listed or not, and appends to vSpectra. The title is what
-    /// stands behind the last backslash of name.
+    /// stands behind the last backslash of name. Before InitLoad and after EndLoad there
+    /// is no folder: a file below the working folder is opened (B-91).
     bool bLoadOneSpectrum(const std::string& name, std::vector<Spectrum>& vSpectra) override;
     void ResetIter() override;
     /// Number of files listed.

@@ -60,7 +60,7 @@ std::uint64_t DtaIO::tLoadAllSpectra(std::vector<Spectrum>& vSpectra)
 void DtaIO::EndLoad()
 {
     vFilenames_.clear();
-    strFolder_.clear();
+    strFolder_.clear(); // Deliberate: B-91. The working folder's files are found then.
 }
 
 bool DtaIO::bLoadOneSpectrum(const std::string& name, std::vector<Spectrum>& vSpectra)

@@ -359,6 +359,25 @@ TEST(DtaIO, EndLoadForgetsFolderAndFiles)
     EXPECT_TRUE(spectra.empty());
 }
 
+TEST(DtaIO, B91_WithoutAFolderItReadsFromTheWorkingFolder)
+{
+    const DtaFolder folder = ThreeFiles();
+    const auto former = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    DtaIO fresh;
+    DtaIO ended;
+    ended.InitLoad(folder.Parent());
+    ended.EndLoad();
+    for (DtaIO* const reader : {&fresh, &ended}) {
+        std::vector<Spectrum> spectra;
+        EXPECT_TRUE(reader->bLoadOneSpectrum("a.dta", spectra));
+        ASSERT_EQ(spectra.size(), 1u);
+        EXPECT_EQ(spectra[0].strTitle, "a.dta");
+        EXPECT_EQ(spectra[0].strSource, "");
+    }
+    std::filesystem::current_path(former);
+}
+
 TEST(DtaIO, InitLoadForgetsTheFolderBefore)
 {
     const DtaFolder folder = ThreeFiles();
