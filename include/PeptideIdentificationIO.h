@@ -102,7 +102,9 @@ protected:
     /// A reader of the format type.
     explicit PeptideIdentificationIO(PepIdentType::EPepIdentType type);
 
-    OpenMS::String strFilePath_;                ///< as composed, backslashes included
+    /// What InitLoad or InitSave set last, which exceptions name (B-92); as composed,
+    /// backslashes included.
+    OpenMS::String strFilePath_;
     std::vector<OpenMS::String> vAuxFilePaths_; ///< for readers of more than one file
     PepIdentType::EPepIdentType eType_;         ///< what eGetType gives
     std::unique_ptr<LineReader> pInput_;        ///< bounded lines of the input; never null

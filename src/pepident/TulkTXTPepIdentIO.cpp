@@ -79,7 +79,7 @@ void TulkTXTPepIdentIO::EndLoad()
 
 void TulkTXTPepIdentIO::InitSave(const std::string& path)
 {
-    strFilePath_ = path;
+    strFilePath_ = path; // Deliberate: B-92. Of the input as well.
     platform::OpenOutput(ofsOutput_, path);
 }
 

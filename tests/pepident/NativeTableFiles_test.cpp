@@ -208,6 +208,22 @@ TEST(NativeTableFiles, B11_EndLoadClosesTheOutput)
     EXPECT_EQ(ThrownBy([&] { both.Save({}); }).name, "FileNotWritable");
 }
 
+TEST(NativeTableFiles, B92_FailuresNameThePathThatWasSetLast)
+{
+    const TempFolder folder;
+    folder.Write("t.txt", kNativeHeader);
+    const std::string missing = folder.PathOf("missing") + "/out.txt";
+    std::vector<PeptideIdentification> matches;
+    TulkTXTPepIdentIO both;
+    both.InitLoad(SourceIn(folder.Path()));
+    OutputOf([&] { both.Load(matches); });
+    both.InitSave(missing);
+    EXPECT_EQ(ThrownBy([&] { both.Load(matches); }), NotReadable(missing));
+    EXPECT_EQ(ThrownBy([&] { both.InitLoad(SourceIn(folder.Path())); }), Thrown());
+    EXPECT_THAT(ThrownBy([&] { both.Save({}); }).message,
+                testing::HasSubstr("'" + folder.Path() + "\\t.txt'"));
+}
+
 TEST(NativeTableFiles, B12_AnEmptyLineEndsTheTable)
 {
     const std::vector<std::string> texts = {
