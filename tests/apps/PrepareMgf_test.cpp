@@ -247,6 +247,21 @@ TEST(PrepareMgf, RecordsThatCannotBeMendedAreLeftOutAndCounted)
     EXPECT_EQ(left, expected);
 }
 
+/// Whoever tells only a scan number would meet the twin.
+TEST(PrepareMgf, ARecordThatIsLeftOutHandsItsNamesToNobody)
+{
+    const std::string comma = "100,5 1\n";
+    const MgfPlace place(Record("TITLE=x\nSCANS=8\n", comma) + Record("TITLE=x\nSCANS=9\n")
+                         + Record("TITLE=a.5.5.2\n", comma) + Record("TITLE=a.5.5.3\n")
+                         + Record("TITLE=a.7.7.2\n", "") + Record("TITLE=a.7.7.2\n"));
+    EXPECT_THAT(place.Titles(),
+                ElementsAre("run.9.9. File:\"run\", Title:\"x\", NativeID:\"scan=9\"",
+                            "a.7.7.2 File:\"run\", NativeID:\"scan=7\""));
+    EXPECT_EQ(place.Counts().leftOut.at("scan_left_out").count, 1U);
+    EXPECT_EQ(place.Counts().leftOut.at("scan_left_out").firstLine, 16U);
+    EXPECT_EQ(MgfPlace(place.CopyText()).CopyText(), place.CopyText());
+}
+
 TEST(PrepareMgf, BytesOfPeaksStay)
 {
     const MgfPlace place(Record("TITLE=x\n", "100.10000000000001\t1e3 \t 1+ \n"

@@ -183,6 +183,13 @@ TEST(PelgrinRunPrepare, DatasetsOfTheCommandLineAreThoseOfTheCopies)
     EXPECT_EQ(
         AnnotatedOf(place, {"run", "--prepare", "--dataset", "elsewhere.raw=run.mgf"}, Ini(), 0),
         std::pair(1, 1));
+    place.Write("run.mgf", RunMgfTitled("Cmpd 1, +MSn(195.6), 1 min"));
+    row.spectrum = "Cmpd 1, +MSn(195.6), 1 min";
+    place.Write("psms.txt", TableOf({row}));
+    EXPECT_EQ(
+        AnnotatedOf(place, {"run", "--prepare", "--dataset", "elsewhere.raw=run.mgf"}, Ini(), 0),
+        std::pair(1, 1))
+        << "matches of a dataset that is named get the new names of its spectra, too";
 }
 
 TEST(PelgrinPrepareDocs, ListEveryClassAndTheReportToTheLetter)

@@ -315,6 +315,60 @@ TEST(Prepare, ResultsNameTheSpectraByTheirNewNames)
     EXPECT_THAT(elsewhere.Text("run.pep.xml"), HasSubstr("spectrum=\"Cmpd 5, x\""));
 }
 
+std::string NativeTable(const std::vector<std::string>& spectra)
+{
+    std::string table =
+        TabLine({"Dataset Name", "Spectrum Name", "Sequence", "Charge", "ObsMH", "Mass Shift",
+                 "Main Score", "High Score Better", "Identified Mod Name",
+                 "Identified Mod Position", "Protein Access", "Before AA", "After AA"});
+    for (const std::string& spectrum : spectra) {
+        table += TabLine(
+            {"run.mgf", spectrum, "GASK", "2", "390.1", "0", "1", "true", "", "", "P1", "K", "A"});
+    }
+    return table;
+}
+
+TEST(Prepare, ANameNeverMeetsAnotherSpectrumOfTheCopy)
+{
+    const auto record = [](const std::string& head, const std::string& peak = "1 1\n") {
+        return "BEGIN IONS\n" + head + peak + "END IONS\n";
+    };
+    struct Case {
+        const char* reason;
+        std::string mgf;
+        std::string name;  ///< in the result
+        std::string after; ///< in its copy; empty: left out
+    };
+    const std::string hundred = record("TITLE=100\nSCANS=1\n");
+    for (const Case& one : std::vector<Case>{
+             {"the title of one is the scan number of another",
+              hundred + record("TITLE=x\nSCANS=100\n"), "100", "run.1.1."},
+             {"and the number of its title, too: nobody can tell",
+              hundred + record("TITLE=x scan=100 \"y\nSCANS=100\n") + record("TITLE=z scan=1005\n"),
+              "100", ""},
+             {"the one with the title is left out",
+              record("TITLE=100\nSCANS=1\n", "1,5 1\n") + record("TITLE=x\nSCANS=100\n"), "100",
+              ""},
+             {"its own", hundred + record("TITLE=x\nSCANS=100\n"), "x", "x"},
+             {"nobody's", hundred + record("TITLE=x\nSCANS=100\n"), "7", "7"},
+         }) {
+        SCOPED_TRACE(one.reason);
+        std::string query = Query(Hit());
+        query.replace(query.find("run.00001.00001.2"), 17, one.name);
+        const Place place(Files{{"run.mgf", one.mgf},
+                                {"run.pep.xml", PepXml(query)},
+                                {"psms.txt", NativeTable({one.name})}});
+        const bool isLeftOut = one.after.empty();
+        EXPECT_EQ(place.Text("psms.txt"), isLeftOut ? NativeTable({}) : NativeTable({one.after}));
+        EXPECT_EQ(place.Text("run.pep.xml").find("spectrum=\"" + one.after + "\"")
+                      == std::string::npos,
+                  isLeftOut);
+        for (const std::size_t result : {1, 2}) {
+            EXPECT_EQ(place.Counts(result).leftOut.count("name_of_several"), isLeftOut ? 1U : 0U);
+        }
+    }
+}
+
 TEST(Prepare, ProteinsHaveCapitalLettersAndAccessionsThatEnd)
 {
     const Place place(Files{{"a.fasta", "\xEF\xBB\xBF>P1\tOne protein\r\n\r\nGAsk\r\n> P2 x\nMK"}});

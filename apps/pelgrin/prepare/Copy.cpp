@@ -37,6 +37,7 @@ const std::map<std::string, const char*>& Texts()
         {"decimal_comma", "records with decimal commas"},
         {"long_line", "records with a line of more than 81919 characters"},
         {"header_too_long", "records with too many header lines"},
+        {"scan_left_out", "records with the scan number of one that is left out"},
         {"without_precursor", "DTA files without mass and charge"},
         {"several_spectra", "DTA files with several spectra"},
         // Of tables.
@@ -51,6 +52,7 @@ const std::map<std::string, const char*>& Texts()
         {"modification_form", "modification cells written so that they are read whole"},
         {"separator_added", "rows with a separator added"},
         {"spectrum_renamed", "spectra under their new names"},
+        {"name_of_several", "matches with a name that several spectra had"},
         {"peptides_made", "rows of peptides.txt made anew"},
         {"row_without_protein", "rows without a protein"},
         // Of XML.

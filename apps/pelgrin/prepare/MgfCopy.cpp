@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <unordered_set>
 
 #include "prepare/MgfTitles.h"
 #include "prepare/MgfWalk.h"
@@ -20,6 +21,7 @@ enum Value : std::size_t { PepMass, Charge, Time, Scans };
 constexpr std::size_t kValues = 4;
 constexpr std::array<const char*, kValues> kKeys = {"PEPMASS", "CHARGE", "RTINSECONDS", "SCANS"};
 
+constexpr const char kWithoutPeaks[] = "without_peaks";
 constexpr std::size_t kMostHeaders = 1000; // beside the title and the values
 
 std::optional<Value> ValueOf(const std::string& key)
@@ -152,7 +154,7 @@ private:
         case MgfPart::End:
         case MgfPart::EndMissing:
             if (!records.back().hasPeaks) {
-                LeaveOut("without_peaks");
+                LeaveOut(kWithoutPeaks);
             }
             break;
         default: break;
@@ -199,6 +201,12 @@ private:
     std::size_t headers_ = 0; ///< of the record
 };
 
+/// Of the records that are written, in order.
+struct Written {
+    std::vector<std::string> titles;
+    std::vector<std::uint32_t> scans;
+};
+
 /// The second pass writes.
 class Writer {
 public:
@@ -213,10 +221,9 @@ public:
         wanted_[Charge] = wanted_[Charge] || !survey.fileCharge.empty();
     }
 
-    void Write(const std::vector<std::string>& titles, const std::vector<std::uint32_t>& scans)
+    void Write(const Written& written)
     {
-        titles_ = &titles;
-        scans_ = &scans;
+        records_ = &written;
         if (!survey_.fileCharge.empty()) {
             fileCharge_ = ChargeText(survey_.fileCharge, survey_.fileChargeLine, copy_);
         }
@@ -318,7 +325,7 @@ private:
     void WriteHead()
     {
         hasHead_ = true;
-        const std::string& title = (*titles_)[copy_.written];
+        const std::string& title = records_->titles[copy_.written];
         output_.Line("BEGIN IONS");
         output_.Line("TITLE=" + title);
         for (std::size_t i = 0; i < kValues; ++i) {
@@ -343,7 +350,7 @@ private:
             return fileCharge_;
         }
         copy_.Change("header_filled", Current().line);
-        return which == Scans ? std::to_string((*scans_)[copy_.written]) : "0";
+        return which == Scans ? std::to_string(records_->scans[copy_.written]) : "0";
     }
 
     std::string source_;
@@ -351,8 +358,7 @@ private:
     TextOutput output_;
     const Survey& survey_;
     Copy& copy_;
-    const std::vector<std::string>* titles_ = nullptr;  ///< of the records that are written
-    const std::vector<std::uint32_t>* scans_ = nullptr; ///< of the same
+    const Written* records_ = nullptr;
     std::array<bool, kValues> wanted_{};
     std::string fileCharge_;
     std::size_t number_ = 0; ///< of the record, from 1
@@ -373,6 +379,33 @@ std::uint32_t ScanOf(const Record& record, std::size_t number)
     return CountOfTitle(record.title).value_or(static_cast<std::uint32_t>(number));
 }
 
+/// A spectrum with peaks, which an engine may have searched. Without peaks nothing is
+/// found, and results that name such a record mean its twin.
+bool MayBeMeant(const Record& record)
+{
+    return record.leftOut != kWithoutPeaks;
+}
+
+/// The scan numbers of the records. Engines that tell no more than a scan number
+/// would meet the twin of a record that is left out: it is left out, too.
+std::vector<std::uint32_t> ScansOf(std::vector<Record>& records)
+{
+    std::vector<std::uint32_t> scans;
+    std::unordered_set<std::uint32_t> lost;
+    for (const Record& record : records) {
+        scans.push_back(ScanOf(record, scans.size() + 1));
+        if (record.leftOut != nullptr && MayBeMeant(record)) {
+            lost.insert(scans.back());
+        }
+    }
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        if (records[i].leftOut == nullptr && lost.count(scans[i]) > 0) {
+            records[i].leftOut = "scan_left_out";
+        }
+    }
+    return scans;
+}
+
 } // namespace
 
 TitleChanges CopyMgf(const std::string& source, const std::string& target, const std::string& stem,
@@ -383,29 +416,35 @@ TitleChanges CopyMgf(const std::string& source, const std::string& target, const
     Copy uncounted;
     const std::uint32_t fileCharge =
         survey.fileCharge.empty() ? 0 : ChargeNumber(ChargeText(survey.fileCharge, 0, uncounted));
+    const std::vector<std::uint32_t> scans = ScansOf(survey.records);
     std::vector<TitledRecord> titled;
-    std::vector<std::uint32_t> scans;
     std::vector<std::uint64_t> lines;
-    for (std::size_t i = 0; i < survey.records.size(); ++i) {
+    for (std::size_t i = 0; i < scans.size(); ++i) {
         Record& record = survey.records[i];
-        if (record.leftOut == nullptr) {
-            scans.push_back(ScanOf(record, i + 1));
+        if (MayBeMeant(record)) {
             lines.push_back(record.line);
-            titled.push_back({std::move(record.title), scans.back(),
-                              record.has[Charge] ? record.charge : fileCharge});
+            titled.push_back({std::move(record.title), scans[i],
+                              record.has[Charge] ? record.charge : fileCharge,
+                              record.leftOut == nullptr});
         }
     }
     NewTitles titles = TitlesOf(titled, stem);
     TitleChanges changes;
+    Written written;
     for (std::size_t i = 0; i < titled.size(); ++i) {
+        if (!titled[i].isWritten) {
+            continue;
+        }
         if (titled[i].title != titles.titles[i]) {
             copy.Change(titled[i].title.empty() ? "title_made" : "title_rewritten", lines[i]);
             changes.rewritten.emplace_back(titled[i].title, titles.titles[i]);
         }
         copy.Change("name_made_unique", lines[i], titles.isShared[i] ? 1 : 0);
+        written.titles.push_back(std::move(titles.titles[i]));
+        written.scans.push_back(titled[i].scan);
     }
     changes.renamed = std::move(titles.renamed);
-    Writer(source, target, survey, copy).Write(titles.titles, scans);
+    Writer(source, target, survey, copy).Write(written);
     return changes;
 }
 

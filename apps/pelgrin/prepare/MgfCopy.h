@@ -14,7 +14,8 @@ namespace pelgrin {
 /// What became of the titles of a file.
 struct TitleChanges {
     std::vector<std::pair<std::string, std::string>> rewritten; ///< old and new title, in order
-    /// Names that are none any more -> names of the same records in the copy.
+    /// Names that are not the same record's any more -> its name in the copy; empty:
+    /// nobody can tell whose it is.
     std::unordered_map<std::string, std::string> renamed;
 };
 

@@ -195,15 +195,26 @@ private:
         return any;
     }
 
+    /// A name may be another record's now: "100" was the title of one, and is the scan
+    /// number of the other.
     void AddRenamed(NewTitles& made, const Owners& owners) const
     {
         for (std::size_t i = 0; i < records_.size(); ++i) {
+            if (steps_[i] == Stays) {
+                continue;
+            }
             const MgfNames old = NamesOf("TITLE=" + records_[i].title);
+            const std::set<std::string> now = DifferentNames(made.titles[i]);
             for (const NameKind kind : {NameKind::Title, NameKind::FirstWord, NameKind::Dotted}) {
                 const std::string& name = old.Of(kind);
-                if (steps_[i] != Stays && old.Has(kind) && !name.empty() && oldOwners_.Of(name) == 1
-                    && owners.Of(name) == 0) {
+                if (!old.Has(kind) || name.empty()) {
+                    continue;
+                }
+                const bool wasOwn = oldOwners_.Of(name) == 1;
+                if (wasOwn && now.count(name) == 0 && records_[i].isWritten) {
                     made.renamed.emplace(name, WordOf(made.titles[i]));
+                } else if ((!wasOwn || now.count(name) == 0) && owners.Of(name) > 0) {
+                    made.renamed.emplace(name, "");
                 }
             }
         }

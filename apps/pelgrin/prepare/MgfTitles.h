@@ -25,12 +25,16 @@ struct TitledRecord {
     std::string title; ///< trimmed; empty when the record has none
     std::uint32_t scan = 0;
     std::uint32_t charge = 0; ///< 0 unknown
+    /// The copy has it. A record that is left out keeps its names, so that nobody
+    /// else gets them.
+    bool isWritten = true;
 };
 
 struct NewTitles {
     std::vector<std::string> titles; ///< of the records, in order
-    /// Names that the file had and has no more -> the first word of the new title.
-    /// Only those that were one record's own.
+    /// Names that the file had and that are not the same record's any more -> the
+    /// first word of its new title. Empty for a name that meets one record of the copy,
+    /// and nobody can tell whether it was meant.
     std::unordered_map<std::string, std::string> renamed;
     std::vector<bool> isShared; ///< scan and charge are those of another record, too
 };

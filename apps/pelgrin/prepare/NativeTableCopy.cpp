@@ -45,6 +45,9 @@ void CopyNativeTable(const std::string& source, const std::string& target, const
         }
         std::string& spectrum = cells[table.Place(Spectrum)];
         if (const auto name = newName(cells[table.Place(Dataset)], spectrum)) {
+            if (name->empty()) {
+                return "name_of_several";
+            }
             spectrum = *name;
             copy.Change("spectrum_renamed", line);
         }

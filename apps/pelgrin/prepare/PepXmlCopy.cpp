@@ -196,15 +196,20 @@ private:
         }
         ++copy_.held;
         isInQuery_ = true;
+        isNameOfSeveral_ = false;
         queryLine_ = pieces_.Line();
     }
 
     void EndQuery()
     {
         isInQuery_ = false;
-        Put(query_);
+        if (isNameOfSeveral_) {
+            copy_.LeaveOut("name_of_several", queryLine_);
+        } else {
+            Put(query_);
+            ++copy_.written;
+        }
         query_.clear();
-        ++copy_.written;
     }
 
     /// Every file has the root and what stands before the runs.
@@ -300,6 +305,7 @@ private:
     {
         for (const std::string& name : {spectrum, spectrum.substr(0, spectrum.find(' '))}) {
             if (const auto known = newName_(dataset_, name)) {
+                isNameOfSeveral_ = known->empty();
                 spectrum = *known;
                 copy_.Change("spectrum_renamed", pieces_.Line());
                 return;
@@ -320,6 +326,7 @@ private:
     std::string dataset_;
     std::string query_;
     bool isInQuery_ = false;
+    bool isNameOfSeveral_ = false; ///< the query tells a spectrum that is nobody's
     std::uint64_t queryLine_ = 0;
     bool isDeclaration_ = true; ///< the first piece is the declaration of XML
 };

@@ -105,6 +105,11 @@ void Preparation::Add(const std::string& input, std::optional<FileKind> kind)
     inputs_.push_back({plain, NameWithoutPacking(input), state});
 }
 
+void Preparation::NameDataset(const std::string& name, const std::string& input)
+{
+    given_[name] = WithoutLastSeparators(input);
+}
+
 void Preparation::Run()
 {
     for (std::size_t i = 0; i < copies_.size(); ++i) {
@@ -114,14 +119,23 @@ void Preparation::Run()
             beside_.push_back(beside);
         }
     }
-    for (const bool spectra : {true, false}) {
-        for (std::size_t i = 0; i < copies_.size(); ++i) {
-            if (IsSpectra(copies_[i].kind) == spectra) {
-                CopyOne(i);
+    DatasetResolver::Given given;
+    for (std::size_t i = 0; i < copies_.size(); ++i) {
+        if (IsSpectra(copies_[i].kind)) {
+            for (const auto& [name, input] : given_) {
+                if (input == copies_[i].input) {
+                    given.emplace(name, datasets_.size());
+                }
             }
+            datasets_.push_back(inputs_[i].name);
+            titles_.emplace_back();
+            CopyOne(i);
         }
-        if (spectra) {
-            resolver_.emplace(datasets_, DatasetResolver::Given());
+    }
+    resolver_.emplace(datasets_, std::move(given));
+    for (std::size_t i = 0; i < copies_.size(); ++i) {
+        if (!IsSpectra(copies_[i].kind)) {
+            CopyOne(i);
         }
     }
     for (std::size_t i = 0; i < copies_.size(); ++i) {
@@ -145,9 +159,8 @@ void Preparation::CopyOne(std::size_t i)
     const Input& input = inputs_[i];
     switch (copy.kind) {
     case FileKind::Mgf:
-        datasets_.push_back(input.name);
-        titles_.push_back(
-            CopyMgf(input.plain, Claim(i, input.name), WithoutKnownEndings(input.name), copy));
+        titles_.back() =
+            CopyMgf(input.plain, Claim(i, input.name), WithoutKnownEndings(input.name), copy);
         break;
     case FileKind::DtaFolder:
         CopyDtaFolder(input.plain, Claim(i, input.name), scratch_, copy);
@@ -323,7 +336,9 @@ std::vector<std::string> Preparation::PathsOf(const Copy& copy) const
 
 void Preparation::WriteReports() const
 {
-    if (!titles_.empty()) {
+    const bool hasMgf = std::any_of(copies_.begin(), copies_.end(),
+                                    [](const Copy& copy) { return copy.kind == FileKind::Mgf; });
+    if (hasMgf) {
         TextOutput titles((fs::path(out_) / kTitles).string());
         titles.Line("Dataset\tOld Title\tNew Title");
         for (std::size_t file = 0; file < titles_.size(); ++file) {

@@ -27,6 +27,9 @@ public:
     /// given. Throws Failure for one that cannot be read, or is of no kind.
     void Add(const std::string& input, std::optional<FileKind> kind = std::nullopt);
 
+    /// Results call the spectra of this input so, whatever its name is.
+    void NameDataset(const std::string& name, const std::string& input);
+
     /// Makes all copies. Throws Failure for what cannot be read, for an input that has
     /// changed since it was added, for an output that is an input, and for two of one
     /// name. No copy is left of an input that has changed.
@@ -65,7 +68,8 @@ private:
     std::vector<Input> inputs_;
     std::vector<std::string> beside_;            ///< inputs, too: peptides.txt that nobody named
     std::map<std::string, std::string> claimed_; ///< relative path -> input
-    std::vector<std::string> datasets_;          ///< names of the MGF copies
+    std::map<std::string, std::string> given_;   ///< dataset name -> input
+    std::vector<std::string> datasets_;          ///< names of the copies of spectra
     std::vector<TitleChanges> titles_;           ///< of these
     std::optional<DatasetResolver> resolver_;
 };

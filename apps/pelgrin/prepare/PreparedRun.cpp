@@ -77,6 +77,9 @@ void PrepareInputs(Parameters& parameters, const std::string& folder)
     for (const std::string& path : parameters.psms) {
         preparation.Add(path, KindOfResult(parameters.format));
     }
+    for (const auto& [name, path] : parameters.datasets) {
+        preparation.NameDataset(name, path);
+    }
     preparation.Run();
     preparation.WriteReports();
     WarnOfLosses(preparation.Copies());

@@ -11,7 +11,8 @@
 
 namespace pelgrin {
 
-/// The new name of a spectrum whose old one is none any more; nothing for others.
+/// The new name of a spectrum whose old one is not its own any more, empty when nobody
+/// can tell which spectrum is meant; nothing for others.
 using NewName = std::function<std::optional<std::string>(const std::string& dataset,
                                                          const std::string& spectrum)>;
 
