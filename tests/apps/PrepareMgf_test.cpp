@@ -97,6 +97,7 @@ std::string Record(const std::string& head, const std::string& peaks = "100 1\n2
 const std::string kFirst =
     Record("TITLE=run.1.1.2 File:\"run\", NativeID:\"scan=1\"\nPEPMASS=400.5\nCHARGE=2+\n"
            "RTINSECONDS=60\nSCANS=1\n");
+const std::string kNul(1, '\0');
 const std::string kFirstSpectrum = "400.5 2+ 60s #1: 100/1 200/2";
 
 TEST(PrepareMgf, WhatTheLibraryMisreadsIsReadRightInTheCopy)
@@ -131,6 +132,13 @@ TEST(PrepareMgf, WhatTheLibraryMisreadsIsReadRightInTheCopy)
               "500.5 3+ 70s #2: 100/1 100/1 200/2", right},
              {"a broken line repeats no number", Record(good, "100 1\n150 x\n200 2\n"), "run.2.2.3",
               "500.5 3+ 70s #2: 100/1 150/1 200/2", right},
+             {"numbers of any form are numbers",
+              Record(good, "100 1\n+150 1e-400\n0x10 infinity\n200 2\n"), "run.2.2.3",
+              "500.5 3+ 70s #2: 100/1 150/0 16/inf 200/2",
+              "500.5 3+ 70s #2: 100/1 150/0 16/inf 200/2"},
+             {"a scan number with a sign is one",
+              Record(title + "PEPMASS=500.5\nCHARGE=+3\nRTINSECONDS=70\nSCANS=+7\n"), "run.2.2.3",
+              "500.5 3+ 70s #7: 100/1 200/2", "500.5 3+ 70s #7: 100/1 200/2"},
              {"peaks behind a blank are peaks", Record(good, "  100 1\n200 2\n"), "run.2.2.3",
               "500.5 3+ 70s #2: 200/2", right},
              {"keys in lower case are keys",
@@ -233,17 +241,21 @@ TEST(PrepareMgf, RecordsThatCannotBeMendedAreLeftOutAndCounted)
     const std::string longLine(90'000, '1');
     const MgfPlace place(kFirst + Record("TITLE=a\n", "") + Record("TITLE=b\n", "100,5 1\n")
                          + Record("TITLE=c\n", "100 1\n" + longLine + "\n")
-                         + Record("TITLE=d\nPEPMASS=500,25\n") + "BEGIN IONS\n");
+                         + Record("TITLE=d\nPEPMASS=500,25\n") + "BEGIN IONS\n"
+                         + Record("TITLE=e\nPEPMASS=500" + kNul + "25\n")
+                         + Record("TITLE=f\n", "100 1\n200 2" + kNul + "\n"));
     const Copy& copy = place.Counts();
-    EXPECT_EQ(copy.held, 6U);
+    EXPECT_EQ(copy.held, 8U);
     EXPECT_EQ(copy.written, 1U);
     EXPECT_EQ(place.CopyText(), kFirst);
     std::map<std::string, std::pair<std::uint64_t, std::uint64_t>> left;
     for (const auto& [key, tally] : copy.leftOut) {
         left[key] = {tally.count, tally.firstLine};
     }
-    const decltype(left) expected = {
-        {"without_peaks", {2, 10}}, {"decimal_comma", {2, 13}}, {"long_line", {1, 17}}};
+    const decltype(left) expected = {{"without_peaks", {2, 10}},
+                                     {"decimal_comma", {2, 13}},
+                                     {"long_line", {1, 17}},
+                                     {"nul_byte", {2, 29}}};
     EXPECT_EQ(left, expected);
 }
 

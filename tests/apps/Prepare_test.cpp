@@ -209,6 +209,22 @@ TEST(Prepare, RowsOfTablesAreMendedOrCounted)
     EXPECT_EQ(sequest.LeftOut("cell_no_number"), 1U);
     EXPECT_THAT(sequest.Text("psms.txt"), HasSubstr("\tC5(Amidated)\t"));
 
+    const auto changed = [](std::string row, const std::string& from, const std::string& to) {
+        return row.replace(row.find(from), from.size(), to);
+    };
+    const std::string nul(1, '\0');
+    const Place nuls(
+        Files{{"run.tsv", kMsgfHeader + nul + MsgfRow() + changed(MsgfRow(), "P1", "P1" + nul)
+                              + changed(MsgfRow(), "GASK", "GA" + nul) + MsgfRow()}});
+    EXPECT_EQ(nuls.LeftOut("nul_byte"), 3U);
+    EXPECT_EQ(nuls.Text("run.tsv"), kMsgfHeader + MsgfRow());
+
+    const Place tabs(
+        Files{{"psms.txt", kSequestHeader + changed(SequestRow(), "P1", "\"P1;\tP2\"")
+                               + changed(SequestRow(), "P1", "\"P1\"") + SequestRow("+1")}});
+    EXPECT_EQ(tabs.LeftOut("quoted_tab"), 1U);
+    EXPECT_EQ(tabs.Text("psms.txt"), kSequestHeader + SequestRow() + SequestRow("+1"));
+
     std::string pFind = PFind3Row();
     pFind.replace(pFind.find("P1/P2/"), 6, "P1/P2");
     const Place spectra(Files{{"a.spectra", kPFind3Header + pFind}});
@@ -369,6 +385,22 @@ TEST(Prepare, ANameNeverMeetsAnotherSpectrumOfTheCopy)
     }
 }
 
+TEST(Prepare, CellsAreTheNumbersThatTheLibraryTakesThemFor)
+{
+    const auto with = [](const std::string& score) {
+        std::string table = NativeTable({"run.1.1.2"});
+        return table.replace(table.find("\t0\t1\ttrue"), 4, "\t0\t" + score);
+    };
+    for (const char* const score :
+         {"1e-400", "Infinity", "-inf", "NAN", "+2", "0x10", "1e", "1,5", "", "1 2", "1e400"}) {
+        SCOPED_TRACE(score);
+        const Place place(Files{{"psms.txt", with(score)}});
+        const auto before = MatchesOf(PepIdentType::CalvexTxt, place.Source("psms.txt"));
+        EXPECT_EQ(MatchesOf(PepIdentType::CalvexTxt, place.Path("psms.txt")), before);
+        EXPECT_EQ(place.LeftOut("cell_no_number"), before.empty() ? 1U : 0U);
+    }
+}
+
 TEST(Prepare, ProteinsHaveCapitalLettersAndAccessionsThatEnd)
 {
     const Place place(Files{{"a.fasta", "\xEF\xBB\xBF>P1\tOne protein\r\n\r\nGAsk\r\n> P2 x\nMK"}});
@@ -391,14 +423,18 @@ TEST(Prepare, DtaFilesAreReadToTheirEnds)
     folder.Write("run/c.dta", "500.5 2\n\n");
     folder.Write("run/d.dta", "500.5 2\n300 1\n\n600.5 2\n100 1\n");
     folder.Write("run/e.dta", "500.5 2\n100,5 1\n");
+    folder.Write("run/f.dta", "500.5 2\n100 1" + std::string(1, '\0') + "\n200 2\n");
+    folder.Write("run/g.dta", "500.5 +2\n100 1e-400\n200 inf\n");
     Preparation preparation(folder.PathOf("out"));
     preparation.Add(folder.PathOf("run"));
     preparation.Run();
     EXPECT_EQ(ReadFile(folder.PathOf("out/run/a.1.1.2.dta")), "500.5 2\n100 1\n200 2\n");
     EXPECT_FALSE(std::filesystem::exists(folder.PathOf("out/run/d.dta")));
     const Copy& copy = preparation.Copies().front();
-    EXPECT_EQ(copy.held, 5U);
-    EXPECT_EQ(copy.written, 1U);
+    EXPECT_EQ(ReadFile(folder.PathOf("out/run/g.dta")), "500.5 +2\n100 1e-400\n");
+    EXPECT_EQ(copy.held, 7U);
+    EXPECT_EQ(copy.written, 2U);
+    EXPECT_EQ(copy.leftOut.at("nul_byte").firstFile, "f.dta");
     EXPECT_EQ(copy.leftOut.at("without_precursor").firstFile, "b.dta");
     EXPECT_EQ(copy.leftOut.at("without_peaks").firstFile, "c.dta");
     EXPECT_EQ(copy.leftOut.at("several_spectra").firstFile, "d.dta");

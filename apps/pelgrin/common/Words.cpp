@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 
 namespace pelgrin {
 
@@ -59,6 +60,10 @@ bool TakeNumber(std::string_view& text, double& value)
     }
     const auto [stop, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
     text.remove_prefix(static_cast<std::size_t>(stop - text.data()));
+    if (error == std::errc::result_out_of_range) {
+        value = std::strtod(std::string(digits.data(), stop).c_str(), nullptr); // "1e-400" is 0
+        return std::isfinite(value);
+    }
     return error == std::errc() && (text.empty() || (text.front() | 0x20) != 'e');
 }
 

@@ -89,6 +89,11 @@ void FileLines::Append(Line& line, const char* bytes, std::size_t size, Part par
     }
 }
 
+bool HasNul(const FileLines::Line& line)
+{
+    return line.begin.size() < std::min(line.length, kLongestLine);
+}
+
 std::string ResolvedPath(const std::string& path)
 {
     const auto exists = [](const std::string& text) {

@@ -56,6 +56,9 @@ private:
     char last_ = '\0';         ///< last byte of the line so far
 };
 
+/// The text of a line that is not too long ends before the line does, at a NUL.
+bool HasNul(const FileLines::Line& line);
+
 /// The path that the library opens for a text with backslashes, "a\\b.mgf": as
 /// it stands when there is such an entry, else with every backslash as "/", or
 /// with only the last one when that exists.

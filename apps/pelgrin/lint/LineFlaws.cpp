@@ -35,7 +35,7 @@ bool LintLength(const FileLines::Line& line, std::uint64_t longest, Findings& fi
 
 bool LintLine(const FileLines::Line& line, Findings& findings)
 {
-    if (line.begin.size() < std::min<std::uint64_t>(line.length, kLongestLine)) {
+    if (HasNul(line)) {
         findings.Add(Rule::NulByte, line.number,
                      fmt::format("a NUL byte in column {}; expected text", line.begin.size() + 1));
     }

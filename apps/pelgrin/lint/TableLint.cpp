@@ -2,12 +2,11 @@
 
 #include <algorithm>
 
-#include <OpenMS/CONCEPT/Exception.h>
-#include <OpenMS/DATASTRUCTURES/String.h>
 #include <fmt/format.h>
 
 #include "common/Words.h"
 #include "lint/LineFlaws.h"
+#include "prepare/TableCopy.h"
 
 namespace pelgrin {
 
@@ -23,24 +22,8 @@ std::string Normal(std::string_view name)
     return Lower(WithoutBlanks(text));
 }
 
-/// As the reader of such a table converts it.
-bool IsStrictNumber(std::string_view cell, Column::Cell kind)
-{
-    try {
-        const OpenMS::String text{std::string(cell)};
-        if (kind == Column::Cell::Whole) {
-            text.toInt();
-        } else {
-            text.toDouble();
-        }
-        return true;
-    } catch (const OpenMS::Exception::BaseException&) {
-        return false;
-    }
-}
-
 /// All of the cell is a number, where the library would stop at what is none.
-bool IsWholeNumber(std::string_view cell, Column::Cell kind)
+bool IsReadWhole(std::string_view cell, Column::Cell kind)
 {
     const std::string_view text = WithoutBlanks(cell);
     if (kind == Column::Cell::Decimal) {
@@ -178,13 +161,8 @@ void TableLint::LintCells()
 
 void TableLint::LintQuotedTabs()
 {
-    bool isInside = false;
-    for (const char c : line_.begin) {
-        isInside ^= c == '"';
-        if (isInside && c == '\t') {
-            Add(Rule::SequestTab, "a tab between double quotes; expected a blank");
-            return;
-        }
+    if (HasQuotedTab(line_.begin)) {
+        Add(Rule::SequestTab, "a tab between double quotes; expected a blank");
     }
 }
 
@@ -202,12 +180,14 @@ void TableLint::LintNumber(std::size_t column)
 {
     const std::string_view cell = Cell(column);
     const Column& wanted = form_.columns[column];
-    const bool isRead = form_.hasStrictNumbers ? IsStrictNumber(cell, wanted.cell)
-                                               : IsWholeNumber(cell, wanted.cell);
+    const bool isWhole = wanted.cell == Column::Cell::Whole;
+    const bool isRead = !form_.hasStrictNumbers ? IsReadWhole(cell, wanted.cell)
+                        : isWhole               ? IsWholeNumber(cell)
+                                                : IsNumber(cell);
     if (!isRead) {
         Add(form_.hasStrictNumbers ? Rule::NumberEndsReading : Rule::NumberInPart,
             fmt::format("{}: {}; expected a {}number", names_[column], Shown(cell),
-                        wanted.cell == Column::Cell::Whole ? "whole " : ""));
+                        isWhole ? "whole " : ""));
     }
 }
 

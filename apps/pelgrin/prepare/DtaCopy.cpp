@@ -23,7 +23,7 @@ bool IsPrecursor(std::string_view line)
 {
     const std::string_view text = Trimmed(line);
     const std::size_t blank = text.find_first_of(" \t");
-    if (blank == std::string_view::npos || PeakLineOf(text) != PeakLine::Peak) {
+    if (blank == std::string_view::npos || PeakLineOf(text, Numbers::OfStream) != PeakLine::Peak) {
         return false;
     }
     return LeadingNumber(Trimmed(text.substr(blank))).value_or(0) > 0;
@@ -41,7 +41,7 @@ public:
     /// The reason to leave the file out, or nullptr.
     const char* Take()
     {
-        if (!lines_.Next(line_) || !IsPrecursor(line_.begin)) {
+        if (!lines_.Next(line_) || HasNul(line_) || !IsPrecursor(line_.begin)) {
             return "without_precursor";
         }
         output_.Line(Trimmed(line_.begin));
@@ -50,6 +50,9 @@ public:
             const std::string_view text = Trimmed(line_.begin);
             if (line_.length > kLongestLine) {
                 return "long_line";
+            }
+            if (HasNul(line_)) {
+                return "nul_byte";
             }
             if (text.empty()) {
                 copy_.Change("blank_line", line_.number);
@@ -73,7 +76,7 @@ public:
 private:
     const char* TakeLine(std::string_view text, bool isBehindBlank)
     {
-        const PeakLine kind = PeakLineOf(text);
+        const PeakLine kind = PeakLineOf(text, Numbers::OfStream);
         if (kind == PeakLine::Comma) {
             return "decimal_comma";
         }

@@ -145,6 +145,7 @@ private:
         case MgfPart::Peak: records.back().hasPeaks = true; break;
         case MgfPart::Comma: LeaveOut("decimal_comma"); break;
         case MgfPart::LongLine: LeaveOut("long_line"); break;
+        case MgfPart::Nul: LeaveOut("nul_byte"); break;
         case MgfPart::FileHeader:
             if (walk_.Key() == "CHARGE" && !walk_.Value().empty()) {
                 fileCharge = walk_.Value();

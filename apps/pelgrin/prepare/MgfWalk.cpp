@@ -79,6 +79,9 @@ MgfPart MgfWalk::PartInRecord()
     if (line_.length > kLongestLine) {
         return MgfPart::LongLine;
     }
+    if (HasNul(line_)) {
+        return MgfPart::Nul;
+    }
     if (IsMarker(text_, "END")) {
         isInRecord_ = false;
         return MgfPart::End;
@@ -92,8 +95,8 @@ MgfPart MgfWalk::PartInRecord()
     if (std::string_view("#;!/").find(text_.front()) != std::string_view::npos) {
         return MgfPart::Comment;
     }
-    if (hasPeaks_) {
-        return MgfPart::NoPeak;
+    if (hasPeaks_) { // the reader takes "+2 1" and "nan 1" for peaks, but for the first one
+        return PeakLineOf(text_) == PeakLine::Peak ? MgfPart::Peak : MgfPart::NoPeak;
     }
     return TakeHeader() ? MgfPart::Header : MgfPart::NoHeader;
 }
@@ -104,7 +107,7 @@ MgfPart MgfWalk::PartOfNumbers()
     if (kind == PeakLine::Comma) {
         return MgfPart::Comma;
     }
-    if (kind == PeakLine::NoPeak || line_.begin.size() != line_.length) {
+    if (kind == PeakLine::NoPeak) {
         return MgfPart::NoPeak;
     }
     hasPeaks_ = true;

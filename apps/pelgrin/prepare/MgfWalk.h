@@ -24,6 +24,7 @@ enum class MgfPart {
     NoPeak,   ///< behind the first peak, or one number alone
     Comma,    ///< a line of numbers with a comma
     LongLine, ///< of more than kLongestLine characters
+    Nul,      ///< a line with a NUL byte
 };
 
 class MgfWalk {

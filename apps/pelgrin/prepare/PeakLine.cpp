@@ -1,6 +1,9 @@
 #include "prepare/PeakLine.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <string>
 
 #include "common/Words.h"
 
@@ -15,8 +18,8 @@ bool IsDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-/// A finite decimal number as a whole: digits, perhaps a point, perhaps an exponent.
-bool IsDecimal(std::string_view text)
+/// All of text is a number.
+bool IsTaken(std::string_view text, Numbers numbers)
 {
     std::size_t i = text.size() > 1 && (text[0] == '+' || text[0] == '-') ? 1 : 0;
     std::size_t digits = 0;
@@ -25,7 +28,15 @@ bool IsDecimal(std::string_view text)
         hasPoint = hasPoint || text[i] == '.';
         digits += IsDigit(text[i]) ? 1 : 0;
     }
-    return digits > 0 && (i == text.size() || ParseNumber(text).has_value());
+    if (i == text.size()) {
+        return digits > 0; // nearly every one
+    }
+    const std::string whole(text);
+    char* end = nullptr;
+    const double value = std::strtod(whole.c_str(), &end);
+    const bool isDecimal =
+        std::isfinite(value) && whole.find_first_not_of("0123456789.+-eE") == std::string::npos;
+    return end == whole.c_str() + whole.size() && (isDecimal || numbers == Numbers::OfScan);
 }
 
 bool HasComma(std::string_view text)
@@ -46,14 +57,14 @@ std::string_view TakeWord(std::string_view& text)
 
 } // namespace
 
-PeakLine PeakLineOf(std::string_view text)
+PeakLine PeakLineOf(std::string_view text, Numbers numbers)
 {
     const std::string_view mz = TakeWord(text);
     const std::string_view intensity = TakeWord(text);
     if (HasComma(mz) || HasComma(intensity)) {
         return PeakLine::Comma;
     }
-    return IsDecimal(mz) && IsDecimal(intensity) ? PeakLine::Peak : PeakLine::NoPeak;
+    return IsTaken(mz, numbers) && IsTaken(intensity, numbers) ? PeakLine::Peak : PeakLine::NoPeak;
 }
 
 std::string_view WithoutReturns(std::string_view text)

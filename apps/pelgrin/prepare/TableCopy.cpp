@@ -1,8 +1,9 @@
 #include "prepare/TableCopy.h"
 
 #include <algorithm>
-#include <charconv>
 
+#include <OpenMS/CONCEPT/Exception.h>
+#include <OpenMS/DATASTRUCTURES/String.h>
 #include <fmt/format.h>
 
 #include "common/Failure.h"
@@ -68,18 +69,36 @@ std::string WithoutQuotes(const std::string& cell)
     return plain;
 }
 
+bool HasQuotedTab(std::string_view line)
+{
+    bool isInside = false;
+    for (const char c : line) {
+        isInside ^= c == '"';
+        if (isInside && c == '\t') {
+            return true;
+        }
+    }
+    return false;
+}
+
 bool IsWholeNumber(std::string_view cell)
 {
-    const std::string_view text = WithoutBlanks(cell);
-    std::int32_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size();
+    try {
+        OpenMS::String(std::string(cell)).toInt();
+        return true;
+    } catch (const OpenMS::Exception::BaseException&) {
+        return false;
+    }
 }
 
 bool IsNumber(std::string_view cell)
 {
-    const std::string text = Lower(WithoutBlanks(cell));
-    return ParseNumber(text).has_value() || text == "nan" || text == "inf" || text == "-inf";
+    try {
+        OpenMS::String(std::string(cell)).toDouble();
+        return true;
+    } catch (const OpenMS::Exception::BaseException&) {
+        return false;
+    }
 }
 
 TableCopy::TableCopy(const std::string& source, const std::string& target,
@@ -139,8 +158,9 @@ void TableCopy::RenameColumns(const std::vector<WantedColumn>& wanted)
 void TableCopy::CopyRows(const OnRow& onRow)
 {
     while (lines_.Next(line_)) {
+        hasNul_ = HasNul(line_);
         line_.begin.resize(WithoutReturns(line_.begin).size());
-        if (line_.length <= kLongestLine && IsBlank(line_.begin)) {
+        if (!hasNul_ && line_.length <= kLongestLine && IsBlank(line_.begin)) {
             copy_.Change("blank_row", line_.number);
         } else {
             TakeRow(onRow);
@@ -156,7 +176,15 @@ void TableCopy::TakeRow(const OnRow& onRow)
         copy_.LeaveOut("long_line", line_.number);
         return;
     }
+    if (hasNul_) {
+        copy_.LeaveOut("nul_byte", line_.number);
+        return;
+    }
     Cells cells = SplitCells(line_.begin);
+    if (cells.size() > header_.size() && HasQuotedTab(line_.begin)) {
+        copy_.LeaveOut("quoted_tab", line_.number);
+        return;
+    }
     if (cells.size() < needed_) {
         copy_.LeaveOut("short_row", line_.number);
         return;

@@ -62,6 +62,7 @@ private:
     Cells header_;
     std::vector<std::size_t> places_; ///< of the wanted columns
     std::size_t needed_ = 0;          ///< cells that a row must have
+    bool hasNul_ = false;             ///< the line, which is cut there
     TextOutput output_;
 };
 
@@ -74,6 +75,9 @@ std::string JoinCells(const TableCopy::Cells& cells);
 /// Without the double quotes around it, and with one for two within; the same for
 /// quotes that then stand around it.
 std::string WithoutQuotes(const std::string& cell);
+
+/// A quote opens before a tab and does not close.
+bool HasQuotedTab(std::string_view line);
 
 /// As the readers of the library that refuse a cell read it.
 bool IsWholeNumber(std::string_view cell);

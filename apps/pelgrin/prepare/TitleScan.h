@@ -15,7 +15,7 @@ std::optional<std::uint32_t> ScanOfTitle(std::string_view title);
 /// A number that counts the spectra otherwise: behind "Cmpd" or "index=".
 std::optional<std::uint32_t> CountOfTitle(std::string_view title);
 
-/// The number at the start of text, blanks in front allowed; nothing for one that
+/// The number at the start of text, blanks and a "+" in front allowed; nothing for one that
 /// does not fit.
 std::optional<std::uint32_t> LeadingNumber(std::string_view text);
 
