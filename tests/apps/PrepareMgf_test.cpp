@@ -274,6 +274,19 @@ TEST(PrepareMgf, ARecordThatIsLeftOutHandsItsNamesToNobody)
     EXPECT_EQ(MgfPlace(place.CopyText()).CopyText(), place.CopyText());
 }
 
+TEST(PrepareMgf, OddNamesAndKeysMakeNoLine)
+{
+    const MgfPlace place(Record("TITLE=x\n\r=5\n =6\n"));
+    EXPECT_EQ(place.Changed("line_no_header"), 2U);
+    EXPECT_EQ(place.CopyText(), Record("TITLE=x File:\"run\", NativeID:\"scan=1\"\n"));
+    const TempFolder folder;
+    Preparation preparation(folder.PathOf("out"));
+    preparation.Add(folder.Write("a\nb\tc.mgf", Record("CHARGE=2+\n")));
+    preparation.Run();
+    EXPECT_EQ(ReadFile(folder.PathOf("out/a\nb\tc.mgf")),
+              Record("TITLE=a_b_c.1.1.2 File:\"a_b_c\", NativeID:\"scan=1\"\nCHARGE=2+\n"));
+}
+
 TEST(PrepareMgf, BytesOfPeaksStay)
 {
     const MgfPlace place(Record("TITLE=x\n", "100.10000000000001\t1e3 \t 1+ \n"

@@ -69,6 +69,12 @@ void ReplaceAll(std::string& text, std::string_view from, std::string_view to)
     }
 }
 
+/// Blanks, quotes and control characters, of which a file name may hold any.
+bool IsOddInTitle(char c)
+{
+    return c == '"' || c == '\x7F' || static_cast<unsigned char>(c) <= ' ';
+}
+
 /// Steps away from the old title; each is taken when the one before shares a name.
 enum Step : std::uint32_t {
     Stays,     ///< as it is
@@ -85,8 +91,7 @@ public:
     TitleMaker(const std::vector<TitledRecord>& records, const std::string& stem)
         : records_(records), stem_(stem)
     {
-        std::replace(stem_.begin(), stem_.end(), ' ', '_');
-        std::replace(stem_.begin(), stem_.end(), '"', '_');
+        std::replace_if(stem_.begin(), stem_.end(), IsOddInTitle, '_');
         ReplaceAll(stem_, "scan=", "scan_");
         std::vector<std::string> old;
         for (const TitledRecord& record : records) {

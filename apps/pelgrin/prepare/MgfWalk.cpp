@@ -122,7 +122,7 @@ bool MgfWalk::TakeHeader()
     }
     key_ = Upper(Trimmed(text_.substr(0, equals)));
     value_ = Trimmed(text_.substr(equals + 1));
-    return true;
+    return !key_.empty();
 }
 
 } // namespace pelgrin
