@@ -257,6 +257,17 @@ TEST(LossClasses, StandInTheManual)
 
 // ---- What a file holds --------------------------------------------------------
 
+TEST(HeldIn, CountsALineOfReturnsAsItsReaderDoes)
+{
+    const TempFolder folder;
+    const std::string path =
+        folder.Write("psms.txt", kSequestHeader + "\r\n\"\"\r\n\r\r\n\"\r\"\r\n" + SequestRow());
+    const ResultAudit audit = AuditResult(PepIdentType::SequestTxt, {path, ""});
+    EXPECT_EQ(audit.records, 3U);
+    EXPECT_EQ(audit.Of(Unread::BlankRow).units, 2U);
+    EXPECT_EQ(HeldIn(PepIdentType::SequestTxt, path), 3U);
+}
+
 TEST(HeldIn, IsTheSumOfRecordsAndReasons)
 {
     for (const ResultKind& kind : ResultKinds()) {

@@ -63,6 +63,9 @@ public:
         }
     }
 
+    /// The last spectrum has nobody's peaks, and none of its own.
+    void Finish() { EndSpectrum(); }
+
 private:
     void TakeBegin(const FileLines::Line& line)
     {
@@ -76,16 +79,24 @@ private:
                 audit_.firstWithoutTitle = begin_;
             }
             isForeign_ = true;
-        } else if (!title_.empty() && !hasPeaks_) {
-            if (audit_.firstWithoutPeaks == 0) {
-                audit_.firstWithoutPeaks = begin_;
-            }
-            audit_.titlesWithoutPeaks.push_back(title_);
+        } else {
+            EndSpectrum();
         }
         begin_ = line.number;
         title_.clear();
         waitsForTitle_ = true;
         hasPeaks_ = false;
+    }
+
+    void EndSpectrum()
+    {
+        if (title_.empty() || hasPeaks_) {
+            return;
+        }
+        if (audit_.firstWithoutPeaks == 0) {
+            audit_.firstWithoutPeaks = begin_;
+        }
+        audit_.titlesWithoutPeaks.push_back(title_);
     }
 
     void TakeTitle(const FileLines::Line& line)
@@ -125,6 +136,7 @@ MgfAudit AuditMgf(const std::string& path, MgfIndex* index)
             index->Take(line);
         }
     }
+    walk.Finish();
     if (index != nullptr) {
         index->Finish();
     }

@@ -115,7 +115,7 @@ std::uint64_t HeldIn(PepIdentType::EPepIdentType format, const std::string& path
         }
         return held;
     }
-    // Quotes and carriage returns alone make no row of Proteome Discoverer.
+    // Quotes and one carriage return at the end make no row of Proteome Discoverer.
     const bool isQuoted = format == PepIdentType::SequestTxt;
     FileLines lines(path, isQuoted ? FileLines::Mode::Binary : FileLines::Mode::Text);
     FileLines::Line line;
@@ -123,9 +123,11 @@ std::uint64_t HeldIn(PepIdentType::EPepIdentType format, const std::string& path
         if (format == PepIdentType::Pfind28Txt) {
             held += line.begin.rfind("[Spectrum", 0) == 0 ? 1 : 0;
         } else if (line.number > 1) {
-            const std::string_view text = line.begin;
-            held +=
-                text.find_first_not_of(isQuoted ? "\"\r" : "") != std::string_view::npos ? 1 : 0;
+            std::string_view text = line.begin;
+            if (isQuoted && !text.empty() && text.back() == '\r') {
+                text.remove_suffix(1);
+            }
+            held += text.find_first_not_of(isQuoted ? "\"" : "") != std::string_view::npos ? 1 : 0;
         }
     }
     return held;
