@@ -69,5 +69,46 @@ TEST(CheckPFind3File, RefusesWhatTheLibraryRefuses)
     EXPECT_LT(refused, kRounds - kRounds / 20);
 }
 
+TEST(WarningOfMasses, NamesTheFirstThatIsReadInPartAndCountsTheOthers)
+{
+    using Vorlan::SearchEngineType;
+    struct Case {
+        const char* reason;
+        SearchEngineType::ESearchEngineType engine;
+        std::string text;
+        std::string warning; ///< behind the path; empty: none
+    };
+    const std::string header =
+        "id\tfull_id\tunimod_accession\tfull_name\tterm_spec\torigin\tclassification\t"
+        "diff_mono_mass\tdiff_average_mass\tneutral_loss_mono_mass\tneutral_loss_average_mass\n";
+    const auto row = [](const std::string& mono, const std::string& loss) {
+        return "O\tO (M)\t\tO\tAnywhere\tM\t-\t" + mono + "\t15.9994\t" + loss + "\t0\n";
+    };
+    const std::string comma = ": \"15,994915\" is read as 15; expected a mass with a decimal point";
+    const std::string fragger = "variable_mod_01 = 15.9949 M 3 # 1,2\nadd_C_cysteine = +57.02\n";
+    for (const Case& one : std::vector<Case>{
+             {"a table", SearchEngineType::CalvexTxt,
+              header + row("15.994915", "") + row("1e1", "0"), ""},
+             {"a table with commas", SearchEngineType::CalvexTxt,
+              header + row("15.994915", "0") + "\n" + row("15,994915", "x"),
+              ":4: diff_mono_mass" + comma + " (2 such masses in the file)"},
+             {"a pFind list", SearchEngineType::Pfind3Spectra,
+              "name1=O[M] 0\nO[M]=M NORMAL 15.994915 15.9 0 O(1)\n", ""},
+             {"a pFind list with commas", SearchEngineType::Pfind3Spectra,
+              "@NUMBER_MODIFICATION=1\nname1=O[M] 0\nO[M]=M NORMAL 15,994915 15.9 0 O(1)\n",
+              ":3: O[M]" + comma},
+             {"parameters of MSFragger", SearchEngineType::MsFraggerPepXml, fragger, ""},
+             {"parameters of MSFragger with commas", SearchEngineType::MsFraggerPepXml,
+              fragger + "variable_mod_02 = 15,994915 M 3\nadd_C_cysteine = 15,994915 # C\n",
+              ":3: variable_mod_02" + comma + " (2 such masses in the file)"},
+         }) {
+        SCOPED_TRACE(one.reason);
+        const TempFolder folder;
+        const std::string path = folder.Write("file", one.text);
+        EXPECT_EQ(WarningOfMasses(path, one.engine).value_or(""),
+                  one.warning.empty() ? "" : path + one.warning);
+    }
+}
+
 } // namespace
 } // namespace pelgrin

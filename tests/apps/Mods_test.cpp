@@ -229,6 +229,15 @@ TEST_F(PelgrinMods, FindAsksTheDatabaseThatIsNamed)
                                 "--engine", "pFind 3 (.spectra)", "--residue", "T"});
     EXPECT_EQ(LineWith(pfind.out, "STY"), "Phospho[STY] 79.966331 -0.031") << pfind.err;
 
+    EXPECT_THAT(pfind.err, Not(HasSubstr("warning")));
+
+    folder_.Write("comma.params", "variable_mod_01 = 79,966331 STY 3\n");
+    const Outcome comma = Mods({"find", "--mass", "79.0", "--engine-file", "comma.params",
+                                "--engine", "msfragger", "--residue", "T"});
+    EXPECT_EQ(comma.status, 0);
+    EXPECT_THAT(comma.err, HasSubstr("warning: comma.params:1: variable_mod_01: \"79,966331\" is "
+                                     "read as 79; expected a mass with a decimal point\n"));
+
     const Outcome params = Mods({"find", "--mass", "79.9663", "--params", "run.ini"});
     EXPECT_EQ(params.status, 0);
     EXPECT_THAT(params.err, HasSubstr("the database is unimod.txt"));

@@ -1,5 +1,6 @@
 // "pelgrin params check" as a child process: every error with file, line, key
 // and what is allowed.
+#include <algorithm>
 #include <filesystem>
 
 #include "ParameterFiles.h"
@@ -256,6 +257,10 @@ TEST(ParamsCheck, WarnsOfWhatTheLibraryPassesOverInSilence)
           Case{"text behind a number", base.With("Search", "fragment_tol", "20 ppm"),
                "fragment_tol =",
                "fragment_tol = \"20 ppm\" is read as 20; expected a number above 0"},
+          Case{"half a count", base.With("Search", "var_mod_number", "1.9"), "var_mod_number",
+               "var_mod_number = \"1.9\" is read as 1; expected "},
+          Case{"a count with an exponent", base.With("Search", "var_mod_number", "1e3"),
+               "var_mod_number", "var_mod_number = \"1e3\" is read as 1; expected "},
           Case{"word as switch", base.With("Search", "open_search", "yes"), "open_search",
                "open_search = \"yes\" is read as off; expected 0 (off) or 1 (on)"}}) {
         SCOPED_TRACE(c.reason);
@@ -288,6 +293,21 @@ TEST(ParamsCheck, B44_AMalformedTableIsToldWithItsLineBeforeTheLibraryEndsThePro
                   front + "7: term_spec \"any N-term\": expected \"Anywhere\", ");
     ExpectRefusal(workplace.Check(Ini().With("Search", "modification_database", "none.txt")), 1,
                   "run.ini:9: modification_database: none.txt: cannot be opened: No such file");
+}
+
+TEST(ParamsCheck, MassesThatAreReadInPartAreTold)
+{
+    const ParameterWorkplace workplace;
+    std::string table = ModificationTable();
+    const std::size_t point = table.find("15.994915");
+    const std::size_t line = 1 + std::count(table.begin(), table.begin() + point, '\n');
+    table.replace(point, 9, "15,994915");
+    workplace.Write("mods.txt", table);
+    const std::string warning = "pelgrin: warning: mods.txt:" + std::to_string(line)
+                                + ": diff_mono_mass: \"15,994915\" is read as 15; expected a mass "
+                                  "with a decimal point\n";
+    EXPECT_THAT(workplace.Check(Ini()).err, HasSubstr(warning));
+    EXPECT_EQ(workplace.Run(Ini()).err, warning);
 }
 
 TEST(ParamsCheck, B46_ErrorsOfAPFind3ListHaveTheRealLine)

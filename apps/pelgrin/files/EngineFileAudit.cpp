@@ -1,8 +1,10 @@
 #include "files/EngineFileAudit.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <map>
-#include <optional>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include <OpenMS/CONCEPT/Exception.h>
@@ -11,11 +13,14 @@
 #include "CStringProcess.h"
 #include "ModificationDB.h"
 #include "common/Failure.h"
+#include "common/Words.h"
 #include "files/FileLines.h"
+#include "files/TableRows.h"
 
 namespace pelgrin {
 
 using Vorlan::CStringProcess;
+using Vorlan::SearchEngineType;
 
 namespace {
 
@@ -53,6 +58,84 @@ std::optional<std::string> FaultOfDefinition(const std::string& definition)
                            items[1]);
     }
     return std::nullopt;
+}
+
+/// Takes masses, and remembers the first one that is no number as a whole.
+class Masses {
+public:
+    explicit Masses(std::string path) : path_(std::move(path)) {}
+
+    void Take(std::uint64_t line, const std::string& cell, std::string_view mass)
+    {
+        if (mass.empty() || ParseNumber(WithoutBlanks(mass, " \t\r")) || ++count_ > 1) {
+            return;
+        }
+        const std::string text(mass);
+        first_ =
+            fmt::format("{}:{}: {}: \"{}\" is read as {}; expected a mass with a decimal point",
+                        path_, line, cell, text, std::strtod(text.c_str(), nullptr));
+    }
+
+    std::optional<std::string> Warning() const
+    {
+        if (count_ == 0) {
+            return std::nullopt;
+        }
+        return count_ == 1 ? first_
+                           : fmt::format("{} ({} such masses in the file)", first_, count_);
+    }
+
+private:
+    std::string path_;
+    std::string first_;
+    std::uint64_t count_ = 0;
+};
+
+void TakeTable(const std::string& path, Masses& masses)
+{
+    TableRows rows(path);
+    ResultAudit unused;
+    std::vector<std::pair<std::string, std::size_t>> columns;
+    for (const char* const name : {"diff_mono_mass", "diff_average_mass", "neutral_loss_mono_mass",
+                                   "neutral_loss_average_mass"}) {
+        columns.emplace_back(name, rows.Column(name));
+    }
+    while (rows.Next(unused)) {
+        for (const auto& [name, column] : columns) {
+            masses.Take(rows.Number(), name, rows.Cell(column));
+        }
+    }
+}
+
+void TakePFind3(const std::string& path, Masses& masses)
+{
+    FileLines lines(path, FileLines::Mode::Text);
+    FileLines::Line line;
+    while (lines.Next(line)) {
+        if (BeginsWith(line.begin, "name") && lines.Next(line)) {
+            const std::vector<std::string> parts = CStringProcess::split(line.begin, "=");
+            masses.Take(line.number, parts.at(0), CStringProcess::split(parts.at(1), " ").at(2));
+        }
+    }
+}
+
+/// "variable_mod_01 = 15.9949 M 3", "add_C_cysteine = 57.021464".
+void TakeMSFragger(const std::string& path, Masses& masses)
+{
+    FileLines lines(path, FileLines::Mode::Text);
+    FileLines::Line line;
+    while (lines.Next(line)) {
+        const std::string_view text = std::string_view(line.begin).substr(0, line.begin.find('#'));
+        const std::size_t equals = text.find('=');
+        if (equals == std::string_view::npos) {
+            continue;
+        }
+        const std::string key(WithoutBlanks(text.substr(0, equals), " \t\r"));
+        const std::string_view value = WithoutBlanks(text.substr(equals + 1), " \t\r");
+        if (BeginsWith(key, "variable_mod_") || BeginsWith(key, "add_")) {
+            masses.Take(line.number, key, value.substr(0, value.find(' ')));
+        }
+    }
 }
 
 } // namespace
@@ -100,6 +183,19 @@ void CheckTermSpecificities(const std::string& path)
                                       path, line.number, text));
         }
     }
+}
+
+std::optional<std::string> WarningOfMasses(const std::string& path,
+                                           SearchEngineType::ESearchEngineType engine)
+{
+    Masses masses(path);
+    switch (engine) {
+    case SearchEngineType::CalvexTxt: TakeTable(path, masses); break;
+    case SearchEngineType::Pfind3Spectra: TakePFind3(path, masses); break;
+    case SearchEngineType::MsFraggerPepXml: TakeMSFragger(path, masses); break;
+    default: break;
+    }
+    return masses.Warning();
 }
 
 } // namespace pelgrin

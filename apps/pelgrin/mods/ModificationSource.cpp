@@ -72,6 +72,7 @@ void CheckDefaultTable()
     }
     CheckModificationTable(kDefaultTable);
     CheckTermSpecificities(kDefaultTable);
+    WarnOfMasses(kDefaultTable, SearchEngineType::CalvexTxt);
 }
 
 void CheckEngineFile(const std::string& path, SearchEngineType::ESearchEngineType engine)
@@ -85,6 +86,7 @@ void CheckEngineFile(const std::string& path, SearchEngineType::ESearchEngineTyp
     } else {
         CheckReadable(resolved);
     }
+    WarnOfMasses(resolved, engine);
 }
 
 const CModificationsDB& OpenDefaultTable()

@@ -85,6 +85,13 @@ std::string NotCounted(const ParameterText& text, const ParameterKey& row,
     return fmt::format("{} is not read: {} is {}", entry.key, row.number, number);
 }
 
+/// Digits, perhaps behind a sign: "1.9" and "1e3" are read as 1.
+bool IsWhole(std::string_view text)
+{
+    text.remove_prefix(!text.empty() && (text[0] == '-' || text[0] == '+') ? 1 : 0);
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
 /// The value is not all read, or read as something else.
 std::string ReadOtherwise(const ParameterKey& row, const ParameterText::Entry& entry)
 {
@@ -96,8 +103,9 @@ std::string ReadOtherwise(const ParameterKey& row, const ParameterText::Entry& e
         return fmt::format("{} = \"{}\" is read as {}; expected {}", entry.key, entry.value,
                            isOn ? "on" : "off", row.allowed);
     }
-    const bool isNumber = row.kind == ValueKind::Number || row.kind == ValueKind::Count;
-    if (!isNumber || ParseNumber(entry.value)) {
+    const bool isCount = row.kind == ValueKind::Count;
+    const bool isRead = isCount ? IsWhole(entry.value) : ParseNumber(entry.value).has_value();
+    if ((!isCount && row.kind != ValueKind::Number) || isRead) {
         return {};
     }
     const std::string read = row.kind == ValueKind::Number

@@ -121,6 +121,7 @@ std::shared_ptr<const ModificationLookup> TellParameterFile(const std::string& p
         spdlog::warn("{}", OneLine(warning));
     }
     const LoadedParameters loaded = LoadParameters(text, false);
+    WarnOfMasses(loaded);
     inputs.insert(inputs.end(), {path, loaded.database});
     return LookupOf(loaded);
 }

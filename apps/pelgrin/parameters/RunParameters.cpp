@@ -388,6 +388,14 @@ LoadedParameters LoadParameters(const ParameterText& text, bool makeTable)
     return {ReadGroups(text, database), database};
 }
 
+void WarnOfMasses(const LoadedParameters& loaded)
+{
+    const Vorlan::CSearchParam& search = *loaded.groups->getSearchParam();
+    WarnOfMasses(loaded.database, search.strModificationDatabase.empty()
+                                      ? SearchEngineType::CalvexTxt
+                                      : search.eSearchEngine);
+}
+
 std::shared_ptr<const ModificationLookup> LookupOf(const LoadedParameters& loaded)
 {
     const Vorlan::CSearchParam& search = *loaded.groups->getSearchParam();
@@ -405,6 +413,7 @@ RunPlan PlanOf(const ParameterText& text, bool makeTable)
     }
     RunPlan plan;
     const LoadedParameters loaded = LoadParameters(text, makeTable);
+    WarnOfMasses(loaded);
     plan.groups = loaded.groups;
     plan.database = loaded.database;
     CheckOffered(text, *plan.groups);

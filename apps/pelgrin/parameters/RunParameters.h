@@ -49,6 +49,9 @@ std::shared_ptr<const ModificationLookup> LookupOf(const LoadedParameters& loade
 /// keeps the modifications of the first one.
 LoadedParameters LoadParameters(const ParameterText& text, bool makeTable);
 
+/// Of masses in the modification file that the library reads in part.
+void WarnOfMasses(const LoadedParameters& loaded);
+
 /// Reads the parameter file at path, and the modifications that it names.
 /// makeTable makes the default table of modifications when the file needs it
 /// and it is not there. Warnings go to standard error. Throws Failure for the

@@ -17,6 +17,7 @@
 #include "files/ScratchFolder.h"
 #include "files/UnimodFile.h"
 #include "isolation/ResultReader.h"
+#include "run/Modifications.h"
 #include "run/WholeRecords.h"
 
 namespace pelgrin {
@@ -53,8 +54,9 @@ void Warn(const std::string& path, const ResultAudit& audit)
 }
 
 /// pFind's readers look masses up in the default table, when it is there. The
-/// library ends the process for one that is malformed.
-void CheckDefaultTable(Format format)
+/// library ends the process for one that is malformed. Of the files that are told
+/// already no warning comes again.
+void CheckDefaultTable(Format format, const std::vector<std::string>& told)
 {
     constexpr const char kTable[] = "unimod.txt";
     std::error_code ignored;
@@ -63,6 +65,9 @@ void CheckDefaultTable(Format format)
     if (isPFind && std::filesystem::is_regular_file(kTable, ignored)) {
         CheckModificationTable(kTable);
         CheckTermSpecificities(kTable);
+        if (std::find(told.begin(), told.end(), kTable) == told.end()) {
+            WarnOfMasses(kTable, Vorlan::SearchEngineType::CalvexTxt);
+        }
     }
 }
 
@@ -205,7 +210,7 @@ std::string ResultFile::PlaceOf(Format format, std::size_t record) const
 
 ResultsRead ReadResults(const Parameters& parameters, Counts& counts, const TakeRecords& take)
 {
-    CheckDefaultTable(parameters.format);
+    CheckDefaultTable(parameters.format, parameters.fileInputs);
     OneByOne reading(parameters, counts, take);
     for (const std::string& path : parameters.psms) {
         reading.Read(path);

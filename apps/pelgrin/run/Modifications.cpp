@@ -4,9 +4,12 @@
 
 #include <OpenMS/CONCEPT/Exception.h>
 #include <fmt/format.h>
+#include <spdlog/spdlog.h>
 
 #include "common/SimilarNames.h"
+#include "common/Terminal.h"
 #include "common/Words.h"
+#include "files/EngineFileAudit.h"
 #include "run/Annotation.h"
 
 namespace pelgrin {
@@ -216,6 +219,13 @@ void AddMasses(const std::vector<Vorlan::PeptideIdentification>& records, Parame
                 AddMass(question->first, question->second, parameters);
             }
         }
+    }
+}
+
+void WarnOfMasses(const std::string& path, Vorlan::SearchEngineType::ESearchEngineType engine)
+{
+    if (const auto warning = WarningOfMasses(path, engine)) {
+        spdlog::warn("{}", OneLine(*warning));
     }
 }
 

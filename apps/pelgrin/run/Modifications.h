@@ -73,6 +73,10 @@ private:
 /// record has the mass, too, only the parameter file is asked.
 void AddMasses(const std::vector<Vorlan::PeptideIdentification>& records, Parameters& parameters);
 
+/// Warns of masses in a modification file that the library reads in part; see
+/// WarningOfMasses.
+void WarnOfMasses(const std::string& path, Vorlan::SearchEngineType::ESearchEngineType engine);
+
 } // namespace pelgrin
 
 #endif // PELGRIN_MODIFICATIONS_H
