@@ -272,6 +272,16 @@ TEST(Inspect, TellsTheRunsOfAPepXmlFile)
     EXPECT_EQ(json["passed_over"]["query_without_hit"]["count"], 1);
 }
 
+TEST(Inspect, LooksPastAnEmptyRun)
+{
+    const ordered_json json = JsonOfFile(
+        "<msms_pipeline_analysis><msms_run_summary base_name=\"a\"/><msms_run_summary "
+        "base_name=\"b\"><search_summary search_engine=\"Comet\" search_engine_version=\"2019\">"
+        "</search_summary></msms_run_summary></msms_pipeline_analysis>\n");
+    EXPECT_EQ(json["engine"], "Comet");
+    EXPECT_EQ(json["version"], "2019");
+}
+
 TEST(Inspect, CountsEntriesOfModificationsAndParameters)
 {
     struct Row {

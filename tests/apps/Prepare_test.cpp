@@ -302,6 +302,16 @@ TEST(Prepare, EachRunOfPepXmlHasAFileOfItsOwn)
     EXPECT_EQ(place.Counts().held, 2U);
 }
 
+TEST(Prepare, ARunWithoutAnythingHidesNone)
+{
+    std::string text = PepXml(Query(Hit()));
+    text.insert(text.find("<msms_run_summary"), "<msms_run_summary base_name=\"x\"/>\n");
+    const Place place(Files{{"a.pep.xml", text}});
+    EXPECT_EQ(MatchesOf(PepIdentType::CometPepXml, place.Source("a.pep.xml")).size(), 0U);
+    EXPECT_EQ(MatchesOf(PepIdentType::CometPepXml, place.Path("a.pep.xml")).size(), 1U);
+    EXPECT_EQ(place.Changed("empty_run"), 1U);
+}
+
 TEST(Prepare, PepXmlThatIsCutOffKeepsItsWholeQueries)
 {
     const std::string whole = PepXml(Query(Hit()) + Query(Hit()));

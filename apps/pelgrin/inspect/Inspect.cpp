@@ -1,5 +1,6 @@
 #include "inspect/Inspect.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <optional>
 
@@ -48,8 +49,10 @@ void TellEngine(const std::string& engine, const std::string& version, Facts& fa
 void TellPepXml(const std::string& path, Facts& facts)
 {
     const PepXmlFacts pepXml = PepXmlFactsOf(path);
-    if (!pepXml.runs.empty()) {
-        TellEngine(pepXml.runs.front().engine, pepXml.runs.front().version, facts);
+    const auto run = std::find_if(pepXml.runs.begin(), pepXml.runs.end(),
+                                  [](const PepXmlRun& one) { return !one.engine.empty(); });
+    if (run != pepXml.runs.end()) { // an empty one may stand in front
+        TellEngine(run->engine, run->version, facts);
     }
     Tell(pepXml, facts);
 }

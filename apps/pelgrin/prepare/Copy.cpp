@@ -62,6 +62,7 @@ const std::map<std::string, const char*>& Texts()
         {"attribute_text", "attributes written so that they are read right"},
         {"markup_dropped", "comments and instructions dropped"},
         {"run_split", "further runs, each in a file of its own"},
+        {"empty_run", "runs without anything, dropped"},
         {"end_added", "ends of elements added to a file that is cut off"},
         {"cut_off", "queries in which the file ends"},
         // Of proteins.

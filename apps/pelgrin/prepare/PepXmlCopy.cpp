@@ -145,6 +145,10 @@ private:
             break;
         case XmlPieces::Kind::Open: TakeOpen(); break;
         case XmlPieces::Kind::Empty:
+            if (pieces_.Name() == kRun) { // it would be taken for the first run (B-52)
+                copy_.Change("empty_run", pieces_.Line());
+                break;
+            }
             if (pieces_.Name() == kQuery) {
                 BeginQuery();
             }
