@@ -1,5 +1,6 @@
 // "pelgrin lint": its report, its JSON, its statuses, real files, any bytes.
 #include <cstdlib>
+#include <filesystem>
 #include <map>
 
 #include "HostProgram.h"
@@ -125,14 +126,20 @@ TEST(Lint, AFormatOverridesWhatTheFileShows)
     EXPECT_THAT(outcome.out, HasSubstr("missing_column: expected a column \"Dataset Name\""));
 }
 
+/// Packs the file, and gives its new path.
+std::string Packed(const std::string& path)
+{
+    EXPECT_EQ(RunProgram({"/bin/sh", "-c", "gzip " + path}).status, 0);
+    return path + ".gz";
+}
+
 TEST(Lint, LooksIntoPackedFilesAndNamesThem)
 {
     const TempFolder folder;
-    const std::string path = folder.Write("a.mgf", MgfWithBlankLines(1));
-    ASSERT_EQ(RunProgram({"/bin/sh", "-c", "gzip " + path}).status, 0);
-    const Outcome outcome = RunPelgrin({"lint", path + ".gz"});
+    const std::string path = Packed(folder.Write("a.mgf", MgfWithBlankLines(1)));
+    const Outcome outcome = RunPelgrin({"lint", path});
     EXPECT_EQ(outcome.status, 3) << outcome.err;
-    EXPECT_THAT(outcome.out, HasSubstr(path + ".gz:6: blank_peak_line"));
+    EXPECT_THAT(outcome.out, HasSubstr(path + ":6: blank_peak_line"));
 }
 
 TEST(Lint, NamesTheFilesOfAFolder)
@@ -156,6 +163,28 @@ TEST(Lint, TellsPeptidesOnceBesideTheirMatches)
                 HasSubstr(peptides + ":2: maxquant_ids: MS/MS IDs: \"1\"; expected 0"));
     EXPECT_THAT(outcome.out, HasSubstr("1 finding in 1 file"));
     EXPECT_THAT(RunPelgrin({"lint", peptides}).out, HasSubstr("1 finding in 1 file"));
+}
+
+TEST(Lint, FindsPackedPeptidesBesidePackedMatches)
+{
+    const TempFolder folder;
+    const std::string matches = Packed(folder.Write("msms.txt", kMsmsHeader + MsmsRow()));
+    const std::string peptides =
+        Packed(folder.Write("peptides.txt", kPeptidesHeader + PeptidesRow("1")));
+    const Outcome outcome = RunPelgrin({"lint", matches, peptides});
+    EXPECT_THAT(outcome.out,
+                HasSubstr(peptides + ":2: maxquant_ids: MS/MS IDs: \"1\"; expected 0"));
+    EXPECT_THAT(outcome.out, HasSubstr("1 finding in 1 file"));
+    std::filesystem::remove(peptides);
+    EXPECT_THAT(RunPelgrin({"lint", matches}).out, HasSubstr("maxquant_no_peptides"));
+}
+
+TEST(Lint, MessagesNameThePackedFile)
+{
+    const TempFolder folder;
+    const std::string path = Packed(folder.Write("notes.txt", "nothing of interest\n"));
+    EXPECT_THAT(RunPelgrin({"lint", path}).err,
+                HasSubstr("error: " + path + ": there are no rules"));
 }
 
 TEST(Lint, JsonHoldsEveryCountAndTheExamples)

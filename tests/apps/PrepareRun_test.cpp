@@ -130,6 +130,12 @@ TEST(PelgrinRunPrepare, MaxQuantNeedsNoPeptides)
                         .With("Search", "pep_ident_format", "MaxQuant")
                         .With("Search", "pep_ident_filename_1", "./msms.txt");
     ExpectRefusal(place.Run(ini), 1, "peptides.txt");
+    const std::string peptides =
+        place.Write("peptides.txt", kPeptidesHeader + PeptidesRow("0;1;2"));
+    EXPECT_THAT(place.Run(ini).err,
+                HasSubstr("peptides.txt:2: the first of 1 rows that a peptide names"));
+    EXPECT_THAT(ReadFile(place.PathOf("out/ledger.json")), HasSubstr("peptides.txt:2\""));
+    std::filesystem::remove(peptides);
     EXPECT_EQ(AnnotatedOf(place, {"run", "--prepare-dir", "copies"}, ini, 0), std::pair(2, 2));
     EXPECT_EQ(ReadFile(place.PathOf("copies/peptides.txt")),
               "Sequence\tAmino acid before\tAmino acid after\tProteins\tMS/MS IDs\n"

@@ -281,6 +281,20 @@ TEST(Prepare, PeptidesNameTheRowsOfMaxQuantInTheirOrder)
     const Place two(Files{{"a/msms.txt", msms}, {"b/msms.txt", msms}});
     EXPECT_EQ(matches(two, "a/msms.txt").size(), 3U);
     EXPECT_EQ(matches(two, "b/msms.txt").size(), 3U);
+    const std::string peptides = kPeptidesHeader + PeptidesRow("0");
+    const Place namesakes(Files{{"a/txt/msms.txt", msms},
+                                {"a/txt/peptides.txt", peptides},
+                                {"b/txt/msms.txt", msms},
+                                {"c/msms.txt", msms}});
+    EXPECT_EQ(matches(namesakes, "a/txt/msms.txt").size(), 3U);
+    EXPECT_EQ(matches(namesakes, "b/txt/msms.txt").size(), 3U);
+    EXPECT_EQ(matches(namesakes, "c/msms.txt").size(), 3U);
+    EXPECT_THAT(
+        [&] {
+            Make(Files{{"peptides.txt", peptides}});
+        },
+        testing::ThrowsMessage<Failure>(
+            HasSubstr("/peptides.txt: expected msms.txt of the same folder")));
 }
 
 TEST(Prepare, EachRunOfPepXmlHasAFileOfItsOwn)
@@ -310,6 +324,33 @@ TEST(Prepare, ARunWithoutAnythingHidesNone)
     EXPECT_EQ(MatchesOf(PepIdentType::CometPepXml, place.Source("a.pep.xml")).size(), 0U);
     EXPECT_EQ(MatchesOf(PepIdentType::CometPepXml, place.Path("a.pep.xml")).size(), 1U);
     EXPECT_EQ(place.Changed("empty_run"), 1U);
+}
+
+/// The plain text of a file is a file that nobody else knows.
+TEST(Prepare, MessagesNameTheFilesOfTheUser)
+{
+    const auto message = [](const Files& files) -> std::string {
+        try {
+            Make(files);
+        } catch (const Failure& failure) {
+            return failure.what();
+        }
+        return "";
+    };
+    const std::string twoMarks = "\xEF\xBB\xBF\xEF\xBB\xBF"; // need a plain text
+    const std::string mods = twoMarks
+                             + "name1=Oxidation[M] 0\nOxidation[M]=M NORMAL 15.994915 "
+                               "15.9994 0 O(1)\n"
+                             + std::string(90'000, 'x') + "\n";
+    EXPECT_THAT(message(Files{{"modification.ini", mods}}),
+                testing::EndsWith("/modification.ini:3: expected lines of at most 81919 characters "
+                                  "without NUL"));
+    EXPECT_THAT(message(Files{{"msms.txt", kMsmsHeader + MsmsRow()},
+                              {"peptides.txt", twoMarks
+                                                   + "Sequence\tMS/MS IDs\tProteins\t"
+                                                     "Amino acid after\n"}}),
+                testing::AllOf(HasSubstr("/peptides.txt:1: expected a column"),
+                               testing::Not(HasSubstr("plain-"))));
 }
 
 TEST(Prepare, PepXmlThatIsCutOffKeepsItsWholeQueries)

@@ -204,6 +204,13 @@ TEST(ResultAudit, TheLineThatEndsMaxQuantIsKnownHoweverOftenRowsAreAskedFor)
     EXPECT_EQ(audit.longLine, 3U);
     EXPECT_TRUE(audit.cutsRow);
     EXPECT_EQ(audit.records, 2U);
+    EXPECT_EQ(audit.Of(Unread::BehindLongLine).units, 2U);
+    EXPECT_EQ(audit.Of(Unread::RowMissing).units, 0U) << "the rows are there";
+    folder.Write("peptides.txt", kPeptidesHeader + PeptidesRow("0;1;2;3;4"));
+    const ResultAudit more = AuditResult(PepIdentType::MaxQuant, files);
+    EXPECT_EQ(more.Of(Unread::RowMissing).units, 1U);
+    EXPECT_EQ(FileOf(files, Unread::RowMissing), files.second);
+    EXPECT_EQ(FileOf(files, Unread::BehindLongLine), files.path);
 }
 
 TEST(ResultAudit, CountsRowsOfTheNativeTable)

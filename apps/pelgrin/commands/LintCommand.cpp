@@ -11,6 +11,8 @@
 
 #include "common/Failure.h"
 #include "common/Terminal.h"
+#include "files/MaxQuantAudit.h"
+#include "files/Packed.h"
 #include "lint/FindingsText.h"
 #include "lint/Lint.h"
 #include "run/Parameters.h"
@@ -57,12 +59,12 @@ std::set<Rule> RulesOf(const std::vector<std::string>& ids)
 }
 
 /// The files that msms.txt is looked at with, when it is given, too.
-std::set<std::string> PeptidesBeside(const std::vector<FileFindings>& files)
+std::set<std::string> PeptidesBesideOf(const std::vector<FileFindings>& files)
 {
     std::set<std::string> peptides;
     for (const FileFindings& file : files) {
         if (file.kind == FileKind::MaxQuantMatches) {
-            peptides.insert(file.path.substr(0, file.path.rfind('/') + 1) + "peptides.txt");
+            peptides.insert(PeptidesBeside(file.path, PackingOf(file.path) != Packing::None));
         }
     }
     return peptides;
@@ -83,7 +85,7 @@ ExitStatus RunLint(const LintOptions& options)
                       RulesOf(options.ignored));
     bool isAllRead = true;
     for (const std::string& path : options.files) {
-        if (PeptidesBeside(findings.Files()).count(path) > 0) {
+        if (PeptidesBesideOf(findings.Files()).count(path) > 0) {
             continue;
         }
         try {

@@ -1,6 +1,7 @@
 #include "files/MaxQuantAudit.h"
 
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -68,7 +69,10 @@ private:
     void TakeId(const std::string& id)
     {
         if (!NextMatch()) {
-            audit_.Add(Unread::RowMissing, peptides_.Number());
+            // Rows behind a line that is too long are there, and counted already.
+            if (++beyond_ > audit_.Of(Unread::BehindLongLine).units) {
+                audit_.Add(Unread::RowMissing, peptides_.Number());
+            }
             return;
         }
         if (std::strtol(id.c_str(), nullptr, 10) != number_) {
@@ -95,12 +99,26 @@ private:
     TableRows peptides_;
     std::size_t highest_ = 0;
     std::size_t peptidesHighest_ = 0;
-    long number_ = 0; ///< of the next row of msms.txt that is not empty
+    long number_ = 0;          ///< of the next row of msms.txt that is not empty
+    std::uint64_t beyond_ = 0; ///< numbers behind the last row that is read
     ResultAudit audit_;
     ResultAudit peptideAudit_;
 };
 
 } // namespace
+
+std::string PeptidesBeside(const std::string& path, bool mayBePacked)
+{
+    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    for (const char* const ending : {"", ".gz", ".bz2", ".xz", ".zst"}) {
+        const std::filesystem::path beside = folder / (std::string("peptides.txt") + ending);
+        std::error_code ignored;
+        if ((mayBePacked || *ending == '\0') && std::filesystem::exists(beside, ignored)) {
+            return beside.string();
+        }
+    }
+    return {};
+}
 
 ResultAudit AuditMaxQuant(const ResultFiles& files, const OnRecord& onRecord)
 {

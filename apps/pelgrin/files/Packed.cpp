@@ -370,4 +370,13 @@ void Unpack(const std::string& path, const std::string& target)
     unpacked.Close();
 }
 
+std::string WithGivenPath(std::string text, const std::string& unpacked, const std::string& given)
+{
+    for (std::size_t hit = text.find(unpacked); unpacked != given && hit != std::string::npos;
+         hit = text.find(unpacked, hit + given.size())) {
+        text.replace(hit, unpacked.size(), given);
+    }
+    return text;
+}
+
 } // namespace pelgrin

@@ -22,6 +22,9 @@ std::string NameWithoutPacking(const std::string& path);
 /// cannot be written to its end.
 void Unpack(const std::string& path, const std::string& target);
 
+/// text, with the path that the user gave in place of that of the unpacked file.
+std::string WithGivenPath(std::string text, const std::string& unpacked, const std::string& given);
+
 } // namespace pelgrin
 
 #endif // PELGRIN_PACKED_H

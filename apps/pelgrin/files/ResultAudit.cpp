@@ -148,6 +148,11 @@ ResultAudit AuditResult(PepIdentType::EPepIdentType format, const ResultFiles& f
     }
 }
 
+const std::string& FileOf(const ResultFiles& files, Unread reason)
+{
+    return reason == Unread::RowMissing ? files.second : files.path;
+}
+
 std::string PlaceOfRecord(PepIdentType::EPepIdentType format, const ResultFiles& files,
                           std::uint64_t record)
 {

@@ -95,6 +95,9 @@ std::uint64_t HeldIn(Vorlan::PepIdentType::EPepIdentType format, const std::stri
 ResultAudit AuditResult(Vorlan::PepIdentType::EPepIdentType format, const ResultFiles& files,
                         const OnRecord& onRecord = {});
 
+/// The file that the lines of a reason are those of.
+const std::string& FileOf(const ResultFiles& files, Unread reason);
+
 /// "psms.txt:12" of a record, counted from 0; the path alone when the file has
 /// no such record.
 std::string PlaceOfRecord(Vorlan::PepIdentType::EPepIdentType format, const ResultFiles& files,

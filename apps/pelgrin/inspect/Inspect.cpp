@@ -26,16 +26,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// text, with the path that the user gave in place of that of the unpacked file.
-std::string WithGivenPath(std::string text, const std::string& path, const std::string& given)
-{
-    for (std::size_t hit = text.find(path); path != given && hit != std::string::npos;
-         hit = text.find(path, hit + given.size())) {
-        text.replace(hit, path.size(), given);
-    }
-    return text;
-}
-
 void TellEngine(const std::string& engine, const std::string& version, Facts& facts)
 {
     if (!engine.empty()) {

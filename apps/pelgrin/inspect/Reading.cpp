@@ -122,8 +122,11 @@ Reading ReadingOfResult(FileKind kind, const std::string& path, const std::strin
         const auto reason = static_cast<Unread>(i);
         const ResultAudit::Count& count = audit.Of(reason);
         if (count.units > 0) {
+            const bool isSecond = FileOf(files, reason) != path;
             (IsLoss(reason) ? reading.lost : reading.passedOver)
-                .push_back({KeyOf(reason), TextOf(reason), count.units, count.firstLine});
+                .push_back({KeyOf(reason),
+                            std::string(TextOf(reason)) + (isSecond ? "; see peptides.txt" : ""),
+                            count.units, count.firstLine});
         }
     }
     Lose(reading, "row_cut", "row that is read, but cut: its line is too long",

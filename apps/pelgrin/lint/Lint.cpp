@@ -6,6 +6,7 @@
 
 #include "common/Failure.h"
 #include "files/FileLines.h"
+#include "files/MaxQuantAudit.h"
 #include "files/Packed.h"
 #include "files/ScratchFolder.h"
 #include "lint/DtaLint.h"
@@ -25,8 +26,16 @@ PepIdentType::EPepIdentType PepXmlFormat(const std::string& path, const ResultFo
     return format ? *format : FormatOf(FileKind::PepXml, path).value_or(PepIdentType::CometPepXml);
 }
 
-void LintAs(const std::string& path, FileKind kind, const ResultFormat& format, Findings& findings)
+/// A file as it is looked at.
+struct Looked {
+    FileKind kind = FileKind::Unknown;
+    ResultFormat format;
+    SecondFile second;
+};
+
+void LintAs(const std::string& path, const Looked& looked, Findings& findings)
 {
+    const auto& [kind, format, second] = looked;
     switch (kind) {
     case FileKind::Mgf: LintMgf(path, findings); break;
     case FileKind::Dta: LintDta(path, findings); break;
@@ -38,7 +47,7 @@ void LintAs(const std::string& path, FileKind kind, const ResultFormat& format, 
     case FileKind::PepXml: LintPepXml(path, PepXmlFormat(path, format), findings); break;
     case FileKind::NativeTable: LintNative(path, findings); break;
     case FileKind::Msgf: LintMsgf(path, findings); break;
-    case FileKind::MaxQuantMatches: LintMaxQuant(path, findings); break;
+    case FileKind::MaxQuantMatches: LintMaxQuant(path, second, findings); break;
     case FileKind::MaxQuantPeptides: LintMaxQuantPeptides(path, findings); break;
     case FileKind::PFind3: LintPFind3(path, findings); break;
     case FileKind::PFind28: LintPFind28(path, findings); break;
@@ -67,11 +76,35 @@ FileKind KindOfFormat(PepIdentType::EPepIdentType format)
     }
 }
 
+/// The file without its packing: itself, or a file of its name in scratch.
+std::string Unpacked(const std::string& path, ScratchFolder& scratch)
+{
+    if (PackingOf(path) == Packing::None) {
+        return path;
+    }
+    std::string plain = scratch.PathOf(NameWithoutPacking(path));
+    Unpack(path, plain);
+    return plain;
+}
+
+/// The other file of a pair. A packed one is taken beside a packed one only: the
+/// library would not find it.
+SecondFile SecondOf(const std::string& path, FileKind kind, ScratchFolder& scratch)
+{
+    SecondFile second;
+    if (kind == FileKind::MaxQuantMatches) {
+        second.given = PeptidesBeside(path, PackingOf(path) != Packing::None);
+        second.plain = second.given.empty() ? "" : Unpacked(second.given, scratch);
+    }
+    return second;
+}
+
 } // namespace
 
 void Lint(const std::string& path, FileKind kind, Findings& findings)
 {
-    LintAs(path, kind, std::nullopt, findings);
+    ScratchFolder scratch;
+    LintAs(path, {kind, std::nullopt, SecondOf(path, kind, scratch)}, findings);
 }
 
 void LintFile(const std::string& path, const ResultFormat& format, Findings& findings)
@@ -81,14 +114,18 @@ void LintFile(const std::string& path, const ResultFormat& format, Findings& fin
     std::error_code ignored;
     if (!std::filesystem::is_directory(path, ignored)) {
         CheckReadable(path);
-        if (PackingOf(path) != Packing::None) {
-            plain = scratch.PathOf(std::filesystem::path(NameWithoutPacking(path)).filename());
-            Unpack(path, plain);
-        }
+        plain = Unpacked(path, scratch);
     }
     const FileKind kind = format ? KindOfFormat(*format) : KindOf(plain);
     findings.Begin(path, kind);
-    LintAs(plain, kind, format, findings);
+    const SecondFile second = SecondOf(path, kind, scratch);
+    try {
+        LintAs(plain, {kind, format, second}, findings);
+    } catch (const Failure& failure) {
+        const std::string text = WithGivenPath(failure.what(), plain, path);
+        throw Failure(second.plain.empty() ? text
+                                           : WithGivenPath(text, second.plain, second.given));
+    }
 }
 
 } // namespace pelgrin

@@ -1,5 +1,4 @@
 #include <cstdlib>
-#include <filesystem>
 #include <limits>
 #include <optional>
 
@@ -86,7 +85,7 @@ void LintPeptides(const std::string& path, std::optional<std::uint64_t> rows, Fi
 
 } // namespace
 
-void LintMaxQuant(const std::string& path, Findings& findings)
+void LintMaxQuant(const std::string& path, const SecondFile& peptides, Findings& findings)
 {
     const TableForm form = MatchForm();
     TableLint table(path, form, findings);
@@ -98,16 +97,13 @@ void LintMaxQuant(const std::string& path, Findings& findings)
             table.Add(Rule::MaxQuantDecoy, "Reverse: the match has no protein but DECOY");
         }
     }
-    const std::string second =
-        (std::filesystem::path(path).parent_path() / "peptides.txt").string();
-    std::error_code ignored;
-    if (!std::filesystem::exists(second, ignored)) {
+    if (peptides.plain.empty()) {
         findings.Add(Rule::MaxQuantNoPeptides, 0,
                      "expected the file peptides.txt of the same search beside it");
         return;
     }
-    findings.SetPath(second);
-    LintPeptides(second, isRead ? std::optional(table.Rows()) : std::nullopt, findings);
+    findings.SetPath(peptides.given);
+    LintPeptides(peptides.plain, isRead ? std::optional(table.Rows()) : std::nullopt, findings);
     findings.SetPath("");
 }
 

@@ -13,8 +13,13 @@ namespace pelgrin {
 
 void LintNative(const std::string& path, Findings& findings);
 void LintMsgf(const std::string& path, Findings& findings);
-/// msms.txt, and peptides.txt beside it.
-void LintMaxQuant(const std::string& path, Findings& findings);
+/// The second file of a pair: its text, and what findings call it. Both may be empty.
+struct SecondFile {
+    std::string plain;
+    std::string given;
+};
+/// msms.txt with peptides.txt.
+void LintMaxQuant(const std::string& path, const SecondFile& peptides, Findings& findings);
 /// peptides.txt alone.
 void LintMaxQuantPeptides(const std::string& path, Findings& findings);
 void LintPFind3(const std::string& path, Findings& findings);

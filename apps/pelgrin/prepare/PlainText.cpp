@@ -213,11 +213,12 @@ private:
     std::uint64_t taken_ = 0;
 };
 
-std::string FromUtf16(const std::string& path, Mark mark, ScratchFolder& scratch)
+std::string FromUtf16(const std::string& path, const std::string& given, Mark mark,
+                      ScratchFolder& scratch)
 {
     std::string plain = NextPath(scratch, "utf8-");
     PlainFile target(plain);
-    Converter converter(path, mark == Mark::Utf16Little ? "UTF-16LE" : "UTF-16BE");
+    Converter converter(given, mark == Mark::Utf16Little ? "UTF-16LE" : "UTF-16BE");
     std::size_t skip = 2;
     ForBlocks(path, [&](std::string_view block) {
         converter.Take(block.substr(std::min(skip, block.size())), target);
@@ -269,7 +270,7 @@ std::string PlainTextOf(const std::string& path, ScratchFolder& scratch, Copy& c
     const Mark mark = MarkOf(plain);
     if (mark == Mark::Utf16Little || mark == Mark::Utf16Big) {
         const std::string source = plain;
-        plain = FromUtf16(source, mark, scratch);
+        plain = FromUtf16(source, path, mark, scratch);
         RemovePlain(source, path);
         copy.Change("utf16", 0);
     }

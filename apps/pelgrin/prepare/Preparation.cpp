@@ -11,6 +11,7 @@
 #include "common/Terminal.h"
 #include "files/DtaAudit.h"
 #include "files/FileLines.h"
+#include "files/MaxQuantAudit.h"
 #include "files/Packed.h"
 #include "files/SpectraSource.h"
 #include "prepare/OtherCopies.h"
@@ -46,6 +47,22 @@ void RefuseKind(const std::string& path, const std::string& plain, FileKind kind
                                   "FASTA or modifications, found none of these",
                                   path));
     }
+}
+
+fs::path FolderOf(const std::string& path)
+{
+    return fs::absolute(path).lexically_normal().parent_path();
+}
+
+/// "b/c" for two of "/a/b/c".
+fs::path LastOf(fs::path folder, std::size_t depth)
+{
+    fs::path last;
+    for (; depth > 0 && folder.has_filename(); --depth) {
+        last = last.empty() ? folder.filename() : folder.filename() / last;
+        folder = folder.parent_path();
+    }
+    return last;
 }
 
 /// "run.pep.xml" is "run.2.pep.xml" for the second of several runs.
@@ -113,8 +130,12 @@ void Preparation::NameDataset(const std::string& name, const std::string& input)
 void Preparation::Run()
 {
     for (std::size_t i = 0; i < copies_.size(); ++i) {
+        if (copies_[i].kind == FileKind::MaxQuantPeptides) {
+            RefuseAlone(i);
+        }
         const bool isPair = copies_[i].kind == FileKind::MaxQuantMatches && !PeptidesOf(i);
-        if (const std::string beside = isPair ? PeptidesBeside(i) : ""; !beside.empty()) {
+        if (const std::string beside = isPair ? PeptidesBeside(copies_[i].input, true) : "";
+            !beside.empty()) {
             CheckReadable(beside);
             beside_.push_back(beside);
         }
@@ -153,7 +174,30 @@ void Preparation::Run()
     }
 }
 
+/// The copy of a peptides.txt is made with that of its msms.txt.
+void Preparation::RefuseAlone(std::size_t i) const
+{
+    for (std::size_t k = 0; k < copies_.size(); ++k) {
+        if (copies_[k].kind == FileKind::MaxQuantMatches && PeptidesOf(k) == i) {
+            return;
+        }
+    }
+    throw Failure(fmt::format("{}: expected msms.txt of the same folder among the inputs: its rows "
+                              "are numbered in the copy",
+                              copies_[i].input));
+}
+
+/// Messages name the input, not the plain text of it that only this program knows.
 void Preparation::CopyOne(std::size_t i)
+{
+    try {
+        CopyPlain(i);
+    } catch (const Failure& failure) {
+        throw Failure(WithGivenPath(failure.what(), inputs_[i].plain, copies_[i].input));
+    }
+}
+
+void Preparation::CopyPlain(std::size_t i)
 {
     Copy& copy = copies_[i];
     const Input& input = inputs_[i];
@@ -201,17 +245,36 @@ void Preparation::CopyMatches(std::size_t i)
 }
 
 /// Pairs of several searches have the same names: each goes to a folder named as
-/// the one it comes from.
+/// the one it comes from, and as those around it while others have that name.
+std::string Preparation::FolderOfPair(std::size_t i) const
+{
+    std::vector<fs::path> others;
+    for (std::size_t k = 0; k < copies_.size(); ++k) {
+        if (k != i && copies_[k].kind == FileKind::MaxQuantMatches) {
+            others.push_back(FolderOf(copies_[k].input));
+        }
+    }
+    if (others.empty()) {
+        return {};
+    }
+    const fs::path folder = FolderOf(copies_[i].input);
+    const auto isShared = [&](std::size_t depth) {
+        return std::any_of(others.begin(), others.end(), [&](const fs::path& other) {
+            return other != folder && LastOf(other, depth) == LastOf(folder, depth);
+        });
+    };
+    std::size_t depth = 1;
+    while (isShared(depth)) {
+        ++depth;
+    }
+    return (LastOf(folder, depth) / "").string();
+}
+
 void Preparation::CopyMaxQuantPair(std::size_t i)
 {
-    const auto pairs = std::count_if(copies_.begin(), copies_.end(), [](const Copy& copy) {
-        return copy.kind == FileKind::MaxQuantMatches;
-    });
-    const std::string folder =
-        pairs > 1 ? PlaceOfDataset(fs::absolute(copies_[i].input).parent_path().string()).name + "/"
-                  : "";
+    const std::string folder = FolderOfPair(i);
     const auto given = PeptidesOf(i);
-    const std::string beside = given ? std::string() : PeptidesBeside(i);
+    const std::string beside = given ? std::string() : PeptidesBeside(copies_[i].input, true);
     const FileState state = StateOf(beside);
     Copy uncounted;
     const std::string peptides =
@@ -222,7 +285,13 @@ void Preparation::CopyMaxQuantPair(std::size_t i)
     if (given) {
         copies_[*given].outputs = {folder + "peptides.txt"};
     }
-    CopyMaxQuant(inputs_[i].plain, peptides, target, second, copies_[i]);
+    try {
+        CopyMaxQuant(inputs_[i].plain, peptides, target, second, copies_[i]);
+    } catch (const Failure& failure) {
+        const std::string& path = given ? copies_[*given].input : beside;
+        throw Failure(peptides.empty() ? failure.what()
+                                       : WithGivenPath(failure.what(), peptides, path));
+    }
     if (!beside.empty()) {
         RemovePlain(peptides, beside);
         CheckUnchanged(i, beside, state);
@@ -254,33 +323,16 @@ std::optional<std::size_t> Preparation::PeptidesOf(std::size_t i) const
 {
     std::vector<std::size_t> all;
     std::size_t matches = 0;
-    const auto folderOf = [this](std::size_t k) {
-        return fs::absolute(copies_[k].input).lexically_normal().parent_path();
-    };
     for (std::size_t k = 0; k < copies_.size(); ++k) {
         matches += copies_[k].kind == FileKind::MaxQuantMatches ? 1 : 0;
         if (copies_[k].kind == FileKind::MaxQuantPeptides) {
-            if (folderOf(k) == folderOf(i)) {
+            if (FolderOf(copies_[k].input) == FolderOf(copies_[i].input)) {
                 return k;
             }
             all.push_back(k);
         }
     }
     return all.size() == 1 && matches == 1 ? std::optional(all.front()) : std::nullopt;
-}
-
-/// The peptides.txt beside msms.txt, packed or not; empty when there is none.
-std::string Preparation::PeptidesBeside(std::size_t i) const
-{
-    const fs::path folder = fs::path(copies_[i].input).parent_path();
-    for (const char* const ending : {"", ".gz", ".bz2", ".xz", ".zst"}) {
-        const fs::path path = folder / (std::string("peptides.txt") + ending);
-        std::error_code ignored;
-        if (fs::exists(path, ignored)) {
-            return path.string();
-        }
-    }
-    return {};
 }
 
 std::string Preparation::Claim(std::size_t i, const std::string& relative)

@@ -52,10 +52,12 @@ private:
     };
 
     void CopyOne(std::size_t i);
+    void CopyPlain(std::size_t i);
     void CopyMatches(std::size_t i);
     void CopyMaxQuantPair(std::size_t i);
     std::optional<std::size_t> PeptidesOf(std::size_t i) const;
-    std::string PeptidesBeside(std::size_t i) const;
+    std::string FolderOfPair(std::size_t i) const;
+    void RefuseAlone(std::size_t i) const;
     void CheckUnchanged(std::size_t i, const std::string& path, const FileState& state) const;
     /// The path of an output. Throws Failure for one that is taken, or an input.
     std::string Claim(std::size_t i, const std::string& relative);

@@ -29,8 +29,9 @@ namespace {
 using Records = std::vector<Vorlan::PeptideIdentification>;
 using Format = PepIdentType::EPepIdentType;
 
-void Warn(const std::string& path, const ResultAudit& audit)
+void Warn(const ResultFiles& files, const ResultAudit& audit)
 {
+    const std::string path = OneLine(files.path);
     for (std::size_t i = 0; i < kUnread; ++i) {
         const auto reason = static_cast<Unread>(i);
         const ResultAudit::Count& count = audit.unread[i];
@@ -39,17 +40,18 @@ void Warn(const std::string& path, const ResultAudit& audit)
         }
         if (reason == Unread::BehindEmptyLine) {
             spdlog::warn("{}:{}: an empty line ends the table; {} rows behind it are not read",
-                         OneLine(path), count.firstLine, count.units);
+                         path, count.firstLine, count.units);
         } else {
-            spdlog::warn("{}:{}: the first of {} {}; they are not read", OneLine(path),
-                         count.firstLine, count.units, TextOf(reason));
+            spdlog::warn("{}:{}: the first of {} {}; they are not read",
+                         OneLine(FileOf(files, reason)), count.firstLine, count.units,
+                         TextOf(reason));
         }
     }
     if (audit.longLine != 0) {
         spdlog::warn(
             "{}:{}: a line of more than {} characters ends the table; it is cut, and {} rows "
             "behind it are not read",
-            OneLine(path), audit.longLine, kLongestLine, audit.Of(Unread::BehindLongLine).units);
+            path, audit.longLine, kLongestLine, audit.Of(Unread::BehindLongLine).units);
     }
 }
 
@@ -93,7 +95,7 @@ public:
             return;
         }
         file.held = HeldIn(parameters_.format, path);
-        Warn(path, file.audit);
+        Warn(file.files, file.audit);
         const ResultReading reading =
             reader_.Read(parameters_.format, file.files, [this](Records&& some) { Take(some); });
         Note(path, reading, file);

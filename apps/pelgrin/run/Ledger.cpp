@@ -62,8 +62,9 @@ void AddClass(LedgerPage& page, LedgerPage::File& file, LedgerClass entry)
 LedgerClass ClassOf(const ResultFile& file, Unread reason)
 {
     const ResultAudit::Count& count = file.audit.Of(reason);
-    return {KeyOf(reason),  TextOf(reason), count.units,
-            IsHeld(reason), IsLoss(reason), {PlaceText(file.files.path, count.firstLine)}};
+    return {KeyOf(reason),  TextOf(reason),
+            count.units,    IsHeld(reason),
+            IsLoss(reason), {PlaceText(FileOf(file.files, reason), count.firstLine)}};
 }
 
 LedgerPage::File PageOf(const ResultFile& file, const Rejects& rejects, LedgerPage& page)
