@@ -237,6 +237,13 @@ TEST(Inspect, LooksForPeptidesBesideTheMatchesOfMaxQuant)
     EXPECT_EQ(json["second_file"], folder.PathOf("peptides.txt"));
     EXPECT_EQ(json["records_read"], 0);
     EXPECT_FALSE(json.contains("refusal"));
+    folder.Write("peptides.txt", kPeptidesHeader + PeptidesRow("1"));
+    folder.Write("msms.txt", kMsmsHeader + MsmsRow());
+    ASSERT_EQ(RunProgram({"/bin/sh", "-c", "gzip " + folder.PathOf("*.txt")}).status, 0);
+    const ordered_json packed = JsonOf(Inspect(path + ".gz"));
+    EXPECT_EQ(std::string(packed["refusal"]).rfind(folder.PathOf("peptides.txt.gz") + ":2: ", 0),
+              0U)
+        << packed["refusal"];
 }
 
 TEST(Inspect, TellsTheRunsOfAPepXmlFile)

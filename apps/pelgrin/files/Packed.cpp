@@ -370,6 +370,16 @@ void Unpack(const std::string& path, const std::string& target)
     unpacked.Close();
 }
 
+std::string Unpacked(const std::string& path, ScratchFolder& scratch)
+{
+    if (PackingOf(path) == Packing::None) {
+        return path;
+    }
+    std::string plain = scratch.PathOf(NameWithoutPacking(path));
+    Unpack(path, plain);
+    return plain;
+}
+
 std::string WithGivenPath(std::string text, const std::string& unpacked, const std::string& given)
 {
     for (std::size_t hit = text.find(unpacked); unpacked != given && hit != std::string::npos;

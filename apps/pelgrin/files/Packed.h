@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "files/ScratchFolder.h"
+
 namespace pelgrin {
 
 enum class Packing { None, Gzip, Bzip2, Xz, Zstd };
@@ -21,6 +23,10 @@ std::string NameWithoutPacking(const std::string& path);
 /// Failure, with path, for data that is damaged or cut off, and for a target that
 /// cannot be written to its end.
 void Unpack(const std::string& path, const std::string& target);
+
+/// The path of the file without its packing: path itself, or a file of its name in
+/// scratch. Throws as Unpack.
+std::string Unpacked(const std::string& path, ScratchFolder& scratch);
 
 /// text, with the path that the user gave in place of that of the unpacked file.
 std::string WithGivenPath(std::string text, const std::string& unpacked, const std::string& given);

@@ -143,9 +143,7 @@ Facts Inspect(const std::string& path)
     }
     TellPacking(packing, path, facts);
     ScratchFolder scratch;
-    const std::string unpacked = scratch.PathOf(NameWithoutPacking(path));
-    Unpack(path, unpacked);
-    TellFile(unpacked, path, facts);
+    TellFile(Unpacked(path, scratch), path, facts);
     return facts;
 }
 

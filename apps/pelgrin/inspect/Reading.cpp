@@ -1,7 +1,6 @@
 #include "inspect/Reading.h"
 
 #include <algorithm>
-#include <filesystem>
 
 #include <fmt/format.h>
 
@@ -10,8 +9,11 @@
 #include "files/DtaAudit.h"
 #include "files/EngineFileAudit.h"
 #include "files/FastaAudit.h"
+#include "files/MaxQuantAudit.h"
 #include "files/MgfAudit.h"
+#include "files/Packed.h"
 #include "files/ResultAudit.h"
+#include "files/ScratchFolder.h"
 #include "files/SpectraSource.h"
 #include "files/TableRows.h"
 #include "files/UnimodFile.h"
@@ -19,8 +21,6 @@
 namespace pelgrin {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 void Lose(Reading& reading, const char* key, const char* text, std::uint64_t count,
           std::uint64_t line)
@@ -94,6 +94,18 @@ Reading ReadingOfFasta(const std::string& path)
     return reading;
 }
 
+/// Messages name the second file as it was found, packed or not.
+ResultAudit AuditOf(Vorlan::PepIdentType::EPepIdentType format, const ResultFiles& files,
+                    const std::string& second)
+{
+    try {
+        return AuditResult(format, files);
+    } catch (const Failure& failure) {
+        throw Failure(second.empty() ? failure.what()
+                                     : WithGivenPath(failure.what(), files.second, second));
+    }
+}
+
 /// What the reader of a result says, by the host's own look at it.
 Reading ReadingOfResult(FileKind kind, const std::string& path, const std::string& given)
 {
@@ -105,18 +117,18 @@ Reading ReadingOfResult(FileKind kind, const std::string& path, const std::strin
     Reading reading;
     reading.unit = "records";
     ResultFiles files{path, ""};
+    ScratchFolder scratch;
     if (kind == FileKind::MaxQuantMatches) {
-        files.second = (fs::path(given).parent_path() / "peptides.txt").string();
-        std::error_code ignored;
-        if (!fs::exists(files.second, ignored)) {
+        reading.second = PeptidesBeside(given, given != path);
+        if (reading.second.empty()) {
             throw Failure(
                 fmt::format("{}: expected peptides.txt of the same search beside it", path));
         }
-        reading.second = files.second;
+        files.second = Unpacked(reading.second, scratch);
     } else if (kind == FileKind::NativeTable) {
         TableRows(path).Highest(NeededColumns(kind));
     }
-    const ResultAudit audit = AuditResult(*format, files);
+    const ResultAudit audit = AuditOf(*format, files, reading.second);
     reading.units = audit.records;
     for (std::size_t i = 0; i < kUnread; ++i) {
         const auto reason = static_cast<Unread>(i);

@@ -76,17 +76,6 @@ FileKind KindOfFormat(PepIdentType::EPepIdentType format)
     }
 }
 
-/// The file without its packing: itself, or a file of its name in scratch.
-std::string Unpacked(const std::string& path, ScratchFolder& scratch)
-{
-    if (PackingOf(path) == Packing::None) {
-        return path;
-    }
-    std::string plain = scratch.PathOf(NameWithoutPacking(path));
-    Unpack(path, plain);
-    return plain;
-}
-
 /// The other file of a pair. A packed one is taken beside a packed one only: the
 /// library would not find it.
 SecondFile SecondOf(const std::string& path, FileKind kind, ScratchFolder& scratch)
