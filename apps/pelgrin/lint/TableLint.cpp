@@ -5,8 +5,8 @@
 #include <fmt/format.h>
 
 #include "common/Words.h"
+#include "files/TableCells.h"
 #include "lint/LineFlaws.h"
-#include "prepare/TableCopy.h"
 
 namespace pelgrin {
 

@@ -1,3 +1,4 @@
+#include "files/TableCells.h"
 #include "prepare/ResultCopies.h"
 #include "prepare/TableCopy.h"
 

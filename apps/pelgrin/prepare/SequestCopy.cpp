@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "common/Words.h"
+#include "files/TableCells.h"
 #include "prepare/ResultCopies.h"
 #include "prepare/TableCopy.h"
 

@@ -2,12 +2,11 @@
 
 #include <algorithm>
 
-#include <OpenMS/CONCEPT/Exception.h>
-#include <OpenMS/DATASTRUCTURES/String.h>
 #include <fmt/format.h>
 
 #include "common/Failure.h"
 #include "common/Words.h"
+#include "files/TableCells.h"
 #include "prepare/PeakLine.h"
 
 namespace pelgrin {
@@ -67,38 +66,6 @@ std::string WithoutQuotes(const std::string& cell)
         }
     }
     return plain;
-}
-
-bool HasQuotedTab(std::string_view line)
-{
-    bool isInside = false;
-    for (const char c : line) {
-        isInside ^= c == '"';
-        if (isInside && c == '\t') {
-            return true;
-        }
-    }
-    return false;
-}
-
-bool IsWholeNumber(std::string_view cell)
-{
-    try {
-        OpenMS::String(std::string(cell)).toInt();
-        return true;
-    } catch (const OpenMS::Exception::BaseException&) {
-        return false;
-    }
-}
-
-bool IsNumber(std::string_view cell)
-{
-    try {
-        OpenMS::String(std::string(cell)).toDouble();
-        return true;
-    } catch (const OpenMS::Exception::BaseException&) {
-        return false;
-    }
 }
 
 TableCopy::TableCopy(const std::string& source, const std::string& target,

@@ -76,13 +76,6 @@ std::string JoinCells(const TableCopy::Cells& cells);
 /// quotes that then stand around it.
 std::string WithoutQuotes(const std::string& cell);
 
-/// A quote opens before a tab and does not close.
-bool HasQuotedTab(std::string_view line);
-
-/// As the readers of the library that refuse a cell read it.
-bool IsWholeNumber(std::string_view cell);
-bool IsNumber(std::string_view cell);
-
 } // namespace pelgrin
 
 #endif // PELGRIN_TABLECOPY_H
