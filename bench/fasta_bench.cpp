@@ -69,7 +69,7 @@ void LoadOurs(const std::string& path, Database& database)
 
 void LoadOpenMS(const std::string& path, Entries& entries)
 {
-    OpenMS::FASTAFile().load(path, entries);
+    OpenMS::FASTAFile::load(path, entries);
 }
 
 bool IsWhole(const Database& database)

@@ -314,8 +314,10 @@ constexpr double kUnexplained = 1234.5; // Da; inside what five of the masses ca
 
 std::vector<bench::SpecifiedMod> TwentyMods()
 {
+    constexpr int kCount = 20;
     std::vector<bench::SpecifiedMod> mods;
-    for (int i = 0; i < 20; ++i) {
+    mods.reserve(kCount);
+    for (int i = 0; i < kCount; ++i) {
         mods.push_back({"Mod" + std::to_string(i), 'K', 100.0 + 16.0 * i});
     }
     return mods;

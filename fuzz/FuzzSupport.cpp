@@ -132,6 +132,7 @@ void CheckSame(std::string_view seen, std::string_view expected, const char* rul
 
 bool SameBits(double a, double b)
 {
+    // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): bits are meant
     return std::memcmp(&a, &b, sizeof a) == 0;
 }
 

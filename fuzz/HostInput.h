@@ -59,8 +59,8 @@ struct HostInput {
 
 /// What the first byte of an input asks for.
 struct HostForm {
-    char letter;
-    const char* name; ///< of the file or folder
+    char letter = '\0';
+    const char* name = nullptr; ///< of the file or folder
     std::optional<pelgrin::FileKind> kind;
 };
 

@@ -250,9 +250,9 @@ inline Rows PlainSearch(const PlainSection& section, CSearchParam& param)
 {
     PlainTolerances(section, param);
     param.strModificationDatabase = section.Get("modification_database");
-    const Rows rows = param.strModificationDatabase.empty()
-                          ? Rows(kDefaultRows.begin(), kDefaultRows.end())
-                          : Rows(kEngineRows.begin(), kEngineRows.end());
+    Rows rows = param.strModificationDatabase.empty()
+                    ? Rows(kDefaultRows.begin(), kDefaultRows.end())
+                    : Rows(kEngineRows.begin(), kEngineRows.end());
     PlainMods(section, "fixed_mod", rows, param.vFixedMods);
     PlainMods(section, "var_mod", rows, param.vVarMods);
     bool hasOxidation = false;

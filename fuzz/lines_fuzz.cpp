@@ -8,6 +8,7 @@
 //   a  Skip the first whole line of those Ahead
 //   h  NextOfAnyLength
 // At its end the remaining lines are read with Next.
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -58,7 +59,7 @@ public:
             line.resize(LineReader::kMaxLineLength);
             failed_ = true;
         }
-        line = line.c_str(); // a NUL ends it
+        line.resize(std::min(line.find('\0'), line.size())); // a NUL ends it
         return true;
     }
 

@@ -71,9 +71,9 @@ void CompareTaking(Take take, const std::string& text, const char* rule)
 {
     const auto seen = test::TakenBy<Number>(take, text);
     const auto expected = test::TakenByAStream<Number>(text);
-    fuzz::Check(seen.isRead == expected.isRead
-                    && std::memcmp(&seen.value, &expected.value, sizeof(Number)) == 0,
-                rule);
+    // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): bits are meant
+    const bool isSame = std::memcmp(&seen.value, &expected.value, sizeof(Number)) == 0;
+    fuzz::Check(seen.isRead == expected.isRead && isSame, rule);
     fuzz::CheckSame(seen.rest, expected.rest, rule);
 }
 

@@ -127,7 +127,7 @@ void CheckTable(const Spectrum& spectrum)
 {
     const std::vector<Peak>& peaks = spectrum.vPeaks;
     CheckSorted(
-        peaks, [](const Peak& peak) { return peak.dMz; }, std::less<double>());
+        peaks, [](const Peak& peak) { return peak.dMz; }, std::less<>());
     std::size_t size = 0;
     for (std::size_t i = 0; i < peaks.size(); ++i) {
         if (!HasBin(peaks[i].dMz)) {
@@ -228,8 +228,7 @@ private:
         spectrum_.sortByIntensity();
         fuzz::Check(SortedBits(spectrum_.vPeaks) == before, "sorting keeps every peak");
         CheckSorted(
-            spectrum_.vPeaks, [](const Peak& peak) { return peak.dIntensity; },
-            std::greater<double>());
+            spectrum_.vPeaks, [](const Peak& peak) { return peak.dIntensity; }, std::greater<>());
         isFresh_ = false;
     }
 

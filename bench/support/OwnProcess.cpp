@@ -37,6 +37,7 @@ void SetLimit(__rlimit_resource resource, rlim_t value)
     std::vector<std::string> texts = arguments;
     texts.insert(texts.begin(), "/proc/self/exe");
     std::vector<char*> argv;
+    argv.reserve(texts.size() + 1);
     for (std::string& text : texts) {
         argv.push_back(text.data());
     }

@@ -16,7 +16,7 @@ namespace pelgrin {
 struct TableForm {
     struct Column {
         enum class Cell { Text, Whole, Decimal };
-        const char* name;
+        const char* name = nullptr;
         Cell cell = Cell::Text;
         const char* otherName = nullptr; ///< that is taken, too
     };

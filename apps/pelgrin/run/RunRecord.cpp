@@ -1,5 +1,6 @@
 #include "run/RunRecord.h"
 
+#include <cmath>
 #include <cstdint>
 #include <ctime>
 #include <filesystem>
@@ -30,7 +31,7 @@ double SecondsBetween(const RunMoment& begin, const RunMoment& end)
 /// Whole milliseconds: more would be noise.
 double Rounded(double seconds)
 {
-    return static_cast<double>(static_cast<std::int64_t>(seconds * 1000.0 + 0.5)) / 1000.0;
+    return std::round(seconds * 1000.0) / 1000.0;
 }
 
 Json VersionsOf()
