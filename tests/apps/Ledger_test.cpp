@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "RandomResults.h"
+#include "ResultTexts.h"
 #include "common/Failure.h"
 
 namespace pelgrin::test {

@@ -113,6 +113,40 @@ TEST(NativeTable, EveryWriterTellsWhatDoesNotReadBack)
     }
 }
 
+TEST(NativeTable, WhatDoesNotReadBackIsAClassThatMayBeAllowed)
+{
+    const Workplace place;
+    const std::string result =
+        place.Write("result", PepXml(Query(Hit("<modification_info mod_nterm_mass=\"43\"/>\n"))));
+    const std::string table = place.PathOf("table.txt");
+    const std::string ledger = place.PathOf("ledger.json");
+    const std::vector<std::string> convert = {"convert", "--format", "Comet (.pep.xml)",
+                                              "--in",    result,     "--out",
+                                              table,     "--ledger", ledger};
+    EXPECT_EQ(RunPelgrin(convert).status, 3);
+    const auto json = nlohmann::json::parse(ReadFile(ledger));
+    EXPECT_EQ(json["has_losses"], true);
+    const nlohmann::json page = json["pages"]["table"];
+    EXPECT_EQ(page["held"], 1);
+    EXPECT_EQ(page["kept"], 1);
+    const nlohmann::json loss = page["classes"]["table_terminus_mass"];
+    EXPECT_EQ(loss["count"], 1);
+    EXPECT_EQ(loss["in_sum"], false);
+    EXPECT_EQ(loss["examples"], nlohmann::json({table + ":2"}));
+    std::vector<std::string> allowed = convert;
+    allowed.insert(allowed.end(), {"--allow", "table_terminus_mass"});
+    const Outcome outcome = RunPelgrin(allowed);
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr("  allowed        1  table_terminus_mass: "));
+    // The same of a run, which finds its spectrum.
+    const Outcome run =
+        RunPelgrin({"annotate", "--spectra", place.PathOf("run.mgf"), "--psms",
+                    place.Write("good", TableOf({Row()}) + LongRow(10000)), "--format",
+                    "Calvex (.txt)", "--tolerance", "20ppm", "--out", place.PathOf("out")});
+    EXPECT_EQ(run.status, 3);
+    EXPECT_THAT(run.out, HasSubstr("  lost           1  table_long_row: "));
+}
+
 TEST(NativeTable, NothingIsToldOfWhatReadsBack)
 {
     const Workplace place;

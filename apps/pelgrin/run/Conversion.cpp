@@ -7,7 +7,6 @@
 #include "common/Terminal.h"
 #include "files/ScratchFolder.h"
 #include "run/Ledger.h"
-#include "run/NativeTable.h"
 #include "run/Output.h"
 
 namespace pelgrin {
@@ -15,11 +14,12 @@ namespace pelgrin {
 using Record = Vorlan::PeptideIdentification;
 
 bool WriteLosses(const Parameters& parameters, const ResultsRead& results, const Counts& counts,
-                 std::string& report)
+                 const NotHeldCounts& notHeld, std::string& report)
 {
     results.rejects.Warn(parameters.rejectsTable);
     Ledger ledger(parameters.allowed);
     ledger.AddMatches(results, counts);
+    ledger.AddTable(notHeld, parameters.out);
     report += ledger.Text();
     for (const auto& [path, text] : {std::pair{&parameters.rejectsTable, results.rejects.Table()},
                                      std::pair{&parameters.ledgerFile, ledger.Json()}}) {
@@ -48,10 +48,10 @@ ExitStatus Convert(const Parameters& parameters)
     std::string report =
         fmt::format("Matches read {:>9}\nWritten      {:>9}   records to {}\n{}", counts.read,
                     counts.read, OneLine(parameters.out), notHeld.Text());
-    const bool hasLosses = WriteLosses(parameters, results, counts, report);
+    const bool hasLosses = WriteLosses(parameters, results, counts, notHeld, report);
     table.MoveToTarget();
     PrintReport(report);
-    return hasLosses || notHeld.HasLosses() ? WithLosses : AllWell;
+    return hasLosses ? WithLosses : AllWell;
 }
 
 } // namespace pelgrin

@@ -4,6 +4,7 @@
 
 #include "common/Command.h"
 #include "run/Identifications.h"
+#include "run/NativeTable.h"
 #include "run/Parameters.h"
 
 namespace pelgrin {
@@ -15,11 +16,11 @@ namespace pelgrin {
 /// cannot be gone on with.
 ExitStatus Convert(const Parameters& parameters);
 
-/// Tells what of the results was lost: warnings, the closing table behind report,
+/// Tells what of the results was lost, and what the table at parameters.out does not hold: warnings, the closing table behind report,
 /// and the files that parameters ask for. Gives whether there are losses that were
 /// not allowed.
 bool WriteLosses(const Parameters& parameters, const ResultsRead& results, const Counts& counts,
-                 std::string& report);
+                 const NotHeldCounts& notHeld, std::string& report);
 
 } // namespace pelgrin
 

@@ -270,6 +270,23 @@ void Ledger::AddRecords(const Counts& counts)
     Add(std::move(page));
 }
 
+void Ledger::AddTable(const NotHeldCounts& notHeld, const std::string& path)
+{
+    const std::vector<NotHeldCounts::Loss> losses = notHeld.Losses();
+    if (losses.empty()) {
+        return;
+    }
+    const std::uint64_t records = notHeld.Records();
+    LedgerPage page{"table", "records in the table that is written", records, records, {}, {}};
+    LedgerPage::File file{path, records, records, {}};
+    for (const NotHeldCounts::Loss& loss : losses) {
+        AddClass(page, file,
+                 {loss.key, loss.text, loss.count, false, true, {PlaceText(path, loss.firstLine)}});
+    }
+    page.files.push_back(std::move(file));
+    Add(std::move(page));
+}
+
 void Ledger::Add(LedgerPage page)
 {
     std::uint64_t sum = page.kept;
@@ -345,6 +362,9 @@ std::vector<std::string> LossClasses()
     }
     for (std::size_t i = 0; i < kReasons; ++i) {
         keys.insert(KeyOf(static_cast<Reason>(i)));
+    }
+    for (const std::string& key : TableLossClasses()) {
+        keys.insert(key);
     }
     return {keys.begin(), keys.end()};
 }

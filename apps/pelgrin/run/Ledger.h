@@ -14,6 +14,7 @@
 
 #include "run/Counts.h"
 #include "run/Identifications.h"
+#include "run/NativeTable.h"
 #include "run/Spectra.h"
 
 namespace pelgrin {
@@ -53,6 +54,8 @@ public:
     void AddMatches(const ResultsRead& results, const Counts& counts);
     void AddSpectra(const std::vector<SpectraFile>& files);
     void AddRecords(const Counts& counts);
+    /// What does not read back from the native table at path. Does nothing when all does.
+    void AddTable(const NotHeldCounts& notHeld, const std::string& path);
 
     const std::vector<LedgerPage>& Pages() const { return pages_; }
     /// A class is not empty, is a loss, and was not allowed.

@@ -24,8 +24,8 @@ namespace {
 
 /// Something of a record that the native table has no place for.
 struct NotHeld {
+    const char* key; ///< of a loss; null: it is left out of every native table
     const char* text;
-    bool isLoss; ///< else it is left out of every native table
     bool (*isBorneBy)(const Record&);
 };
 
@@ -64,29 +64,32 @@ std::uint64_t LinesOf(const Record& record)
 
 constexpr std::size_t kNotHeldKinds = 10;
 const NotHeld kNotHeld[kNotHeldKinds] = {
-    {"records with a name that holds a tab, a line end or \";\": they do not read back", true,
+    {"table_separator",
+     "records with a name that holds a tab, a line end or \";\": they do not read back",
      HasTextThatDoesNotFit},
-    {"records with a row of more than 81,919 characters: the table ends there when it is read",
-     true, [](const Record& record) { return RowLengthOf(record) > kLongestLine; }},
-    {"records with a negative or much too large charge: they do not read back", true,
+    {"table_long_row",
+     "records with a row of more than 81,919 characters: the table ends there when it is read",
+     [](const Record& record) { return RowLengthOf(record) > kLongestLine; }},
+    {"table_charge", "records with a negative or much too large charge: they do not read back",
      [](const Record& record) {
          return record.nCharge > std::uint64_t{std::numeric_limits<std::int32_t>::max()};
      }},
-    {"records with a mass on a terminus that no given modification explains", true,
+    {"table_terminus_mass", "records with a mass on a terminus that no given modification explains",
      [](const Record& record) { return !record.vAltMods.empty(); }},
-    {"records with masses of modifications; their names are there", false,
+    {nullptr, "records with masses of modifications; their names are there",
      [](const Record& record) {
          return std::any_of(record.vMods.begin(), record.vMods.end(),
                             [](const auto& mod) { return mod.dMass != 0.0; });
      }},
-    {"records with a decoy flag", false, [](const Record& record) { return record.bDecoy; }},
-    {"records with the m/z of the precursor", false,
+    {nullptr, "records with a decoy flag", [](const Record& record) { return record.bDecoy; }},
+    {nullptr, "records with the m/z of the precursor",
      [](const Record& record) { return record.dValue1 != 0.0; }},
-    {"records with a retention time", false,
+    {nullptr, "records with a retention time",
      [](const Record& record) { return record.dValue2 != 0.0; }},
-    {"records with a mass error of the precursor", false,
+    {nullptr, "records with a mass error of the precursor",
      [](const Record& record) { return record.nValue4 != 0; }},
-    {"records with a scan number", false, [](const Record& record) { return record.nValue5 != 0; }},
+    {nullptr, "records with a scan number",
+     [](const Record& record) { return record.nValue5 != 0; }},
 };
 
 /// Throws Failure when path is an input, or no file that can be written.
@@ -192,6 +195,7 @@ void NativeTableParts::NotWritable() const
 
 void NotHeldCounts::Add(const std::vector<Record>& records)
 {
+    records_ += records.size();
     for (const Record& record : records) {
         for (std::size_t i = 0; i < kKinds; ++i) {
             if (kNotHeld[i].isBorneBy(record)) {
@@ -204,24 +208,35 @@ void NotHeldCounts::Add(const std::vector<Record>& records)
     }
 }
 
-bool NotHeldCounts::HasLosses() const
+std::vector<NotHeldCounts::Loss> NotHeldCounts::Losses() const
 {
+    std::vector<Loss> losses;
     for (std::size_t i = 0; i < kKinds; ++i) {
-        if (kinds_[i].count > 0 && kNotHeld[i].isLoss) {
-            return true;
+        if (kinds_[i].count > 0 && kNotHeld[i].key != nullptr) {
+            losses.push_back(
+                {kNotHeld[i].key, kNotHeld[i].text, kinds_[i].count, kinds_[i].firstLine});
         }
     }
-    return false;
+    return losses;
 }
 
 void NotHeldCounts::Warn(const std::string& path) const
 {
-    for (std::size_t i = 0; i < kKinds; ++i) {
-        if (kinds_[i].count > 0 && kNotHeld[i].isLoss) {
-            spdlog::warn("{}:{}: the first of {} {}", OneLine(path), kinds_[i].firstLine,
-                         kinds_[i].count, kNotHeld[i].text);
+    for (const Loss& loss : Losses()) {
+        spdlog::warn("{}:{}: the first of {} {}", OneLine(path), loss.firstLine, loss.count,
+                     loss.text);
+    }
+}
+
+std::vector<std::string> TableLossClasses()
+{
+    std::vector<std::string> keys;
+    for (const NotHeld& kind : kNotHeld) {
+        if (kind.key != nullptr) {
+            keys.emplace_back(kind.key);
         }
     }
+    return keys;
 }
 
 std::string NotHeldCounts::Text() const

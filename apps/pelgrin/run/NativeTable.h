@@ -24,8 +24,16 @@ void CheckNewFiles(const Parameters& parameters, const std::string& proteinTable
 class NotHeldCounts {
 public:
     void Add(const std::vector<Vorlan::PeptideIdentification>& records);
-    /// Some of it belongs into the table.
-    bool HasLosses() const;
+    /// A kind of what belongs into the table.
+    struct Loss {
+        const char* key; ///< "table_separator"
+        const char* text;
+        std::uint64_t count = 0;
+        std::uint64_t firstLine = 0;
+    };
+    std::vector<Loss> Losses() const;
+    /// The records that were counted.
+    std::uint64_t Records() const { return records_; }
     /// Warns of that, with the line in the table at path where it is first.
     void Warn(const std::string& path) const;
     /// Lines of a report.
@@ -40,7 +48,11 @@ private:
     static constexpr std::size_t kKinds = 10;
     std::array<Kind, kKinds> kinds_{};
     std::uint64_t nextLine_ = 2; ///< behind the header
+    std::uint64_t records_ = 0;
 };
+
+/// The keys of all kinds of NotHeldCounts::Loss.
+std::vector<std::string> TableLossClasses();
 
 /// Lets the library write all records, and warns of what belongs into the table at
 /// path and does not read back. Throws Failure when it cannot write.

@@ -63,13 +63,13 @@ ExitStatus MapProteins(const Parameters& parameters, const std::string& proteinT
     std::string report = ReportOf(parameters, proteinTable, all.records.size(), counts, proteins);
     report += notHeld.Text();
     // Nothing takes its place before all is whole.
-    const bool hasLosses = WriteLosses(parameters, all, counts, report);
+    const bool hasLosses = WriteLosses(parameters, all, counts, notHeld, report);
     if (list) {
         list->MoveToTarget();
     }
     table.MoveToTarget();
     PrintReport(report);
-    return hasLosses || notHeld.HasLosses() || proteins.HasLosses() ? WithLosses : AllWell;
+    return hasLosses || proteins.HasLosses() ? WithLosses : AllWell;
 }
 
 } // namespace pelgrin

@@ -123,8 +123,7 @@ void AnnotateAll(const std::vector<Vorlan::PeptideIdentification>& records, Anno
 }
 
 /// Says what was lost, and gives the status that tells it.
-ExitStatus Conclude(const Parameters& parameters, const RunResults& results, const Ledger& ledger,
-                    const NotHeldCounts& notHeld)
+ExitStatus Conclude(const Parameters& parameters, const RunResults& results, const Ledger& ledger)
 {
     const Counts& counts = results.counts;
     const bool isEnough = !results.join || results.join->Warn(parameters.minMatch);
@@ -135,15 +134,14 @@ ExitStatus Conclude(const Parameters& parameters, const RunResults& results, con
                      counts.NotUsed(), counts.read, counts.LostRows(),
                      OneLine(parameters.out + "/ledger.json"));
     }
-    return ledger.HasLosses() || notHeld.HasLosses() || hasProteinLosses
-                   || !parameters.notOffered.empty() || !isEnough
+    return ledger.HasLosses() || hasProteinLosses || !parameters.notOffered.empty() || !isEnough
                ? WithLosses
                : AllWell;
 }
 
 /// The files that tell what was lost; warns of the worst.
 Ledger WriteLosses(const Parameters& parameters, const SpectraPool& spectra, RunResults& results,
-                   OutputFolder& output)
+                   const NotHeldCounts& notHeld, OutputFolder& output)
 {
     for (const std::string& end : spectra.ReaderEnds()) {
         results.read.rejects.restarts.push_back(end);
@@ -154,6 +152,7 @@ Ledger WriteLosses(const Parameters& parameters, const SpectraPool& spectra, Run
     ledger.AddMatches(results.read, results.counts);
     ledger.AddSpectra(spectra.Files());
     ledger.AddRecords(results.counts);
+    ledger.AddTable(notHeld, parameters.out + "/results.txt");
     output.WriteText("rejects.tsv", results.read.rejects.Table());
     output.WriteText("ledger.json", ledger.Json());
     return ledger;
@@ -192,11 +191,11 @@ ExitStatus Run(Parameters parameters)
     }
     const NotHeldCounts notHeld = output.Finish(records);
     results.counts.spectraWritten = output.SpectraWritten();
-    const Ledger ledger = WriteLosses(parameters, spectra, results, output);
+    const Ledger ledger = WriteLosses(parameters, spectra, results, notHeld, output);
     const std::string summary = SummaryOf(parameters, spectra, results);
     output.WriteText("summary.json", summary);
     PrintReport(ReportOf(parameters, spectra, results, annotator.Best()) + ledger.Text());
-    const ExitStatus status = Conclude(parameters, results, ledger, notHeld);
+    const ExitStatus status = Conclude(parameters, results, ledger);
     output.WriteText("run.json", record.End(parameters, summary, status));
     output.TakePlaces();
     return status;
