@@ -171,7 +171,7 @@ TEST(PelgrinAnnotate, ManyFilesNeedMoreDescriptorsThanTheUsualLimit)
     }
     const Outcome outcome = AnnotateManyFiles("-S -n");
     EXPECT_EQ(outcome.status, 0) << outcome.err;
-    ExpectRefusal(AnnotateManyFiles("-n"), 1, "Too many open files; raise the limit with");
+    ExpectRefusal(AnnotateManyFiles("-n"), 1, "Too many open files; the hard limit is reached");
 }
 
 TEST(PelgrinAnnotate, AnOutputFolderWithoutWritePermissionIsAFailure)

@@ -225,7 +225,7 @@ TEST_F(PelgrinModsFailures, ATextThatWouldBreakTheTableIsRefused)
     }
 }
 
-TEST_F(PelgrinModsFailures, AnEngineFileWithoutModificationsIsAFailure)
+TEST_F(PelgrinModsFailures, AnEngineFileWithoutModificationsIsTold)
 {
     folder_.Write("run.mgf", "BEGIN IONS\nTITLE=a\n100 1\nEND IONS\n");
     for (const char* const command : {"show", "find"}) {
@@ -235,9 +235,10 @@ TEST_F(PelgrinModsFailures, AnEngineFileWithoutModificationsIsAFailure)
         std::vector<std::string> arguments = {command, "--engine-file", "run.mgf", "--engine",
                                               "MSFragger"};
         arguments.insert(arguments.end(), question.begin(), question.end());
-        ExpectOneLine(Mods(arguments), 1,
-                      "run.mgf: no modifications were found; expected a modification file of "
-                      "MSFragger");
+        const Outcome outcome = Mods(arguments);
+        EXPECT_EQ(outcome.status, 3) << outcome.err;
+        EXPECT_THAT(outcome.err, HasSubstr("run.mgf: no modifications were found in it; is it a "
+                                           "modification file of MSFragger"));
     }
 }
 

@@ -13,6 +13,7 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 using Vorlan::PeptideIdentification;
+using Vorlan::test::ReadFile;
 
 /// The row as the library writes it.
 std::string WrittenRowOf(const PeptideIdentification& record)

@@ -104,9 +104,9 @@ TEST(ParseModifications, TakesBothSpellingsOfATerminusForOneName)
     const ModificationMasses masses = ParseModifications({"Acetyl (N-term)=42.01"});
     EXPECT_EQ(masses.count("Acetyl (Any N-term)"), 1U);
     EXPECT_EQ(RefusalOf([] {
-                  ParseModifications({"Acetyl (N-term)=42.01", "Acetyl (Any N-term)=42.01"});
+                  ParseModifications({"Acetyl (N-term)=42.01", "Acetyl (Any N-term)=43"});
               }),
-              "--mod: \"Acetyl (Any N-term)\" is given twice");
+              "--mod: \"Acetyl (Any N-term)\" is given twice, with two masses");
 }
 
 TEST(ParseModifications, GivesEachResidueOfANameItsMass)
@@ -117,12 +117,16 @@ TEST(ParseModifications, GivesEachResidueOfANameItsMass)
                                                       testing::Pair("Oxidation (W)", 16.0),
                                                       testing::Pair("Acetyl(K)", 42.0),
                                                       testing::Pair("Acetyl (K)", 42.0)));
-    for (const char* const other : {"Oxidation (M)=17", "Oxidation(M)=16", "Oxidation (CM)=16"}) {
+    for (const char* const other : {"Oxidation (M)=17", "Oxidation(M)=17", "Oxidation (CM)=17"}) {
         EXPECT_EQ(RefusalOf([&] {
                       ParseModifications({"Oxidation (MW)=16", other});
                   }),
-                  "--mod: \"Oxidation (M)\" is given twice");
+                  "--mod: \"Oxidation (M)\" is given twice, with two masses");
     }
+    // One list for reading "(MW)" and for annotating "(M)".
+    EXPECT_EQ(
+        ParseModifications({"Oxidation (MW)=16", "Oxidation (M)=16", "Oxidation(M)=16"}).size(),
+        4U);
 }
 
 TEST(WithAnyTerm, SpellsATerminusAsTheTableReaderDoes)

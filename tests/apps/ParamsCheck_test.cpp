@@ -49,11 +49,12 @@ TEST(ParamsCheck, TellsAnOutputThatARunCannotWrite)
     const ParameterWorkplace workplace;
     std::filesystem::create_directories(workplace.PathOf("former/results.txt"));
     workplace.Write("file", "");
+    std::filesystem::create_symlink("nothing", workplace.PathOf("link"));
     for (const auto& [output, told] : std::vector<std::pair<std::string, std::string>>{
              {"./former", "former/results.txt: cannot be written: it is not an ordinary file\n"},
-             {"./file/below",
-              "is not a folder and cannot be made one: a file of that name exists\n"},
-             {"./" + std::string(300, 'x'),
+             {"./file/below", "is not a folder and cannot be made one: Not a directory\n"},
+             {"./link", "is not a folder and cannot be made one: File exists\n"},
+             {"./new/" + std::string(300, 'x'),
               "is not a folder and cannot be made one: File name too long\n"}}) {
         const Ini ini = Ini().With("Output", "output", output);
         for (const Outcome& outcome : {workplace.Check(ini), workplace.Run(ini, {Row()})}) {
@@ -300,7 +301,8 @@ TEST(ParamsCheck, MassesThatAreReadInPartAreTold)
     const ParameterWorkplace workplace;
     std::string table = ModificationTable();
     const std::size_t point = table.find("15.994915");
-    const std::size_t line = 1 + std::count(table.begin(), table.begin() + point, '\n');
+    const std::string before = table.substr(0, point);
+    const auto line = 1 + std::count(before.begin(), before.end(), '\n');
     table.replace(point, 9, "15,994915");
     workplace.Write("mods.txt", table);
     const std::string warning = "pelgrin: warning: mods.txt:" + std::to_string(line)

@@ -430,7 +430,7 @@ TEST(Prepare, ANameNeverMeetsAnotherSpectrumOfTheCopy)
         EXPECT_EQ(place.Text("run.pep.xml").find("spectrum=\"" + one.after + "\"")
                       == std::string::npos,
                   isLeftOut);
-        for (const std::size_t result : {1, 2}) {
+        for (const std::size_t result : {1U, 2U}) {
             EXPECT_EQ(place.Counts(result).leftOut.count("name_of_several"), isLeftOut ? 1U : 0U);
         }
     }

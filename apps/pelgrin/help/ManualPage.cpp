@@ -143,7 +143,7 @@ const std::vector<std::pair<int, std::string>>& ExitStatusTexts()
     static const std::vector<std::pair<int, std::string>> texts = {
         {0, "all well"},
         {1, "failure; the message says which file, which line and what was expected"},
-        {2, "the command line is wrong; nothing was done"},
+        {2, "the command line is wrong; no result was written"},
         {3, "finished, with losses or findings, which are reported"}};
     return texts;
 }

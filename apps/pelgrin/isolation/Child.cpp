@@ -61,7 +61,9 @@ private:
 
 [[noreturn]] void NoRoom(const char* what)
 {
-    const char* const hint = errno == EMFILE ? "; raise the limit with \"ulimit -n\"" : "";
+    const char* const hint =
+        errno == EMFILE ? "; the hard limit is reached (ulimit -Hn): give fewer files at a time"
+                        : "";
     throw Failure(fmt::format("no process for reading can be started: {}: {}{}", what,
                               std::strerror(errno), hint));
 }

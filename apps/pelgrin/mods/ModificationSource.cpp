@@ -139,10 +139,8 @@ Opened Open(const DatabaseChoice& choice)
         const CModificationsDB& database =
             OpenEngineFile(choice.engineFile, EngineOf(choice.engine));
         if (database.getNumberOfModifications() == 0) {
-            throw Failure(
-                fmt::format("{}: no modifications were found; expected a modification file "
-                            "of {}",
-                            choice.engineFile, choice.engine));
+            spdlog::warn("{}: no modifications were found in it; is it a modification file of {}?",
+                         OneLine(choice.engineFile), choice.engine);
         }
         return {&database, choice.engineFile};
     }

@@ -67,7 +67,9 @@ void CheckDefaultTable(Format format, const std::vector<std::string>& told)
     if (isPFind && std::filesystem::is_regular_file(kTable, ignored)) {
         CheckModificationTable(kTable);
         CheckTermSpecificities(kTable);
-        if (std::find(told.begin(), told.end(), kTable) == told.end()) {
+        if (std::none_of(told.begin(), told.end(), [&](const std::string& path) {
+                return std::filesystem::equivalent(path, kTable, ignored);
+            })) {
             WarnOfMasses(kTable, Vorlan::SearchEngineType::CalvexTxt);
         }
     }

@@ -86,7 +86,8 @@ ExitStatus Join(const Parameters& parameters, bool asJson)
     // Names may hold any bytes; what is no UTF-8 becomes U+FFFD.
     constexpr auto kReplace = nlohmann::ordered_json::error_handler_t::replace;
     std::string report = FullTextOf(audit);
-    const bool hasLosses = WriteLosses(parameters, identifications, counts, NotHeldCounts(), report);
+    const bool hasLosses =
+        WriteLosses(parameters, identifications, counts, NotHeldCounts(), report);
     PrintOut(asJson ? JsonOf(audit, parameters.minMatch).dump(2, ' ', false, kReplace) + "\n"
                     : report);
     const bool isEnough = audit.Warn(parameters.minMatch);

@@ -62,12 +62,22 @@ void CheckFolderToMake(const std::string& path)
     std::error_code error;
     fs::path place = fs::absolute(path, error);
     fs::file_status status = fs::status(place, error);
+    std::size_t longest = 0;
     while (status.type() == fs::file_type::not_found && place.has_relative_path()) {
+        if (fs::is_symlink(fs::symlink_status(place, error))) { // to nothing
+            NotAFolder(path, std::make_error_code(std::errc::file_exists));
+        }
+        longest = std::max(longest, place.filename().native().size());
         place = place.parent_path();
         status = fs::status(place, error);
     }
     if (!fs::is_directory(status)) {
-        NotAFolder(path, error);
+        const auto isPart = std::make_error_code(std::errc::not_a_directory);
+        NotAFolder(path, error ? error : longest > 0 ? isPart : std::error_code());
+    }
+    const long most = ::pathconf(place.c_str(), _PC_NAME_MAX);
+    if (most > 0 && longest > static_cast<std::size_t>(most)) {
+        NotAFolder(path, std::make_error_code(std::errc::filename_too_long));
     }
     if (::access(place.c_str(), W_OK | X_OK) != 0) {
         NotAFolder(path, std::error_code(errno, std::generic_category()));

@@ -112,8 +112,10 @@ ModificationMasses ParseModifications(const std::vector<std::string>& texts)
             names.insert(FullNameOf(name));
         }
         for (const std::string& name : names) {
-            if (!masses.emplace(name, mass).second) {
-                throw UsageError(fmt::format("--mod: \"{}\" is given twice", name));
+            const auto [entry, isNew] = masses.emplace(name, mass);
+            if (!isNew && entry->second != mass) {
+                throw UsageError(
+                    fmt::format("--mod: \"{}\" is given twice, with two masses", name));
             }
         }
     }

@@ -100,8 +100,8 @@ std::vector<Vorlan::Peak::EIonType> ParseIons(const std::string& text);
 /// "Oxidation (M)=15.994915": name and mass around the last "=".
 std::pair<std::string, double> ParseModification(const std::string& text);
 
-/// All modifications, as they are written and with one name for each residue; a name
-/// may be given only once, however it is spelled.
+/// All modifications, as they are written and with one name for each residue. A name
+/// has one mass, however it is spelled; throws UsageError for two.
 ModificationMasses ParseModifications(const std::vector<std::string>& texts);
 
 /// "/data/run01.raw=run01.mgf": dataset name and file around the last "=", once
