@@ -165,6 +165,37 @@ TEST(Lint, TellsPeptidesOnceBesideTheirMatches)
     EXPECT_THAT(RunPelgrin({"lint", peptides}).out, HasSubstr("1 finding in 1 file"));
 }
 
+TEST(Lint, TellsPeptidesOnceHoweverTheirPathIsWritten)
+{
+    const TempFolder folder;
+    std::filesystem::create_directory(folder.PathOf("sub"));
+    folder.Write("msms.txt", kMsmsHeader + MsmsRow());
+    folder.Write("peptides.txt", kPeptidesHeader + PeptidesRow("1"));
+    Setting setting;
+    setting.folder = folder.Path();
+    for (const char* const place : {"", "./", ".//", "sub/../"}) {
+        const std::string matches = std::string(place) + "msms.txt";
+        const std::string peptides = "./" + std::string(place) + "peptides.txt";
+        EXPECT_THAT(RunPelgrin({"lint", matches, peptides}, setting).out,
+                    HasSubstr("1 finding in 1 file"))
+            << place;
+    }
+}
+
+TEST(Lint, TellsTheOthersWhenAFolderIsCalledAResult)
+{
+    const TempFolder folder;
+    std::filesystem::create_directory(folder.PathOf("sub"));
+    const std::string matches = folder.Write("msms.txt", kMsmsHeader + MsmsRow());
+    const std::string peptides = folder.Write("peptides.txt", kPeptidesHeader + PeptidesRow("1"));
+    const Outcome outcome =
+        RunPelgrin({"lint", "--format", "MaxQuant", folder.PathOf("sub"), matches, peptides});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr(folder.PathOf("sub")));
+    EXPECT_EQ(outcome.err.find("error:"), outcome.err.rfind("error:")) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr(peptides + ":2: maxquant_ids"));
+}
+
 TEST(Lint, FindsPackedPeptidesBesidePackedMatches)
 {
     const TempFolder folder;

@@ -1,5 +1,7 @@
 #include "commands/LintCommand.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <limits>
 #include <memory>
 #include <set>
@@ -11,8 +13,6 @@
 
 #include "common/Failure.h"
 #include "common/Terminal.h"
-#include "files/MaxQuantAudit.h"
-#include "files/Packed.h"
 #include "lint/FindingsText.h"
 #include "lint/Lint.h"
 #include "run/Parameters.h"
@@ -20,6 +20,8 @@
 namespace pelgrin {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr const char kLintFooter[] = R"(Examples:
   pelgrin lint run01.mgf
@@ -58,16 +60,13 @@ std::set<Rule> RulesOf(const std::vector<std::string>& ids)
     return rules;
 }
 
-/// The files that msms.txt is looked at with, when it is given, too.
-std::set<std::string> PeptidesBesideOf(const std::vector<FileFindings>& files)
+/// The file was looked at with another one, as peptides.txt with msms.txt.
+bool IsSecond(const std::string& path, const std::vector<FileFindings>& files)
 {
-    std::set<std::string> peptides;
-    for (const FileFindings& file : files) {
-        if (file.kind == FileKind::MaxQuantMatches) {
-            peptides.insert(PeptidesBeside(file.path, PackingOf(file.path) != Packing::None));
-        }
-    }
-    return peptides;
+    const fs::path normal = fs::path(path).lexically_normal();
+    return std::any_of(files.begin(), files.end(), [&](const FileFindings& file) {
+        return !file.second.empty() && fs::path(file.second).lexically_normal() == normal;
+    });
 }
 
 ExitStatus RunLint(const LintOptions& options)
@@ -85,7 +84,7 @@ ExitStatus RunLint(const LintOptions& options)
                       RulesOf(options.ignored));
     bool isAllRead = true;
     for (const std::string& path : options.files) {
-        if (PeptidesBesideOf(findings.Files()).count(path) > 0) {
+        if (IsSecond(path, findings.Files())) {
             continue;
         }
         try {

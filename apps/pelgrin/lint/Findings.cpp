@@ -12,7 +12,7 @@ Findings::Findings(std::size_t examples, std::set<Rule> ignored)
 void Findings::Begin(const std::string& path, FileKind kind)
 {
     path_.clear();
-    files_.push_back({path, kind, {}});
+    files_.push_back({path, kind, {}, {}});
 }
 
 void Findings::Add(Rule rule, std::uint64_t line, std::string what, std::string subject)

@@ -30,6 +30,7 @@ struct RuleFindings {
 struct FileFindings {
     std::string path;
     FileKind kind = FileKind::Unknown;
+    std::string second;                 ///< the file that was looked at with it; may be empty
     std::map<Rule, RuleFindings> rules; ///< those with findings
 };
 
@@ -42,6 +43,8 @@ public:
 
     /// What is added next is about this file or folder.
     void Begin(const std::string& path, FileKind kind);
+    /// The file at this path is looked at with the one that was begun.
+    void SetSecond(const std::string& path) { files_.back().second = path; }
     /// Of a file in the folder, or beside the file, that was begun: findings name
     /// this path until the next call. Empty: the path that was begun.
     void SetPath(std::string path) { path_ = std::move(path); }

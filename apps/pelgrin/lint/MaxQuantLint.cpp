@@ -102,6 +102,7 @@ void LintMaxQuant(const std::string& path, const SecondFile& peptides, Findings&
                      "expected the file peptides.txt of the same search beside it");
         return;
     }
+    findings.SetSecond(peptides.given);
     findings.SetPath(peptides.given);
     LintPeptides(peptides.plain, isRead ? std::optional(table.Rows()) : std::nullopt, findings);
     findings.SetPath("");
