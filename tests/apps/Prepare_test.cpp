@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include "HostProgram.h"
 #include "PeptideIdentificationIO.h"
 #include "ResultTexts.h"
 #include "SpectraIO.h"
@@ -558,6 +559,56 @@ TEST(Prepare, APipeAmongDtaFilesIsRefused)
     preparation.Add(folder.PathOf("run"));
     EXPECT_THAT([&] { preparation.Run(); },
                 testing::ThrowsMessage<Failure>(HasSubstr("pipe or device")));
+}
+
+TEST(Prepare, PeptidesBelongToTheMatchesOfTheirFolderHoweverItIsNamed)
+{
+    const std::string msms = kMsmsHeader + MsmsRow();
+    const std::string peptides = kPeptidesHeader + PeptidesRow("0");
+    const TempFolder folder;
+    for (const char* const name : {"b/txt", "c/txt"}) {
+        std::filesystem::create_directories(folder.PathOf(name));
+        folder.Write(std::string(name) + "/msms.txt", msms);
+    }
+    folder.Write("b/txt/peptides.txt", peptides);
+    folder.Write("b/txt/peptides.txt.more", peptides);
+    std::filesystem::create_directory_symlink(folder.PathOf("b/txt"), folder.PathOf("lnk"));
+    struct Case {
+        const char* reason;
+        std::vector<std::string> inputs;
+        std::string copy;
+        std::string passedOver;
+    };
+    int round = 0;
+    for (const Case& one : std::vector<Case>{
+             {"a second file of the folder",
+              {"b/txt/msms.txt", "b/txt/peptides.txt", "b/txt/peptides.txt.more"},
+              "peptides.txt",
+              "b/txt/peptides.txt.more"},
+             {"a file named twice",
+              {"b/txt/msms.txt", "b/txt/peptides.txt", "b/./txt/peptides.txt"},
+              "peptides.txt",
+              "b/./txt/peptides.txt"},
+             {"a link to the folder",
+              {"lnk/msms.txt", "c/txt/msms.txt", "b/txt/peptides.txt"},
+              "lnk/peptides.txt",
+              ""},
+         }) {
+        SCOPED_TRACE(one.reason);
+        const std::string out = "out" + std::to_string(++round);
+        std::vector<std::string> arguments = {"prepare", "--out", out};
+        arguments.insert(arguments.end(), one.inputs.begin(), one.inputs.end());
+        Setting setting;
+        setting.folder = folder.Path();
+        const Outcome outcome = RunPelgrin(arguments, setting);
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_EQ(outcome.err, one.passedOver.empty()
+                                   ? ""
+                                   : "pelgrin: warning: " + one.passedOver
+                                         + ": is passed over; b/txt/peptides.txt was named first "
+                                           "and is read\n");
+        EXPECT_EQ(ReadFile(folder.PathOf(out + "/" + one.copy)), peptides);
+    }
 }
 
 TEST(Prepare, ACopyNeverTakesThePlaceOfThePeptidesBesideTheirMatches)

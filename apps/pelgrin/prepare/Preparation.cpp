@@ -112,14 +112,15 @@ void Preparation::Add(const std::string& input, std::optional<FileKind> kind)
     if (IsFolder(input)) {
         CheckDtaFolder(copy.input);
         copy.kind = FileKind::DtaFolder;
-        inputs_.push_back({copy.input, PlaceOfDataset(input).name, state});
+        inputs_.push_back({copy.input, PlaceOfDataset(input).name, state, {}});
         return;
     }
     CheckReadable(input);
     const std::string plain = PlainTextOf(input, scratch_, copy);
     copy.kind = kind ? *kind : KindOf(plain);
     RefuseKind(input, plain, copy.kind);
-    inputs_.push_back({plain, NameWithoutPacking(input), state});
+    inputs_.push_back({plain, NameWithoutPacking(input), state,
+                       fs::weakly_canonical(fs::absolute(input).parent_path())});
 }
 
 void Preparation::NameDataset(const std::string& name, const std::string& input)
@@ -131,7 +132,7 @@ void Preparation::Run()
 {
     for (std::size_t i = 0; i < copies_.size(); ++i) {
         if (copies_[i].kind == FileKind::MaxQuantPeptides) {
-            RefuseAlone(i);
+            CheckPeptides(i);
         }
         const bool isPair = copies_[i].kind == FileKind::MaxQuantMatches && !PeptidesOf(i);
         if (const std::string beside = isPair ? PeptidesBeside(copies_[i].input, true) : "";
@@ -174,13 +175,27 @@ void Preparation::Run()
     }
 }
 
-/// The copy of a peptides.txt is made with that of its msms.txt.
-void Preparation::RefuseAlone(std::size_t i) const
+/// The copy of a peptides.txt is made with that of its msms.txt. Of several in one
+/// folder, packed or named twice, the first one is read.
+void Preparation::CheckPeptides(std::size_t i) const
 {
+    std::optional<std::size_t> first;
     for (std::size_t k = 0; k < copies_.size(); ++k) {
-        if (copies_[k].kind == FileKind::MaxQuantMatches && PeptidesOf(k) == i) {
+        if (copies_[k].kind != FileKind::MaxQuantMatches) {
+            continue;
+        }
+        const auto peptides = PeptidesOf(k);
+        if (peptides == i) {
             return;
         }
+        if (inputs_[k].folder == inputs_[i].folder) {
+            first = peptides;
+        }
+    }
+    if (first) {
+        spdlog::warn("{}: is passed over; {} was named first and is read",
+                     OneLine(copies_[i].input), OneLine(copies_[*first].input));
+        return;
     }
     throw Failure(fmt::format("{}: expected msms.txt of the same folder among the inputs: its rows "
                               "are numbered in the copy",
@@ -318,7 +333,7 @@ void Preparation::CheckUnchanged(std::size_t i, const std::string& path,
     FailAsChanged(path);
 }
 
-/// The peptides.txt among the inputs: of the same folder, or the only one.
+/// The peptides.txt among the inputs: the first one of the same folder, or the only one.
 std::optional<std::size_t> Preparation::PeptidesOf(std::size_t i) const
 {
     std::vector<std::size_t> all;
@@ -326,7 +341,7 @@ std::optional<std::size_t> Preparation::PeptidesOf(std::size_t i) const
     for (std::size_t k = 0; k < copies_.size(); ++k) {
         matches += copies_[k].kind == FileKind::MaxQuantMatches ? 1 : 0;
         if (copies_[k].kind == FileKind::MaxQuantPeptides) {
-            if (FolderOf(copies_[k].input) == FolderOf(copies_[i].input)) {
+            if (inputs_[k].folder == inputs_[i].folder) {
                 return k;
             }
             all.push_back(k);

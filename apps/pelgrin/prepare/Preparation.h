@@ -2,6 +2,7 @@
 #ifndef PELGRIN_PREPARATION_H
 #define PELGRIN_PREPARATION_H
 
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
@@ -49,6 +50,7 @@ private:
         std::string plain;
         std::string name; ///< of the copy
         FileState state;
+        std::filesystem::path folder; ///< of a file, whatever links lead to it
     };
 
     void CopyOne(std::size_t i);
@@ -57,7 +59,7 @@ private:
     void CopyMaxQuantPair(std::size_t i);
     std::optional<std::size_t> PeptidesOf(std::size_t i) const;
     std::string FolderOfPair(std::size_t i) const;
-    void RefuseAlone(std::size_t i) const;
+    void CheckPeptides(std::size_t i) const;
     void CheckUnchanged(std::size_t i, const std::string& path, const FileState& state) const;
     /// The path of an output. Throws Failure for one that is taken, or an input.
     std::string Claim(std::size_t i, const std::string& relative);
