@@ -65,7 +65,7 @@ void LintDta(const std::string& path, Findings& findings)
         } else if (emptyLine != 0 || line.begin.empty()) {
             emptyLine = emptyLine != 0 ? emptyLine : line.number;
         } else {
-            hasPeaks |= LintPeak(line, "", findings);
+            hasPeaks |= LintPeak(line, Numbers::OfStream, "", findings);
         }
     }
     if (!hasPeaks) {

@@ -125,7 +125,7 @@ private:
     {
         if (IsDigit(FirstOf(line.begin))) {
             place_ = Place::Peaks;
-            LintPeak(line, subject_, findings_);
+            LintPeak(line, Numbers::OfScan, subject_, findings_);
         } else if (!meant) {
             TakeOtherHeaderLine(line);
         } else if (!LintKey(line, *meant, subject_, findings_)) {
@@ -163,7 +163,7 @@ private:
             if (meant == MgfKey::End) {
                 LintKey(line, MgfKey::End, subject_, findings_);
             } else {
-                LintPeak(line, subject_, findings_);
+                LintPeak(line, Numbers::OfScan, subject_, findings_);
             }
             return;
         }

@@ -1,5 +1,7 @@
 #include "lint/PeakLines.h"
 
+#include <algorithm>
+
 #include <fmt/format.h>
 
 #include "common/Words.h"
@@ -24,14 +26,23 @@ bool HasDecimals(std::string_view text)
     return text.size() > 1 && text[0] == ',' && text[1] >= '0' && text[1] <= '9';
 }
 
-bool LintPeak(const FileLines::Line& line, const std::string& subject, Findings& findings)
+bool LintPeak(const FileLines::Line& line, Numbers numbers, const std::string& subject,
+              Findings& findings)
 {
     std::string_view text = line.begin;
+    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+    const PeakLine kind = PeakLineOf(text, numbers);
+    if (kind == PeakLine::Peak) {
+        return true;
+    }
     const auto add = [&](Rule rule) {
         findings.Add(rule, line.number, fmt::format("{}; {}", Shown(line.begin), kExpected),
                      subject);
         return false;
     };
+    if (kind == PeakLine::Infinite) {
+        return add(Rule::BadPeakLine);
+    }
     double value = 0.0;
     if (!TakeNumber(text, value)) {
         return add(RuleOfLine(line.begin));

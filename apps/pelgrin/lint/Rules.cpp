@@ -58,12 +58,14 @@ constexpr RuleTexts kTexts[] = {
     {"key_spelling", "a key in other letter case or with blanks is not seen", "",
      "spells it as the library wants it"},
     {"indented_peak", "a peak line in front of the first that begins with a digit is not read", "",
-     "removes the blank"},
+     "removes the blank; drops a line that begins with a sign or point"},
 
     {"blank_peak_line", "a blank line inside the peaks repeats the peak before", "B-17",
      "drops the line"},
-    {"bad_peak_line", "a line that is no peak inside the peaks repeats the peak before", "B-17",
-     "drops the line"},
+    {"bad_peak_line",
+     "a line that is no peak inside the peaks repeats the peak before; in MGF, inf and nan are "
+     "read",
+     "B-17", "drops the line"},
     {"no_intensity", "a peak without intensity has the intensity before", "B-17", "drops the line"},
     {"decimal_comma", "a number ends at its decimal comma", "", "leaves the record out"},
 

@@ -8,8 +8,8 @@
 #include "common/Words.h"
 #include "files/DtaAudit.h"
 #include "files/FileLines.h"
+#include "files/PeakLine.h"
 #include "prepare/OtherCopies.h"
-#include "prepare/PeakLine.h"
 #include "prepare/PlainText.h"
 #include "prepare/TextOutput.h"
 #include "prepare/TitleScan.h"
@@ -80,7 +80,7 @@ private:
         if (kind == PeakLine::Comma) {
             return "decimal_comma";
         }
-        if (kind == PeakLine::NoPeak) {
+        if (kind != PeakLine::Peak) {
             copy_.Change("line_no_peak", line_.number);
             return nullptr;
         }

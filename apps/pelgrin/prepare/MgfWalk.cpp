@@ -4,7 +4,7 @@
 #include <cctype>
 #include <utility>
 
-#include "prepare/PeakLine.h"
+#include "files/PeakLine.h"
 
 namespace pelgrin {
 
@@ -95,7 +95,7 @@ MgfPart MgfWalk::PartInRecord()
     if (std::string_view("#;!/").find(text_.front()) != std::string_view::npos) {
         return MgfPart::Comment;
     }
-    if (hasPeaks_) { // the reader takes "+2 1" and "nan 1" for peaks, but for the first one
+    if (hasPeaks_) { // the reader takes "+2 1" and "-5 3" for peaks, but for the first one
         return PeakLineOf(text_) == PeakLine::Peak ? MgfPart::Peak : MgfPart::NoPeak;
     }
     return TakeHeader() ? MgfPart::Header : MgfPart::NoHeader;
@@ -107,7 +107,7 @@ MgfPart MgfWalk::PartOfNumbers()
     if (kind == PeakLine::Comma) {
         return MgfPart::Comma;
     }
-    if (kind == PeakLine::NoPeak) {
+    if (kind != PeakLine::Peak) {
         return MgfPart::NoPeak;
     }
     hasPeaks_ = true;

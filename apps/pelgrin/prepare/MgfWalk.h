@@ -21,7 +21,7 @@ enum class MgfPart {
     Blank,      ///< these within a record
     Comment,
     NoHeader, ///< before the peaks
-    NoPeak,   ///< behind the first peak, or one number alone
+    NoPeak,   ///< behind the first peak; one number alone, or one that is not finite
     Comma,    ///< a line of numbers with a comma
     LongLine, ///< of more than kLongestLine characters
     Nul,      ///< a line with a NUL byte

@@ -6,8 +6,8 @@
 
 #include "common/Failure.h"
 #include "common/Words.h"
+#include "files/PeakLine.h"
 #include "files/TableCells.h"
-#include "prepare/PeakLine.h"
 
 namespace pelgrin {
 

@@ -1,6 +1,6 @@
 #include "files/FileLines.h"
+#include "files/PeakLine.h"
 #include "prepare/OtherCopies.h"
-#include "prepare/PeakLine.h"
 #include "prepare/TextOutput.h"
 
 #include <fmt/format.h>

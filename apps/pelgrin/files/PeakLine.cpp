@@ -1,4 +1,4 @@
-#include "prepare/PeakLine.h"
+#include "files/PeakLine.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,8 +18,10 @@ bool IsDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-/// All of text is a number.
-bool IsTaken(std::string_view text, Numbers numbers)
+/// What text is as a whole.
+enum class Word { Finite, Infinite, NoNumber };
+
+Word WordOf(std::string_view text, Numbers numbers)
 {
     std::size_t i = text.size() > 1 && (text[0] == '+' || text[0] == '-') ? 1 : 0;
     std::size_t digits = 0;
@@ -29,14 +31,17 @@ bool IsTaken(std::string_view text, Numbers numbers)
         digits += IsDigit(text[i]) ? 1 : 0;
     }
     if (i == text.size()) {
-        return digits > 0; // nearly every one
+        return digits > 0 ? Word::Finite : Word::NoNumber; // nearly every one
     }
     const std::string whole(text);
     char* end = nullptr;
     const double value = std::strtod(whole.c_str(), &end);
     const bool isDecimal =
         std::isfinite(value) && whole.find_first_not_of("0123456789.+-eE") == std::string::npos;
-    return end == whole.c_str() + whole.size() && (isDecimal || numbers == Numbers::OfScan);
+    if (end != whole.c_str() + whole.size() || (!isDecimal && numbers == Numbers::OfStream)) {
+        return Word::NoNumber;
+    }
+    return std::isfinite(value) ? Word::Finite : Word::Infinite;
 }
 
 bool HasComma(std::string_view text)
@@ -64,7 +69,13 @@ PeakLine PeakLineOf(std::string_view text, Numbers numbers)
     if (HasComma(mz) || HasComma(intensity)) {
         return PeakLine::Comma;
     }
-    return IsTaken(mz, numbers) && IsTaken(intensity, numbers) ? PeakLine::Peak : PeakLine::NoPeak;
+    const Word first = WordOf(mz, numbers);
+    const Word second = WordOf(intensity, numbers);
+    if (first == Word::NoNumber || second == Word::NoNumber) {
+        return PeakLine::NoPeak;
+    }
+    const bool isFinite = first == Word::Finite && second == Word::Finite;
+    return isFinite ? PeakLine::Peak : PeakLine::Infinite;
 }
 
 std::string_view WithoutReturns(std::string_view text)

@@ -7,16 +7,17 @@
 namespace pelgrin {
 
 enum class PeakLine {
-    Peak,   ///< begins with two numbers
-    Comma,  ///< one of the first two numbers has a comma in it
-    NoPeak, ///< any other line
+    Peak,     ///< begins with two finite numbers
+    Infinite, ///< begins with two numbers, of which one is infinite or no number: "nan 5"
+    Comma,    ///< one of the first two numbers has a comma in it
+    NoPeak,   ///< any other line
 };
 
 /// What the readers of the library take for a number: that of MGF files as sscanf does,
 /// with "inf" and "0x1p3", and that of DTA files as a stream does, without.
 enum class Numbers { OfScan, OfStream };
 
-/// text has no blanks in front.
+/// text has no blanks in front. A stream takes no number that is not finite.
 PeakLine PeakLineOf(std::string_view text, Numbers numbers = Numbers::OfScan);
 
 /// Without blanks, tabs and carriage returns at the ends.
