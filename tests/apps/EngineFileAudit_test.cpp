@@ -101,6 +101,21 @@ TEST(WarningOfMasses, NamesTheFirstThatIsReadInPartAndCountsTheOthers)
              {"parameters of MSFragger with commas", SearchEngineType::MsFraggerPepXml,
               fragger + "variable_mod_02 = 15,994915 M 3\nadd_C_cysteine = 15,994915 # C\n",
               ":3: variable_mod_02" + comma + " (2 such masses in the file)"},
+             {"tabs in parameters of MSFragger", SearchEngineType::MsFraggerPepXml,
+              fragger
+                  + "variable_mod_02 = 15.9949\tM\t3\nvariable_mod_03 =\n"
+                    "variable_mod_07 = 0.0 site_07 1\n",
+              ":3: variable_mod_02: \"15.9949\tM\t3\" makes no modification; expected a mass, one "
+              "blank and sites"},
+             {"two blanks in parameters of MSFragger", SearchEngineType::MsFraggerPepXml,
+              "variable_mod_01 = 15.9949  M 3\n",
+              ":1: variable_mod_01: \"15.9949  M 3\" makes no modification; expected a mass, one "
+              "blank and sites"},
+             {"two blanks in a pFind list", SearchEngineType::Pfind3Spectra,
+              "name1=A[C] 0\nA[C]=C NORMAL  57.02 57.0 0 H(1)\n",
+              ":2: A[C]: \"\" is read as 0; expected a mass with a decimal point"},
+             {"a table without a mass", SearchEngineType::CalvexTxt, header + row("", ""),
+              ":2: diff_mono_mass: \"\" is read as 0; expected a mass with a decimal point"},
          }) {
         SCOPED_TRACE(one.reason);
         const TempFolder folder;

@@ -24,6 +24,7 @@ using Vorlan::SearchEngineType;
 
 namespace {
 
+constexpr const char kMonoMass[] = "diff_mono_mass";
 constexpr const char* kPlaces[] = {"NORMAL", "PEP_N", "PEP_C", "PRO_N", "PRO_C"};
 
 /// What the library wants of the text before "=": "Phospho[S]", or two of that
@@ -60,20 +61,27 @@ std::optional<std::string> FaultOfDefinition(const std::string& definition)
     return std::nullopt;
 }
 
-/// Takes masses, and remembers the first one that is no number as a whole.
+/// Takes masses, and remembers the first one that is read otherwise than it stands there.
 class Masses {
 public:
     explicit Masses(std::string path) : path_(std::move(path)) {}
 
     void Take(std::uint64_t line, const std::string& cell, std::string_view mass)
     {
-        if (mass.empty() || ParseNumber(WithoutBlanks(mass, " \t\r")) || ++count_ > 1) {
+        if (ParseNumber(WithoutBlanks(mass, " \t\r"))) {
             return;
         }
         const std::string text(mass);
-        first_ =
-            fmt::format("{}:{}: {}: \"{}\" is read as {}; expected a mass with a decimal point",
-                        path_, line, cell, text, std::strtod(text.c_str(), nullptr));
+        Add(line, cell,
+            fmt::format("\"{}\" is read as {}; expected a mass with a decimal point", text,
+                        std::strtod(text.c_str(), nullptr)));
+    }
+
+    void Add(std::uint64_t line, const std::string& cell, const std::string& fault)
+    {
+        if (++count_ == 1) {
+            first_ = fmt::format("{}:{}: {}: {}", path_, line, cell, fault);
+        }
     }
 
     std::optional<std::string> Warning() const
@@ -96,13 +104,17 @@ void TakeTable(const std::string& path, Masses& masses)
     TableRows rows(path);
     ResultAudit unused;
     std::vector<std::pair<std::string, std::size_t>> columns;
-    for (const char* const name : {"diff_mono_mass", "diff_average_mass", "neutral_loss_mono_mass",
-                                   "neutral_loss_average_mass"}) {
+    for (const char* const name :
+         {kMonoMass, "diff_average_mass", "neutral_loss_mono_mass", "neutral_loss_average_mass"}) {
         columns.emplace_back(name, rows.Column(name));
     }
     while (rows.Next(unused)) {
         for (const auto& [name, column] : columns) {
-            masses.Take(rows.Number(), name, rows.Cell(column));
+            const std::string_view mass = rows.Cell(column);
+            const bool isNeeded = name == kMonoMass && !rows.Row().empty();
+            if (isNeeded || !mass.empty()) {
+                masses.Take(rows.Number(), name, mass);
+            }
         }
     }
 }
@@ -119,6 +131,26 @@ void TakePFind3(const std::string& path, Masses& masses)
     }
 }
 
+/// Fields end at single blanks. Without a site among the second one there is no
+/// modification.
+void TakeVariable(std::uint64_t line, const std::string& key, const std::string& value,
+                  Masses& masses)
+{
+    constexpr const char kSites[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZnc[]";
+    const std::vector<std::string> fields = CStringProcess::split(value, " ");
+    if (ParseNumber(fields[0]) == 0.0) {
+        return; // "0.0 site_07 1" stands for none
+    }
+    if (fields.size() < 2 || fields[1].find_first_of(kSites) == std::string::npos) {
+        masses.Add(line, key,
+                   fmt::format("\"{}\" makes no modification; expected a mass, one blank and "
+                               "sites",
+                               value));
+        return;
+    }
+    masses.Take(line, key, fields[0]);
+}
+
 /// "variable_mod_01 = 15.9949 M 3", "add_C_cysteine = 57.021464".
 void TakeMSFragger(const std::string& path, Masses& masses)
 {
@@ -132,7 +164,12 @@ void TakeMSFragger(const std::string& path, Masses& masses)
         }
         const std::string key(WithoutBlanks(text.substr(0, equals), " \t\r"));
         const std::string_view value = WithoutBlanks(text.substr(equals + 1), " \t\r");
-        if (BeginsWith(key, "variable_mod_") || BeginsWith(key, "add_")) {
+        if (value.empty()) {
+            continue;
+        }
+        if (BeginsWith(key, "variable_mod_")) {
+            TakeVariable(line.number, key, std::string(value), masses);
+        } else if (BeginsWith(key, "add_")) {
             masses.Take(line.number, key, value.substr(0, value.find(' ')));
         }
     }
