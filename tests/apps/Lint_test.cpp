@@ -65,6 +65,7 @@ TEST(Lint, TellsFiveExamplesOrAll)
     const std::string all = RunPelgrin({"lint", "--all", path}).out;
     EXPECT_THAT(all, HasSubstr(path + ":14: blank_peak_line"));
     EXPECT_THAT(all, testing::Not(HasSubstr("more\n")));
+    EXPECT_EQ(RunPelgrin({"lint", "--examples", "3000000000", path}).out, all);
 }
 
 TEST(Lint, SaysWhenNothingIsFound)
@@ -108,6 +109,7 @@ TEST(Lint, RefusesWhatItDoesNotUnderstand)
         {{"lint", "--ignore", "no_rule", path}, 2, "--ignore no_rule: there is no such rule"},
         {{"lint", "--format", "abc", path}, 2, "abc"},
         {{"lint", "--examples", "x", path}, 2, "--examples"},
+        {{"lint", "--examples", "-1", path}, 2, "--examples"},
         {{"lint", path}, 1, "there are no rules for this kind of file"},
     };
     for (const Case& c : cases) {

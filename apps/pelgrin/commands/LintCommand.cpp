@@ -114,7 +114,7 @@ void AddLintCommand(CLI::App& app, Command& chosen)
         ->type_name("NAME");
     lint->add_option("--examples", options->examples, "examples of a rule in a file")
         ->type_name("N")
-        ->check(CLI::Range(0, 1000000))
+        ->check(CLI::NonNegativeNumber)
         ->capture_default_str();
     lint->add_flag("--all", options->all, "every finding");
     lint->add_option("--ignore", options->ignored, "leave the findings of a rule out; repeatable")
