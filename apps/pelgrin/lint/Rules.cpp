@@ -81,7 +81,7 @@ constexpr RuleTexts kTexts[] = {
      kNothing},
     {"fasta_tab", "a tab does not end an accession", "B-75", "makes the tab a blank"},
     {"fasta_empty_accession", "a header that is empty or begins with a blank has no accession",
-     "B-75", "removes the blank"},
+     "B-75", "removes the blank in front of one"},
     {"fasta_repeated_accession", "an accession stands for several proteins", "", kNothing},
     {"fasta_description", "\"<\", \"&\" and character 1 of a description become blanks", "B-77",
      kNothing},
