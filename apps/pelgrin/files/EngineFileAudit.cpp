@@ -169,7 +169,7 @@ void TakeMSFragger(const std::string& path, Masses& masses)
         }
         if (BeginsWith(key, "variable_mod_")) {
             TakeVariable(line.number, key, std::string(value), masses);
-        } else if (BeginsWith(key, "add_")) {
+        } else if (BeginsWith(key, "add_") && key != "add_topN_complementary") { // no mass
             masses.Take(line.number, key, value.substr(0, value.find(' ')));
         }
     }
