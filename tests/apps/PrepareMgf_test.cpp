@@ -262,7 +262,6 @@ TEST(PrepareMgf, RecordsThatCannotBeMendedAreLeftOutAndCounted)
     EXPECT_EQ(left, expected);
 }
 
-/// Whoever tells only a scan number would meet the twin.
 TEST(PrepareMgf, ARecordThatIsLeftOutHandsItsNamesToNobody)
 {
     const std::string comma = "100,5 1\n";
@@ -271,10 +270,43 @@ TEST(PrepareMgf, ARecordThatIsLeftOutHandsItsNamesToNobody)
                          + Record("TITLE=a.7.7.2\n", "") + Record("TITLE=a.7.7.2\n"));
     EXPECT_THAT(place.Titles(),
                 ElementsAre("run.9.9. File:\"run\", Title:\"x\", NativeID:\"scan=9\"",
-                            "a.7.7.2 File:\"run\", NativeID:\"scan=7\""));
-    EXPECT_EQ(place.Counts().leftOut.at("scan_left_out").count, 1U);
-    EXPECT_EQ(place.Counts().leftOut.at("scan_left_out").firstLine, 16U);
+                            "a.5.5.3 File:\"run\"", "a.7.7.2 File:\"run\", NativeID:\"scan=7\""));
+    EXPECT_EQ(place.Counts().leftOut.size(), 2U);
     EXPECT_EQ(MgfPlace(place.CopyText()).CopyText(), place.CopyText());
+}
+
+TEST(PrepareMgf, OnlyNamesAreTakenFromTheTwinOfARecordThatIsLeftOut)
+{
+    struct Case {
+        const char* reason;
+        std::string lost; ///< the head of a record
+        std::string kept;
+        std::string title; ///< of that in the copy
+    };
+    for (const Case& one : std::vector<Case>{
+             {"merged runs", "TITLE=a.2.2.2\n", "TITLE=b.2.2.2\n", "b.2.2.2 File:\"run\""},
+             {"the name of an engine for both", "TITLE=x\nSCANS=2\nCHARGE=2+\n",
+              "TITLE=run.2.2.2\nCHARGE=2+\n", "run-2.2.2.2 File:\"run\", Title:\"run.2.2.2\""},
+             {"another charge", "TITLE=x\nSCANS=2\nCHARGE=3+\n", "TITLE=run.2.2.2\nCHARGE=2+\n",
+              "run.2.2.2 File:\"run\""},
+             {"a charge that is not known", "TITLE=x\nSCANS=2\n", "TITLE=run.2.2.2\nCHARGE=2+\n",
+              "run-2.2.2.2 File:\"run\", Title:\"run.2.2.2\""},
+             {"a name without its charge", "TITLE=a.2.2.2\n", "TITLE=a.2.2.\n",
+              "run-2.2.2. File:\"run\", Title:\"a.2.2.\""},
+             {"the scan number alone", "TITLE=x\nSCANS=2\n", "TITLE=2 y\nSCANS=2\n",
+              "run-2.2.2. File:\"run\", Title:\"2 y\""},
+         }) {
+        SCOPED_TRACE(one.reason);
+        const MgfPlace place(Record(one.lost, "150,5 3\n") + Record(one.kept));
+        EXPECT_THAT(place.Titles(), ElementsAre(one.title));
+        EXPECT_EQ(MgfPlace(place.CopyText()).CopyText(), place.CopyText());
+    }
+    std::string sameScan;
+    for (int i = 0; i < 5; ++i) {
+        sameScan += Record("TITLE=spec_" + std::to_string(i) + "\nSCANS=1\n",
+                           i == 3 ? "150,5 3\n" : "150 3\n");
+    }
+    EXPECT_EQ(MgfPlace(sameScan).Counts().written, 4U);
 }
 
 TEST(PrepareMgf, OddNamesAndKeysMakeNoLine)

@@ -38,7 +38,6 @@ const std::map<std::string, const char*>& Texts()
         {"long_line", "records with a line of more than 81919 characters"},
         {"nul_byte", "records or rows with a NUL byte"},
         {"header_too_long", "records with too many header lines"},
-        {"scan_left_out", "records with the scan number of one that is left out"},
         {"without_precursor", "DTA files without mass and charge"},
         {"several_spectra", "DTA files with several spectra"},
         // Of tables.

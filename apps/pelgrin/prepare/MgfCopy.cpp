@@ -4,7 +4,6 @@
 #include <array>
 #include <cstdint>
 #include <optional>
-#include <unordered_set>
 
 #include "prepare/MgfTitles.h"
 #include "prepare/MgfWalk.h"
@@ -387,26 +386,6 @@ bool MayBeMeant(const Record& record)
     return record.leftOut != kWithoutPeaks;
 }
 
-/// The scan numbers of the records. Engines that tell no more than a scan number
-/// would meet the twin of a record that is left out: it is left out, too.
-std::vector<std::uint32_t> ScansOf(std::vector<Record>& records)
-{
-    std::vector<std::uint32_t> scans;
-    std::unordered_set<std::uint32_t> lost;
-    for (const Record& record : records) {
-        scans.push_back(ScanOf(record, scans.size() + 1));
-        if (record.leftOut != nullptr && MayBeMeant(record)) {
-            lost.insert(scans.back());
-        }
-    }
-    for (std::size_t i = 0; i < records.size(); ++i) {
-        if (records[i].leftOut == nullptr && lost.count(scans[i]) > 0) {
-            records[i].leftOut = "scan_left_out";
-        }
-    }
-    return scans;
-}
-
 } // namespace
 
 TitleChanges CopyMgf(const std::string& source, const std::string& target, const std::string& stem,
@@ -417,14 +396,14 @@ TitleChanges CopyMgf(const std::string& source, const std::string& target, const
     Copy uncounted;
     const std::uint32_t fileCharge =
         survey.fileCharge.empty() ? 0 : ChargeNumber(ChargeText(survey.fileCharge, 0, uncounted));
-    const std::vector<std::uint32_t> scans = ScansOf(survey.records);
     std::vector<TitledRecord> titled;
     std::vector<std::uint64_t> lines;
-    for (std::size_t i = 0; i < scans.size(); ++i) {
+    for (std::size_t i = 0; i < survey.records.size(); ++i) {
         Record& record = survey.records[i];
         if (MayBeMeant(record)) {
             lines.push_back(record.line);
-            titled.push_back({std::move(record.title), scans[i],
+            const std::uint32_t scan = ScanOf(record, i + 1);
+            titled.push_back({std::move(record.title), scan,
                               record.has[Charge] ? record.charge : fileCharge,
                               record.leftOut == nullptr});
         }

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <functional>
 #include <set>
+#include <utility>
 
 #include <fmt/format.h>
 
+#include "common/Words.h"
 #include "files/FileLines.h"
 #include "files/MgfNames.h"
 #include "prepare/TitleScan.h"
@@ -43,9 +45,9 @@ private:
     std::unordered_map<std::size_t, std::uint32_t> owners_;
 };
 
-Owners OwnersOf(const std::vector<std::string>& titles)
+/// Beside the owners that are known already.
+Owners OwnersOf(const std::vector<std::string>& titles, Owners owners)
 {
-    Owners owners;
     for (const std::string& title : titles) {
         for (const std::string& name : DifferentNames(title)) {
             owners.Add(name);
@@ -86,6 +88,13 @@ enum Step : std::uint32_t {
 /// Of a line, for what stands around the old title.
 constexpr std::size_t kRoom = 200;
 
+/// "run.5.5.2", and "run.5.5." where the charge is unknown.
+std::string DottedWord(const std::string& front, const TitledRecord& record)
+{
+    return fmt::format("{}.{}.{}.{}", front, record.scan, record.scan,
+                       record.charge == 0 ? "" : std::to_string(record.charge));
+}
+
 class TitleMaker {
 public:
     TitleMaker(const std::vector<TitledRecord>& records, const std::string& stem)
@@ -97,8 +106,10 @@ public:
         for (const TitledRecord& record : records) {
             old.push_back(record.title);
             ++scans_[record.scan];
+            writtenScans_[record.scan] += record.isWritten ? 1 : 0;
         }
-        oldOwners_ = OwnersOf(old);
+        Reserve();
+        oldOwners_ = OwnersOf(old, reserved_);
     }
 
     NewTitles Make()
@@ -108,11 +119,9 @@ public:
             steps_.push_back(FirstStep(records_[i]));
             made.titles.push_back(TitleAt(i));
         }
-        Owners owners = OwnersOf(made.titles);
-        while (StepOn(made.titles, owners)) {
-            owners = OwnersOf(made.titles);
+        while (StepOn(made.titles, OwnersOf(made.titles, reserved_))) {
         }
-        AddRenamed(made, owners);
+        AddRenamed(made, OwnersOf(WrittenOf(made.titles), {}));
         for (const std::uint32_t step : steps_) {
             made.isShared.push_back(step >= Numbered);
         }
@@ -120,6 +129,47 @@ public:
     }
 
 private:
+    /// Results that tell scan and charge alone, or that an engine names by them, may mean
+    /// a record that is left out: no other one gets such a name. An unknown charge is any.
+    void Reserve()
+    {
+        std::unordered_map<std::uint32_t, std::set<std::uint32_t>> lost; // scan -> charges
+        std::set<std::string> names;
+        for (const TitledRecord& record : records_) {
+            if (record.isWritten) {
+                continue;
+            }
+            lost[record.scan].insert(record.charge);
+            const std::string word = WordOf(record.title);
+            names.insert({DottedWord(stem_, record), DottedWord(stem_, {{}, record.scan}),
+                          word.substr(0, word.rfind('.') + 1)}); // less the charge
+            // With its dotted name it would take one of a charge that is the scan number.
+            reserved_.Add(fmt::format("{0}.{1}.{1}", stem_, record.scan));
+            if (!ScanIsOwn(record)) {
+                names.insert(std::to_string(record.scan));
+            }
+        }
+        for (const TitledRecord& record : records_) {
+            const auto charges = lost.find(record.scan);
+            if (charges != lost.end() && charges->second.count(0) > 0) {
+                names.insert(DottedWord(stem_, record));
+            }
+        }
+        names.erase("");
+        reserved_ = OwnersOf({names.begin(), names.end()}, std::move(reserved_));
+    }
+
+    std::vector<std::string> WrittenOf(const std::vector<std::string>& titles) const
+    {
+        std::vector<std::string> written;
+        for (std::size_t i = 0; i < titles.size(); ++i) {
+            if (records_[i].isWritten) {
+                written.push_back(titles[i]);
+            }
+        }
+        return written;
+    }
+
     bool ScanIsOwn(const TitledRecord& record) const { return scans_.at(record.scan) == 1; }
 
     std::uint32_t FirstStep(const TitledRecord& record) const
@@ -133,10 +183,18 @@ private:
     bool IsGood(const TitledRecord& record) const
     {
         const MgfNames names = NamesOf("TITLE=" + record.title);
-        const bool scanIsRight = ScanIsOwn(record)
-                                     ? names.Of(NameKind::Scan) == std::to_string(record.scan)
-                                     : !names.Has(NameKind::Scan);
+        const bool scanIsRight =
+            names.Has(NameKind::Scan)
+                ? ScanIsOwn(record) && names.Of(NameKind::Scan) == std::to_string(record.scan)
+                : writtenScans_.at(record.scan) > 1 || IsMade(record.title);
         return names.Has(NameKind::FirstWord) && scanIsRight && AllOwn(record.title, oldOwners_);
+    }
+
+    /// The form of a title that is given no scan name: in a copy the scan may be its own.
+    bool IsMade(const std::string& title) const
+    {
+        const std::string made = fmt::format("{} File:\"{}\"", WordOf(title), stem_);
+        return title == made || BeginsWith(title, made + ", Title:\"");
     }
 
     /// A dotted word tells the scan; any other one must be the whole title.
@@ -163,8 +221,7 @@ private:
         for (std::uint32_t step = Numbered; step <= steps_[i]; ++step) {
             word += fmt::format("-{}", i + 1);
         }
-        return fmt::format("{}.{}.{}.{}", word, record.scan, record.scan,
-                           record.charge == 0 ? "" : std::to_string(record.charge));
+        return DottedWord(word, record);
     }
 
     std::string TitleAt(std::size_t i) const
@@ -228,6 +285,8 @@ private:
     const std::vector<TitledRecord>& records_;
     std::string stem_;
     std::unordered_map<std::uint32_t, std::uint32_t> scans_; ///< scan -> records
+    std::unordered_map<std::uint32_t, std::uint32_t> writtenScans_;
+    Owners reserved_; ///< of names that nobody gets
     Owners oldOwners_;
     std::vector<std::uint32_t> steps_;
 };

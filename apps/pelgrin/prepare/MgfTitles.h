@@ -25,8 +25,8 @@ struct TitledRecord {
     std::string title; ///< trimmed; empty when the record has none
     std::uint32_t scan = 0;
     std::uint32_t charge = 0; ///< 0 unknown
-    /// The copy has it. A record that is left out keeps its names, so that nobody
-    /// else gets them.
+    /// The copy has it. A record that is left out keeps its names, also those that
+    /// engines make of scan and charge, so that nobody else gets them.
     bool isWritten = true;
 };
 
