@@ -309,6 +309,25 @@ TEST(PrepareMgf, OnlyNamesAreTakenFromTheTwinOfARecordThatIsLeftOut)
     EXPECT_EQ(MgfPlace(sameScan).Counts().written, 4U);
 }
 
+TEST(PrepareMgf, ANulCostsNoMoreThanTheLibraryReads)
+{
+    const MgfPlace place(Record("TITLE=x" + kNul + "y\nCOM=a" + kNul + "b\n" + kNul + kNul + "\n")
+                         + "BEGIN IONS\nTITLE=z\n100 1\n" + kNul + " \nEND IONS" + kNul + "\n");
+    EXPECT_TRUE(place.Counts().leftOut.empty());
+    EXPECT_EQ(place.Changed("nul_cut"), 3U);
+    EXPECT_EQ(place.Changed("blank_line"), 2U);
+    EXPECT_EQ(place.CopyText(),
+              Record("TITLE=x File:\"run\", NativeID:\"scan=1\"\nCOM=a\n")
+                  + Record("TITLE=z File:\"run\", NativeID:\"scan=2\"\n", "100 1\n"));
+    std::string text;
+    for (const char* const key : {"PEPMASS", "CHARGE", "RTINSECONDS", "SCANS"}) {
+        text += Record(std::string(key) + "=2" + kNul + "5\n");
+    }
+    text += Record("#a=" + kNul + "b\n", "100" + kNul + "=5\n100 1\n");
+    text += Record(kNul + "PEPMASS=500\n") + Record("PEPMASS" + kNul + "=500\n");
+    EXPECT_EQ(MgfPlace(text).Counts().leftOut.at("nul_byte").count, 7U);
+}
+
 TEST(PrepareMgf, OddNamesAndKeysMakeNoLine)
 {
     const MgfPlace place(Record("TITLE=x\n\r=5\n =6\n"));

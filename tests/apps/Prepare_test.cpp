@@ -219,6 +219,11 @@ TEST(Prepare, RowsOfTablesAreMendedOrCounted)
                               + changed(MsgfRow(), "GASK", "GA" + nul) + MsgfRow()}});
     EXPECT_EQ(nuls.LeftOut("nul_byte"), 3U);
     EXPECT_EQ(nuls.Text("run.tsv"), kMsgfHeader + MsgfRow());
+    const Place padded(
+        Files{{"run.tsv", kMsgfHeader + MsgfRow() + nul + " \r\n" + std::string(100'000, '\0')}});
+    EXPECT_EQ(padded.Text("run.tsv"), kMsgfHeader + MsgfRow());
+    EXPECT_TRUE(padded.Counts().leftOut.empty());
+    EXPECT_EQ(padded.Changed("blank_row"), 2U);
 
     const Place tabs(
         Files{{"psms.txt", kSequestHeader + changed(SequestRow(), "P1", "\"P1;\tP2\"")

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <string_view>
 
 #include <fmt/format.h>
 
@@ -15,6 +16,7 @@ namespace {
 
 constexpr std::size_t kBlockSize = std::size_t{256} * 1024;
 constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
+constexpr std::string_view kPadding("\0 \t\r", 4);
 
 } // namespace
 
@@ -35,6 +37,7 @@ bool FileLines::Next(Line& line, Part part)
 {
     line.length = 0;
     line.begin.clear();
+    line.isPadding = true;
     line.number = ++number_;
     line.offset = offset_;
     last_ = '\0';
@@ -80,6 +83,9 @@ bool FileLines::Refill()
 void FileLines::Append(Line& line, const char* bytes, std::size_t size, Part part)
 {
     line.length += size;
+    line.isPadding =
+        line.isPadding
+        && std::string_view(bytes, size).find_first_not_of(kPadding) == std::string_view::npos;
     const std::size_t kept = part == Part::Whole ? kLongestHeader : kLongestLine;
     if (line.begin.size() < kept) {
         line.begin.append(bytes, std::min(size, kept - line.begin.size()));

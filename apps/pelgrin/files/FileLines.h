@@ -29,6 +29,7 @@ public:
         std::uint64_t offset = 0; ///< of its first byte in the file
         std::uint64_t end = 0;    ///< of the first byte behind it and its line feed
         std::string begin;        ///< its text up to the first NUL, at most kLongestLine bytes
+        bool isPadding = true;    ///< nothing but NULs, blanks, tabs and carriage returns
     };
 
     /// How much of a line is given; Whole: all of its bytes, at most kLongestHeader, as

@@ -11,7 +11,8 @@ constexpr RuleTexts kTexts[] = {
      "removes it"},
     {"long_line", "a line of more than 81919 characters ends the reading", "",
      "leaves its record or row out"},
-    {"nul_byte", "a line ends at its first NUL", "", "leaves its record or row out"},
+    {"nul_byte", "a line ends at its first NUL", "",
+     "leaves its record or row out, or ends a header there"},
     {"lone_return", "a carriage return inside a line ends no line", "",
      "makes it a line feed in a file without line feeds"},
 

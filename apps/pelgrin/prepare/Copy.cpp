@@ -25,6 +25,7 @@ const std::map<std::string, const char*>& Texts()
         {"leading_blank", "lines with a blank in front"},
         {"key_spelling", "keys spelled as the library wants them"},
         {"header_repeated", "header lines that a later one overrides"},
+        {"nul_cut", "lines that end at a NUL byte"},
         {"end_ions_added", "records without END IONS"},
         {"header_filled", "header values filled in"},
         {"value_unreadable", "header values that are no number, now unknown"},

@@ -51,7 +51,7 @@ public:
             if (line_.length > kLongestLine) {
                 return "long_line";
             }
-            if (HasNul(line_)) {
+            if (HasNul(line_) && !line_.isPadding) {
                 return "nul_byte";
             }
             if (text.empty()) {

@@ -184,6 +184,9 @@ private:
             }
             return;
         }
+        if (walk_.IsCut()) {
+            LeaveOut("nul_byte");
+        }
         if ((*which == PepMass || *which == Time) && HasDecimalComma(walk_.Value())) {
             LeaveOut("decimal_comma");
         }
@@ -271,6 +274,8 @@ private:
 
     void TakeInRecord(MgfPart part)
     {
+        const bool isCut = walk_.IsCut() && (part == MgfPart::Header || part == MgfPart::End);
+        copy_.Change("nul_cut", walk_.Line(), isCut ? 1 : 0);
         switch (part) {
         case MgfPart::Header: TakeHeader(); break;
         case MgfPart::Peak: TakePeak(); break;

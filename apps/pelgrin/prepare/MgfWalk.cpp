@@ -79,21 +79,22 @@ MgfPart MgfWalk::PartInRecord()
     if (line_.length > kLongestLine) {
         return MgfPart::LongLine;
     }
-    if (HasNul(line_)) {
-        return MgfPart::Nul;
-    }
     if (IsMarker(text_, "END")) {
         isInRecord_ = false;
         return MgfPart::End;
     }
-    if (Trimmed(text_).empty()) {
+    if (line_.isPadding) {
         return MgfPart::Blank;
     }
-    if (IsDigit(text_.front())) {
-        return PartOfNumbers();
-    }
-    if (std::string_view("#;!/").find(text_.front()) != std::string_view::npos) {
+    if (text_.find_first_of("#;!/") == 0) {
         return MgfPart::Comment;
+    }
+    const bool isOfNumbers = !text_.empty() && IsDigit(text_.front());
+    if (IsCut() && (hasPeaks_ || isOfNumbers || !TakeHeader())) {
+        return MgfPart::Nul;
+    }
+    if (isOfNumbers) {
+        return PartOfNumbers();
     }
     if (hasPeaks_) { // the reader takes "+2 1" and "-5 3" for peaks, but for the first one
         return PeakLineOf(text_) == PeakLine::Peak ? MgfPart::Peak : MgfPart::NoPeak;

@@ -24,7 +24,7 @@ enum class MgfPart {
     NoPeak,   ///< behind the first peak; one number alone, or one that is not finite
     Comma,    ///< a line of numbers with a comma
     LongLine, ///< of more than kLongestLine characters
-    Nul,      ///< a line with a NUL byte
+    Nul,      ///< a line with a NUL byte that is no header; padding is blank
 };
 
 class MgfWalk {
@@ -39,6 +39,8 @@ public:
     std::uint64_t Line() const { return line_.number; }
     /// The line without the blanks in front of it.
     std::string_view Text() const { return text_; }
+    /// What stands behind the first NUL is not part of the text, nor of the value.
+    bool IsCut() const { return HasNul(line_); }
     bool HasLeadingBlank() const { return text_.data() != line_.begin.data(); }
     /// Of a header: its key in capital letters, and its value without blanks around.
     const std::string& Key() const { return key_; }

@@ -127,7 +127,7 @@ void TableCopy::CopyRows(const OnRow& onRow)
     while (lines_.Next(line_)) {
         hasNul_ = HasNul(line_);
         line_.begin.resize(WithoutReturns(line_.begin).size());
-        if (!hasNul_ && line_.length <= kLongestLine && IsBlank(line_.begin)) {
+        if (line_.isPadding || (!hasNul_ && line_.length <= kLongestLine && IsBlank(line_.begin))) {
             copy_.Change("blank_row", line_.number);
         } else {
             TakeRow(onRow);
