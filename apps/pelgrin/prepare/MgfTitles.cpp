@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <set>
 #include <utility>
 
@@ -257,10 +258,38 @@ private:
         return any;
     }
 
+    /// Names such as "run.00007.00007.2" of several records, one of which alone has that
+    /// charge, and keeps the name.
+    std::set<std::string> NamesByCharge(const std::vector<std::string>& titles) const
+    {
+        Owners fitting;
+        std::set<std::string> names;
+        for (std::size_t i = 0; i < records_.size(); ++i) {
+            const TitledRecord& record = records_[i];
+            const std::string name = NamesOf("TITLE=" + record.title).Of(NameKind::Dotted);
+            const auto dotted = ParseDottedName(name);
+            const bool fits = dotted && oldOwners_.Of(name) > 1
+                              && (record.charge == 0 // may be that one
+                                  || dotted->charge == std::to_string(record.charge));
+            if (fits) {
+                fitting.Add(name);
+                if (record.charge != 0 && record.isWritten
+                    && DifferentNames(titles[i]).count(name) > 0) {
+                    names.insert(name);
+                }
+            }
+        }
+        for (auto name = names.begin(); name != names.end();) {
+            name = fitting.Of(*name) == 1 ? std::next(name) : names.erase(name);
+        }
+        return names;
+    }
+
     /// A name may be another record's now: "100" was the title of one, and is the scan
     /// number of the other.
     void AddRenamed(NewTitles& made, const Owners& owners) const
     {
+        const std::set<std::string> byCharge = NamesByCharge(made.titles);
         for (std::size_t i = 0; i < records_.size(); ++i) {
             if (steps_[i] == Stays) {
                 continue;
@@ -275,7 +304,8 @@ private:
                 const bool wasOwn = oldOwners_.Of(name) == 1;
                 if (wasOwn && now.count(name) == 0 && records_[i].isWritten) {
                     made.renamed.emplace(name, WordOf(made.titles[i]));
-                } else if ((!wasOwn || now.count(name) == 0) && owners.Of(name) > 0) {
+                } else if ((!wasOwn || now.count(name) == 0) && owners.Of(name) > 0
+                           && (kind != NameKind::Dotted || byCharge.count(name) == 0)) {
                     made.renamed.emplace(name, "");
                 }
             }
