@@ -230,6 +230,9 @@ TEST(Prepare, RowsOfTablesAreMendedOrCounted)
                                + changed(SequestRow(), "P1", "\"P1\"") + SequestRow("+1")}});
     EXPECT_EQ(tabs.LeftOut("quoted_tab"), 1U);
     EXPECT_EQ(tabs.Text("psms.txt"), kSequestHeader + SequestRow() + SequestRow("+1"));
+    std::string stray = changed(SequestRow(), "P1", "P1 5\" x");
+    stray.insert(stray.size() - 1, "\t");
+    EXPECT_EQ(Place(Files{{"psms.txt", kSequestHeader + stray}}).Counts().written, 1U);
 
     std::string pFind = PFind3Row();
     pFind.replace(pFind.find("P1/P2/"), 6, "P1/P2");

@@ -6,7 +6,8 @@
 
 namespace pelgrin {
 
-/// A tab stands between double quotes, where the row is torn.
+/// A tab stands in a cell between double quotes, where the row is torn. Such a cell begins
+/// with a quote and ends with one that is not doubled; other quotes are text.
 bool HasQuotedTab(std::string_view line);
 
 /// The readers that refuse a cell that is no number take this one.
