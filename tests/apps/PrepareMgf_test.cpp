@@ -328,6 +328,13 @@ TEST(PrepareMgf, ANulCostsNoMoreThanTheLibraryReads)
     EXPECT_EQ(MgfPlace(text).Counts().leftOut.at("nul_byte").count, 7U);
 }
 
+TEST(PrepareMgf, SignsStandBeforeValuesAlone)
+{
+    EXPECT_THAT(MgfPlace(Record("TITLE=a\n") + Record("TITLE=b scan +1 c\nSCANS=+7\n")).Titles(),
+                ElementsAre("a File:\"run\", NativeID:\"scan=1\"",
+                            "run.7.7. File:\"run\", Title:\"b scan +1 c\", NativeID:\"scan=7\""));
+}
+
 TEST(PrepareMgf, OddNamesAndKeysMakeNoLine)
 {
     const MgfPlace place(Record("TITLE=x\n\r=5\n =6\n"));

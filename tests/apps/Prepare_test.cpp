@@ -387,6 +387,10 @@ TEST(Prepare, ResultsNameTheSpectraByTheirNewNames)
     query.replace(query.find("run.00001.00001.2"), 17, "Cmpd 5, x");
     const Place place(Files{{"run.mgf", mgf}, {"run.pep.xml", PepXml(query)}});
     EXPECT_THAT(place.Text("run.pep.xml"), HasSubstr("<spectrum_query spectrum=\"run.5.5.2\" "));
+    std::string references = Query(Hit());
+    references.replace(references.find("run.00001.00001.2"), 17, "a&#+65;b&#65;c");
+    EXPECT_THAT(Place(Files{{"run.pep.xml", PepXml(references)}}).Text("run.pep.xml"),
+                HasSubstr("spectrum=\"a&#+65;bAc\""));
     const Place elsewhere(Files{{"other.mgf", mgf}, {"run.pep.xml", PepXml(query)}});
     EXPECT_THAT(elsewhere.Text("run.pep.xml"), HasSubstr("spectrum=\"Cmpd 5, x\""));
 }
@@ -449,7 +453,10 @@ TEST(Prepare, ANameNeverMeetsAnotherSpectrumOfTheCopy)
                       == std::string::npos,
                   isLeftOut);
         for (const std::size_t result : {1U, 2U}) {
-            EXPECT_EQ(place.Counts(result).leftOut.count("name_of_several"), isLeftOut ? 1U : 0U);
+            const Copy& copy = place.Counts(result);
+            EXPECT_EQ(copy.leftOut.count("name_of_several"), isLeftOut ? 1U : 0U);
+            const bool isRenamed = !isLeftOut && one.after != one.name;
+            EXPECT_EQ(copy.changes.count("spectrum_renamed"), isRenamed ? 1U : 0U);
         }
     }
 }

@@ -26,7 +26,7 @@ bool IsPrecursor(std::string_view line)
     if (blank == std::string_view::npos || PeakLineOf(text, Numbers::OfStream) != PeakLine::Peak) {
         return false;
     }
-    return LeadingNumber(Trimmed(text.substr(blank))).value_or(0) > 0;
+    return LeadingValue(Trimmed(text.substr(blank))).value_or(0) > 0;
 }
 
 /// One file. It is written while it is read; a reason to leave it out leaves no

@@ -89,7 +89,7 @@ std::string ValueText(Value which, std::string_view value, std::uint64_t line, C
         return ChargeText(value, line, copy);
     }
     if (which == Scans) {
-        return LeadingNumber(value) ? std::string(value) : std::string();
+        return LeadingValue(value) ? std::string(value) : std::string();
     }
     if (!BeginsWithNumber(value)) {
         copy.Change("value_unreadable", line);
@@ -195,7 +195,7 @@ private:
         if (*which == Charge) {
             record.charge = ChargeNumber(text);
         } else if (*which == Scans) {
-            record.scans = LeadingNumber(text);
+            record.scans = LeadingValue(text);
         }
         record.has[*which] = true;
     }

@@ -9,6 +9,7 @@
 #include "prepare/TextOutput.h"
 #include "prepare/TitleScan.h"
 #include "prepare/XmlPieces.h"
+#include "run/DottedName.h"
 
 namespace pelgrin {
 
@@ -45,7 +46,7 @@ char Unescaped(std::string_view text, std::size_t& size)
     if (name == "apos") {
         return '\'';
     }
-    if (name.size() > 1 && name.front() == '#') {
+    if (name.size() > 1 && name.front() == '#' && IsScanNumber(name.substr(1))) {
         const auto code = LeadingNumber(name.substr(1)).value_or(0);
         const bool isPlain =
             code >= ' ' && code < 127 && code != '"' && code != '&' && code != '<' && code != '>';
@@ -310,6 +311,9 @@ private:
         for (const std::string& name : {spectrum, spectrum.substr(0, spectrum.find(' '))}) {
             if (const auto known = newName_(dataset_, name)) {
                 isNameOfSeveral_ = known->empty();
+                if (isNameOfSeveral_) {
+                    return;
+                }
                 spectrum = *known;
                 copy_.Change("spectrum_renamed", pieces_.Line());
                 return;

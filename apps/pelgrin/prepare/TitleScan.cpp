@@ -41,14 +41,18 @@ Number NumberBehind(std::string_view text, std::string_view word, std::string_vi
 Number LeadingNumber(std::string_view text)
 {
     text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
-    if (text.size() > 1 && text[0] == '+' && text[1] != '-') {
-        text.remove_prefix(1);
-    }
     std::int32_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc() && number >= 0 && text.front() != '-'
                ? Number(static_cast<std::uint32_t>(number))
                : std::nullopt;
+}
+
+Number LeadingValue(std::string_view text)
+{
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    const bool hasSign = text.size() > 1 && text[0] == '+' && text[1] >= '0' && text[1] <= '9';
+    return LeadingNumber(text.substr(hasSign ? 1 : 0));
 }
 
 Number ScanOfDottedWord(std::string_view word)

@@ -15,9 +15,10 @@ std::optional<std::uint32_t> ScanOfTitle(std::string_view title);
 /// A number that counts the spectra otherwise: behind "Cmpd" or "index=".
 std::optional<std::uint32_t> CountOfTitle(std::string_view title);
 
-/// The number at the start of text, blanks and a "+" in front allowed; nothing for one that
-/// does not fit.
+/// The number at the start of text, blanks in front allowed; nothing for one that does not fit.
 std::optional<std::uint32_t> LeadingNumber(std::string_view text);
+/// The same with a "+" in front allowed, as the library reads SCANS= and charges.
+std::optional<std::uint32_t> LeadingValue(std::string_view text);
 
 /// The scan of a word such as "run.1405.1405.2", "run.1405.1405.2.0.dta",
 /// "run.1405.1405." or "run.1405.1405".
