@@ -46,13 +46,18 @@ private:
     std::unordered_map<std::size_t, std::uint32_t> owners_;
 };
 
+void AddOwner(const std::string& title, Owners& owners)
+{
+    for (const std::string& name : DifferentNames(title)) {
+        owners.Add(name);
+    }
+}
+
 /// Beside the owners that are known already.
 Owners OwnersOf(const std::vector<std::string>& titles, Owners owners)
 {
     for (const std::string& title : titles) {
-        for (const std::string& name : DifferentNames(title)) {
-            owners.Add(name);
-        }
+        AddOwner(title, owners);
     }
     return owners;
 }
@@ -122,7 +127,7 @@ public:
         }
         while (StepOn(made.titles, OwnersOf(made.titles, reserved_))) {
         }
-        AddRenamed(made, OwnersOf(WrittenOf(made.titles), {}));
+        AddRenamed(made, OwnersOfWritten(made.titles));
         for (const std::uint32_t step : steps_) {
             made.isShared.push_back(step >= Numbered);
         }
@@ -160,15 +165,16 @@ private:
         reserved_ = OwnersOf({names.begin(), names.end()}, std::move(reserved_));
     }
 
-    std::vector<std::string> WrittenOf(const std::vector<std::string>& titles) const
+    /// In the copy.
+    Owners OwnersOfWritten(const std::vector<std::string>& titles) const
     {
-        std::vector<std::string> written;
+        Owners owners;
         for (std::size_t i = 0; i < titles.size(); ++i) {
             if (records_[i].isWritten) {
-                written.push_back(titles[i]);
+                AddOwner(titles[i], owners);
             }
         }
-        return written;
+        return owners;
     }
 
     bool ScanIsOwn(const TitledRecord& record) const { return scans_.at(record.scan) == 1; }
