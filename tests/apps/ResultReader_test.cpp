@@ -413,8 +413,8 @@ TEST(ResultReader, NoRoomForAReaderIsAFailure)
                   ::setrlimit(RLIMIT_NOFILE, &few);
                   reader.Read(kNative, {path, ""}, [](std::vector<Record>&&) {});
               }),
-              "no process for reading can be started: a socket: Too many open files; raise the "
-              "limit with \"ulimit -n\"");
+              "no process for reading can be started: a socket: Too many open files; the hard "
+              "limit is reached (ulimit -Hn): give fewer files at a time");
 }
 
 TEST(ResultReader, AFullDiskIsAFailureAndNoReject)
