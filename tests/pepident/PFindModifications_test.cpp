@@ -9,6 +9,7 @@
 
 #include "param/ParameterText.h"
 #include "pepident/EngineTableText.h"
+#include "support/Sanitized.h"
 
 namespace Vorlan::test {
 namespace {
@@ -116,6 +117,9 @@ public:
 
 TEST_F(PFindMasses, UnknownNamesMakeNoException)
 {
+    if (kSanitized) {
+        GTEST_SKIP() << "built by clang++, this program and OpenMS each have a handler";
+    }
     LastException::Forget();
     EXPECT_THROW(CModificationsDBCalvexDefault::getInstance()->getModification("Nothing", "", {}),
                  OpenMS::Exception::ElementNotFound);
