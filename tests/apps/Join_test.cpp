@@ -145,12 +145,7 @@ TEST(PelgrinJoin, FilesThatItDoesNotUseAreNotAsked)
     place.Write("psms.txt", TableOf({Row()}));
     place.Write("out", "a file");
     const Ini ini = Ini()
-                        .With("Localization", "is_localized", "1")
-                        .With("Localization", "min_mod_number", "5")
-                        .With("Localization", "use_prior", "1")
-                        .With("Localization", "filter_method", "0")
-                        .With("Localization", "filter_threshold", "0.75")
-                        .With("Localization", "target_mod_number", "0")
+                        .WithLocalization()
                         .With("Annotation", "is_annotated", "1")
                         .With("Annotation", "protein_database", "./none.fasta");
     EXPECT_EQ(place.Check(ini).status, 1);

@@ -81,6 +81,16 @@ Ini Ini::WithFdr(const std::string& threshold, const std::string& method,
         .With("Fdr", "target_decoy_method", formula);
 }
 
+Ini Ini::WithLocalization() const
+{
+    return With("Localization", "is_localized", "1")
+        .With("Localization", "min_mod_number", "5")
+        .With("Localization", "use_prior", "1")
+        .With("Localization", "filter_method", "0")
+        .With("Localization", "filter_threshold", "0.75")
+        .With("Localization", "target_mod_number", "0");
+}
+
 std::size_t Ini::LineOf(const std::string& front) const
 {
     const std::size_t hit = ("\n" + text_).find("\n" + front);

@@ -25,6 +25,8 @@ public:
     /// Turns FDR control on: decoys begin with "D_".
     Ini WithFdr(const std::string& threshold, const std::string& method = "1",
                 const std::string& formula = "1") const;
+    /// Turns localization on, without target modifications.
+    Ini WithLocalization() const;
 
     const std::string& Text() const { return text_; }
     /// The number of the line that begins with front, from 1.

@@ -320,11 +320,7 @@ TEST(PelgrinRun, SaysThatLocalizationIsNotOfferedYet)
 {
     const ParameterWorkplace workplace;
     const Ini ini = Ini()
-                        .With("Localization", "is_localized", "1")
-                        .With("Localization", "min_mod_number", "5")
-                        .With("Localization", "use_prior", "1")
-                        .With("Localization", "filter_method", "0")
-                        .With("Localization", "filter_threshold", "0.75")
+                        .WithLocalization()
                         .With("Localization", "target_mod_number", "1")
                         .With("Localization", "target_mod_1", "Phospho (S)");
     const Outcome outcome = workplace.Run(ini);

@@ -28,12 +28,7 @@ public:
     static Ini Annotated(const std::string& path)
     {
         return Ini()
-            .With("Localization", "is_localized", "1")
-            .With("Localization", "min_mod_number", "5")
-            .With("Localization", "use_prior", "1")
-            .With("Localization", "filter_method", "0")
-            .With("Localization", "filter_threshold", "0.75")
-            .With("Localization", "target_mod_number", "0")
+            .WithLocalization()
             .With("Annotation", "is_annotated", "1")
             .With("Annotation", "protein_database", path);
     }
