@@ -201,7 +201,7 @@ public:
                              CResidueModification::TermSpecificity specificity) const;
 
     /// The first record, in the order of the database, that searchModifications
-    /// gives. Good as long as the database.
+    /// gives: the same one on every run. Good as long as the database.
     /// \throws OpenMS::Exception::ElementNotFound as searchModifications.
     /// \throws OpenMS::Exception::InvalidValue "Retrieving the modification
     ///         failed. It is not available for the residue and term
@@ -249,11 +249,14 @@ protected:
 
     /// Appends records to the database and registers each under the values of
     /// nameFields, any of NameField joined by "|". Records that were there
-    /// before stand in front of the new ones and stay where they are.
+    /// before stand in front of the new ones and stay where they are. Without a
+    /// name field they wait, and the next call with one registers them, too.
     void addModifications_(Records records, unsigned nameFields);
 
     /// All records, in their order.
     const std::vector<const CResidueModification*>& modifications_() const { return vRecords_; }
+    /// Those of them that wait to be registered.
+    std::vector<CResidueModification*> waitingModifications_();
 
 private:
     friend class ModificationAccess;
@@ -264,8 +267,8 @@ private:
     bool Matches_(const CResidueModification& record, const std::string& residue,
                   CResidueModification::TermSpecificity specificity) const;
 
-    std::vector<std::unique_ptr<const Records>> vBlocks_; ///< one for each load
-    std::vector<const CResidueModification*> vRecords_;   ///< all, in their order
+    std::vector<std::unique_ptr<Records>> vBlocks_;     ///< one for each load
+    std::vector<const CResidueModification*> vRecords_; ///< all, in their order
     std::unique_ptr<ModificationNames> pNames_;
     std::unique_ptr<const ModificationMasses> pMasses_;
 };
@@ -295,10 +298,12 @@ public:
     ///   between them (B-42).
     /// - A file that cannot be opened or parsed is told on standard error only,
     ///   by its CXmlException text and a line end; nothing is added (B-43).
-    ///   A document without "umod:modifications" adds nothing and says nothing.
+    ///   A document without "umod:modifications" adds nothing and is no error;
+    ///   origins of earlier calls are printed all the same.
     /// \throws OpenMS::Exception::InvalidValue "Invalid term specificity" for
     ///         a position that is not a display name of TermSpecificity; the
-    ///         records before it stay, without full ids and under no name.
+    ///         records before it stay, without full ids and under no name until
+    ///         a later call reads its file to the end.
     void readFromUnimodXMLFile(const std::string& path);
 
 protected:

@@ -23,19 +23,20 @@ std::string_view NameIn(const CResidueModification& record, std::uint32_t field)
 
 } // namespace
 
-void ModificationNames::Add(const Records& records, std::size_t first, unsigned fields)
+void ModificationNames::Add(const Records& records, unsigned fields)
 {
     if (records.size() >= kEnd / kFields) {
         throw std::bad_alloc();
     }
-    entries_.reserve(entries_.size() + kFields * (records.size() - first));
-    for (std::size_t number = first; number < records.size(); ++number) {
+    entries_.reserve(entries_.size() + kFields * (records.size() - added_));
+    for (std::size_t number = added_; fields != 0 && number < records.size(); ++number) {
         for (std::uint32_t field = 0; field < kFields; ++field) {
             if ((fields >> field & 1U) != 0) {
                 entries_.push_back({static_cast<std::uint32_t>(number), field, kEnd});
             }
         }
     }
+    added_ = fields != 0 ? records.size() : added_;
     std::size_t size = 1;
     while (size < 2 * entries_.size()) {
         size *= 2;

@@ -18,8 +18,12 @@ class ModificationNames {
 public:
     using Records = std::vector<const CResidueModification*>;
 
-    /// Adds the records from number first on, under the values of the fields.
-    void Add(const Records& records, std::size_t first, unsigned fields);
+    /// Adds the records behind those that were added before, under the values of the
+    /// fields. Without fields they wait for the next call.
+    void Add(const Records& records, unsigned fields);
+
+    /// How many records were added with fields.
+    std::size_t Added() const { return added_; }
 
     /// The numbers of the records under name, ascending, each once.
     std::vector<std::size_t> Find(const Records& records, std::string_view name) const;
@@ -33,6 +37,7 @@ private:
 
     std::size_t ChainOf(std::string_view name) const;
 
+    std::size_t added_ = 0; ///< records
     std::vector<Entry> entries_;
     std::vector<std::uint32_t> heads_; ///< a power of two
 };

@@ -182,25 +182,43 @@ void CModificationsDB::writeToFile(std::string path) const
 
 void CModificationsDB::addModifications_(Records records, unsigned nameFields)
 {
-    auto block = std::make_unique<const Records>(std::move(records));
+    auto block = std::make_unique<Records>(std::move(records));
     std::vector<const CResidueModification*> all = vRecords_;
     all.reserve(vRecords_.size() + block->size());
     for (const CResidueModification& record : *block) {
         all.push_back(&record);
     }
-    std::vector<double> masses;
-    masses.reserve(all.size());
-    for (const CResidueModification* const record : all) {
-        masses.push_back(record->getDiffMonoMass());
+    if (pMasses_ == nullptr || !block->empty()) {
+        std::vector<double> masses;
+        masses.reserve(all.size());
+        for (const CResidueModification* const record : all) {
+            masses.push_back(record->getDiffMonoMass());
+        }
+        auto sorted = std::make_unique<const ModificationMasses>(masses);
+        vBlocks_.push_back(std::move(block));
+        vRecords_ = std::move(all);
+        pMasses_ = std::move(sorted);
     }
-    auto names = pNames_ == nullptr ? std::make_unique<ModificationNames>()
-                                    : std::make_unique<ModificationNames>(*pNames_);
-    names->Add(all, vRecords_.size(), nameFields);
-    auto sorted = std::make_unique<const ModificationMasses>(masses);
-    vBlocks_.push_back(std::move(block));
-    vRecords_ = std::move(all);
-    pNames_ = std::move(names);
-    pMasses_ = std::move(sorted);
+    if (pNames_ == nullptr || nameFields != 0) {
+        auto names = pNames_ == nullptr ? std::make_unique<ModificationNames>()
+                                        : std::make_unique<ModificationNames>(*pNames_);
+        names->Add(vRecords_, nameFields);
+        pNames_ = std::move(names);
+    }
+}
+
+std::vector<CResidueModification*> CModificationsDB::waitingModifications_()
+{
+    std::vector<CResidueModification*> waiting;
+    std::size_t number = 0;
+    for (const std::unique_ptr<Records>& block : vBlocks_) {
+        for (CResidueModification& record : *block) {
+            if (number++ >= pNames_->Added()) {
+                waiting.push_back(&record);
+            }
+        }
+    }
+    return waiting;
 }
 
 } // namespace Vorlan

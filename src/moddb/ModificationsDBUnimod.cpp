@@ -7,10 +7,9 @@
 #include <utility>
 #include <vector>
 
-#include <OpenMS/CONCEPT/Exception.h>
-
 #include "ModificationDB.h"
 #include "XmlDocument.h"
+#include "moddb/Loading.h"
 #include "moddb/ModificationTable.h"
 #include "util/Console.h"
 #include "util/Numbers.h"
@@ -148,21 +147,18 @@ CModificationsDBUnimod* CModificationsDBUnimod::getInstance(const std::string& p
 
 void CModificationsDBUnimod::readFromUnimodXMLFile(const std::string& path)
 {
-    Records records;
     try {
-        ReadUnimod(path, records);
+        AddWhatIsRead([&path](Records& records) { ReadUnimod(path, records); },
+                      [this](Records records) { addModifications_(std::move(records), 0); });
     } catch (const CXmlException& error) {
         // Deliberate: B-43
         console::Print(console::Stream::Err, std::string(error.szWhat()) + "\n");
         return;
-    } catch (const OpenMS::Exception::InvalidValue&) {
-        addModifications_(std::move(records), 0);
-        throw;
     }
-    for (CResidueModification& record : records) {
-        record.setFullId(FullIdOf(record));
+    for (CResidueModification* const record : waitingModifications_()) {
+        record->setFullId(FullIdOf(*record));
     }
-    addModifications_(std::move(records), BY_EVERY_NAME);
+    addModifications_({}, BY_EVERY_NAME);
     std::string origins;
     for (const CResidueModification* const record : modifications_()) {
         if (record->getTermSpecificity() != CResidueModification::ANYWHERE) {

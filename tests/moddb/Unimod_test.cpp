@@ -343,6 +343,78 @@ TEST(Unimod, RecordsBeforeAnotherPositionStayWithoutNames)
     EXPECT_EQ(Named(database, "full").size(), 2u) << "those of the load before";
 }
 
+TEST(Unimod, ALaterLoadNamesTheRecordsOfOneThatFailed)
+{
+    const TempFolder folder;
+    const std::string spoiled = folder.Write(
+        "1.xml",
+        UnimodText(Mod("a", Site("Q", "Any N-term") + Site("M", "nowhere") + kOxidationDelta)));
+    UnimodProbe database(folder.Write("2.xml", UnimodText("")));
+    EXPECT_EQ(ErrorOf([&] { database.readFromUnimodXMLFile(spoiled); }),
+              InvalidPosition("nowhere"));
+    EXPECT_EQ(ErrorOf([&] { database.readFromUnimodXMLFile(spoiled); }),
+              InvalidPosition("nowhere"));
+    const std::string good =
+        folder.Write("3.xml", UnimodText(Mod("b", Site("K") + kOxidationDelta)));
+    EXPECT_EQ(PrintedBy([&] { database.readFromUnimodXMLFile(good); }).out, "QQ");
+    EXPECT_THAT(WithMass(database, 15.994915, 0.0),
+                ElementsAre("a (Any N-term Q)", "a (Any N-term Q)", "b (K)"));
+    for (const char* const name : {"a", "a (Any N-term Q)"}) {
+        EXPECT_EQ(Named(database, name).size(), 2u) << name;
+    }
+    EXPECT_EQ(Named(database, "b").size(), 1u);
+}
+
+TEST(Unimod, AFileThatCannotBeReadNamesNothing)
+{
+    const TempFolder folder;
+    const std::string spoiled = folder.Write(
+        "1.xml", UnimodText(Mod("a", Site("M") + Site("M", "nowhere") + kOxidationDelta)));
+    const std::string cut = folder.Write("2.xml", "<umod:unimod><umod:modifications>");
+    UnimodProbe database(folder.Write("3.xml", UnimodText("")));
+    EXPECT_EQ(ErrorOf([&] { database.readFromUnimodXMLFile(spoiled); }),
+              InvalidPosition("nowhere"));
+    PrintedBy([&] {
+        database.readFromUnimodXMLFile(cut);
+        database.readFromUnimodXMLFile(folder.PathOf("missing"));
+    });
+    EXPECT_THAT(WithMass(database, 15.994915, 0.0), ElementsAre(""));
+    EXPECT_EQ(ThrownBy([&] { Named(database, "a"); }).name, "ElementNotFound");
+}
+
+TEST(Unimod, ADocumentWithoutModificationsPrintsTheOriginsThatAreThere)
+{
+    const TempFolder folder;
+    UnimodProbe database(folder.Write(
+        "1.xml", UnimodText(Mod("a", Site("N-term", "Any N-term") + kOxidationDelta))));
+    const std::string empty = folder.Write("2.xml", "<umod:unimod/>");
+    const Printed printed = PrintedBy([&] { database.readFromUnimodXMLFile(empty); });
+    EXPECT_EQ(printed.out, "N-term");
+    EXPECT_EQ(printed.err, "");
+    EXPECT_EQ(database.getNumberOfModifications(), 1u);
+}
+
+// Where the blocks of several loads lie is up to the system.
+TEST(Unimod, TheFirstRecordOfANameIsThatOfTheFirstLoad)
+{
+    const TempFolder folder;
+    const auto write = [&folder](const std::string& name, const std::string& mass, int sites) {
+        std::string all = Tag("delta", "mono_mass=\"" + mass + "\" avge_mass=\"0\"");
+        for (int i = 0; i < sites; ++i) {
+            all = Site("M") + all;
+        }
+        return folder.Write(name, UnimodText(Mod("a", all)));
+    };
+    for (const int sites : {1, 2000}) {
+        UnimodProbe database(write("0.xml", "1.5", sites));
+        for (int load = 1; load < 9; ++load) {
+            database.readFromUnimodXMLFile(write("1.xml", "2.5", sites));
+        }
+        EXPECT_EQ(database.getModification("a", "", kAnySpecificity).getDiffMonoMass(), 1.5);
+        EXPECT_EQ(database.getModification("a", "M", kAnySpecificity).getDiffMonoMass(), 1.5);
+    }
+}
+
 TEST(Unimod, APositionIsNotLookedAtWithoutDelta)
 {
     EXPECT_THAT(RecordsOf(Mod("a", Site("M", "nowhere"))), IsEmpty());
