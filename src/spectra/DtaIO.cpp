@@ -40,7 +40,8 @@ void DtaIO::SetFilenameList()
 bool DtaIO::bLoadNextSpectrum(std::vector<Spectrum>& vSpectra)
 {
     while (tIter_ < vFilenames_.size()) {
-        if (bLoadOneSpectrum(vFilenames_[tIter_++], vSpectra)) {
+        const std::string name = vFilenames_[tIter_++]; // the list may change meanwhile
+        if (bLoadOneSpectrum(name, vSpectra)) {
             return true;
         }
     }
@@ -52,7 +53,8 @@ std::uint64_t DtaIO::tLoadAllSpectra(std::vector<Spectrum>& vSpectra)
     ResetIter(); // Deliberate: B-72.
     std::uint64_t loaded = 0;
     for (; tIter_ < vFilenames_.size(); ++tIter_) {
-        loaded += bLoadOneSpectrum(vFilenames_[tIter_], vSpectra) ? 1 : 0;
+        const std::string name = vFilenames_[tIter_];
+        loaded += bLoadOneSpectrum(name, vSpectra) ? 1 : 0;
     }
     return loaded;
 }
@@ -68,10 +70,10 @@ bool DtaIO::bLoadOneSpectrum(const std::string& name, std::vector<Spectrum>& vSp
     if (!bOpenInputFile(strFolder_ + name)) {
         return false;
     }
-    cSpectrum_.strSource = strFolder_;
-    cSpectrum_.strTitle.assign(name, name.rfind('\\') + 1, std::string::npos); // npos + 1 is 0
     bool isRead = false;
     try {
+        cSpectrum_.strSource = strFolder_;
+        cSpectrum_.strTitle.assign(name, name.rfind('\\') + 1, std::string::npos); // npos + 1 is 0
         isRead = bGetOneSpec();
         vSpectra.push_back(cSpectrum_);
     } catch (...) { // no memory, or a derived class

@@ -1,5 +1,6 @@
 // Readers that a host derives: which of their members the others call, in what order,
 // and what comes of the results.
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -7,6 +8,7 @@
 
 #include "spectra/DtaProbe.h"
 #include "spectra/MgfProbe.h"
+#include "support/FailingMemory.h"
 #include "support/OpenFiles.h"
 
 namespace Vorlan::test {
@@ -232,6 +234,57 @@ TEST(DerivedReaders, AnExceptionPassesThroughAndLeavesNoFileOpen)
     EXPECT_EQ(OpenFileCount(), before);
     EXPECT_EQ(OutputOf([&] { EXPECT_TRUE(reader.bLoadOneSpectrum("b.dta", spectra)); }), "");
     EXPECT_THAT(Dump(spectra), ElementsAre(kSecondDta));
+}
+
+/// Lists its folder anew whenever it opens a file.
+class DtaThatListsAnew : public DtaIO {
+protected:
+    bool bOpenInputFile(const std::string& path) override
+    {
+        SetFilenameList();
+        return DtaIO::bOpenInputFile(path);
+    }
+};
+
+TEST(DerivedReaders, AListThatChangesMeanwhileChangesNoTitle)
+{
+    for (const bool isAll : {false, true}) {
+        const DtaFolder folder = DtaFiles();
+        DtaThatListsAnew reader;
+        reader.InitLoad(folder.Path());
+        folder.Write("0.dta", "300.5 1\n");
+        std::vector<Spectrum> spectra;
+        if (isAll) {
+            reader.tLoadAllSpectra(spectra);
+        } else {
+            reader.bLoadNextSpectrum(spectra);
+        }
+        EXPECT_EQ(Dump(spectra).front(), kFirstDta);
+    }
+}
+
+// A derived class that throws is one way out of a load; memory that ends is another.
+TEST(DtaLoading, NoFileStaysOpenWhereMemoryEnds)
+{
+    PELGRIN_NEEDS_FAILING_MEMORY();
+    const std::string name = std::string(100, 'n') + ".dta"; // with memory of its own
+    const DtaFolder folder{{name, "400.5 1\n1 2\n"}};
+    const auto before = OpenFileCount();
+    std::size_t number = 1;
+    for (bool failed = true; failed; ++number) {
+        DtaIO reader;
+        reader.InitLoad(folder.Path());
+        std::vector<Spectrum> spectra;
+        try {
+            const FailingMemory memory(number);
+            reader.bLoadOneSpectrum(name, spectra);
+            failed = false;
+        } catch (const std::bad_alloc&) {
+        }
+        ASSERT_EQ(OpenFileCount(), before) << number;
+        EXPECT_EQ(OutputOf([&] { EXPECT_TRUE(reader.bLoadOneSpectrum(name, spectra)); }), "");
+    }
+    EXPECT_GT(number, 4u);
 }
 
 } // namespace
