@@ -1,6 +1,7 @@
 #include "platform/InputFile.h"
 
 #include <cerrno>
+#include <limits>
 #include <utility>
 
 #include <fcntl.h>
@@ -15,12 +16,22 @@ static_assert(sizeof(off_t) == 8, "files beyond 2 GB need 64-bit offsets");
 
 namespace {
 
+/// Where a device that has an end has nothing.
+constexpr off_t kBehindAnyEnd = std::numeric_limits<off_t>::max() - 1;
+
+bool HasEnd(int descriptor)
+{
+    char byte = 0;
+    return ::pread(descriptor, &byte, 1, kBehindAnyEnd) <= 0;
+}
+
 bool IsReadableAtOffsets(int descriptor)
 {
     struct stat entry = {};
     return ::fstat(descriptor, &entry) == 0
            && (S_ISREG(entry.st_mode)
-               || (!S_ISDIR(entry.st_mode) && ::lseek(descriptor, 0, SEEK_CUR) != -1));
+               || (!S_ISDIR(entry.st_mode) && ::lseek(descriptor, 0, SEEK_CUR) != -1
+                   && HasEnd(descriptor)));
 }
 
 } // namespace

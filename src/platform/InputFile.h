@@ -16,12 +16,13 @@ public:
     InputFile& operator=(const InputFile&) = delete;
 
     /// Opens the file that path resolves to. False for what cannot be opened
-    /// or cannot be read at an offset: folders, pipes, sockets. Closes first.
+    /// or cannot be read at an offset: folders, pipes, sockets; and for devices
+    /// without an end, such as /dev/zero. Closes first.
     bool Open(const std::string& path);
     void Close();
     bool IsOpen() const { return descriptor_ >= 0; }
 
-    /// An ordinary file, which has an end.
+    /// An ordinary file.
     bool IsRegular() const;
 
     /// The size in bytes as the system tells it; 0 when it does not know, and

@@ -167,6 +167,8 @@ TEST(LineReader, WhatIsNoFileCannotBeOpened)
         {"a file in a missing folder", folder.PathOf("missing/file")},
         {"a file taken for a folder", file + "/file"},
         {"a pipe without a writer", pipe},
+        {"a device without an end", "/dev/zero"},
+        {"another one", "/dev/urandom"},
         {"a file's path with a NUL behind it", file + '\0'},
         {"a NUL inside", file + "\0x"s},
         {"an empty path", ""},
