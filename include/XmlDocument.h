@@ -71,7 +71,7 @@ enum EXmlType : int {
 class VORLAN_API CXmlException : public std::exception {
 public:
     /// An exception that says message.
-    explicit CXmlException(const std::string& message);
+    explicit CXmlException(std::string message);
     /// Copies have texts of their own.
     CXmlException(const CXmlException& other);
     CXmlException& operator=(const CXmlException& other);
@@ -191,7 +191,7 @@ public:
     /// The value of name. One that is not there is entered with an empty value
     /// first: looking adds an attribute (B-33). The reference is good until
     /// Clear, assignment or destruction.
-    std::string& strGetValue(const std::string& name);
+    std::string& strGetValue(std::string name);
 
     /// The number of attributes.
     std::size_t tSize() const;

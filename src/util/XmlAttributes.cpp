@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <map>
 #include <string_view>
+#include <utility>
 
 #include "XmlDocument.h"
 #include "util/XmlAccess.h"
@@ -71,7 +72,7 @@ void CXmlAttributes::Parse(const char* begin, const char* end)
     }
 }
 
-std::string& CXmlAttributes::strGetValue(const std::string& name)
+std::string& CXmlAttributes::strGetValue(std::string name)
 {
     if (nLength_ > kLongText) {
         EnterText_();
@@ -84,7 +85,7 @@ std::string& CXmlAttributes::strGetValue(const std::string& name)
     std::string_view value;
     FindInText({pText_, nLength_}, name, value);
     // Deliberate: B-33. A name that is not there is entered, too.
-    return values.emplace_hint(place, name, value)->second;
+    return values.emplace_hint(place, std::move(name), value)->second;
 }
 
 std::size_t CXmlAttributes::tSize() const

@@ -126,12 +126,12 @@ void CXmlElement::Parse(const char* text)
 
 std::string& CXmlElement::operator[](std::string name)
 {
-    return cAttributes_.strGetValue(name);
+    return cAttributes_.strGetValue(std::move(name));
 }
 
 std::string& CXmlElement::strGetValue(std::string name)
 {
-    return cAttributes_.strGetValue(name);
+    return cAttributes_.strGetValue(std::move(name));
 }
 
 // ---- Children ------------------------------------------------------------

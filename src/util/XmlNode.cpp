@@ -1,5 +1,6 @@
 // Nodes without children, and the exception of the model.
 #include <cstring>
+#include <utility>
 
 #include "XmlDocument.h"
 #include "util/XmlParts.h"
@@ -8,7 +9,7 @@ namespace Vorlan {
 
 // ---- CXmlException -------------------------------------------------------
 
-CXmlException::CXmlException(const std::string& message) : strMessage_(message) {}
+CXmlException::CXmlException(std::string message) : strMessage_(std::move(message)) {}
 
 CXmlException::CXmlException(const CXmlException& other) = default;
 CXmlException& CXmlException::operator=(const CXmlException& other) = default;

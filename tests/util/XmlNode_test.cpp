@@ -15,6 +15,8 @@ static_assert(std::is_base_of_v<CXmlNode, CXmlText> && std::is_base_of_v<CXmlNod
 static_assert(std::is_base_of_v<CXmlNode, CXmlElement>);
 static_assert(std::is_base_of_v<CXmlElement, CXmlDocument>);
 static_assert(std::is_base_of_v<std::exception, CXmlException>);
+static_assert(std::is_same_v<decltype(&CXmlAttributes::strGetValue),
+                             std::string& (CXmlAttributes::*)(std::string)>);
 
 TEST(CXmlException, SzWhatGivesTheMessage)
 {
