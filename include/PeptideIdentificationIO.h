@@ -109,7 +109,7 @@ protected:
     PepIdentType::EPepIdentType eType_;         ///< what eGetType gives
     std::unique_ptr<LineReader> pInput_;        ///< bounded lines of the input; never null
     std::ofstream ofsOutput_;                   ///< what InitSave opened
-    std::uint64_t tResultCount_ = 0;            ///< rows counted, for progress only
+    std::uint64_t tResultCount_ = 0;            ///< rows counted, for progress and for room
 };
 
 // ===== 2. TulkTXTPepIdentIO ================================================
@@ -389,8 +389,8 @@ public:
     /// that has one. The lines of a section are known by their places, not by
     /// their keys (B-64), and values but the names of modifications end at their
     /// first blank (B-90). A list is read when a comma stands directly behind its
-    /// number. Masses of modifications, and what is printed, as
-    /// Pfind3PepIdentIO::Load.
+    /// number; only that of positions stands behind the first comma of its line.
+    /// Masses of modifications, and what is printed, as Pfind3PepIdentIO::Load.
     ///
     /// \throws OpenMS::Exception::FileNotReadable with the path, label
     ///         "PfindTXTPepIdentIO::Load".

@@ -51,6 +51,7 @@ void SequestTXTPepIdentIO::Save(const std::vector<PeptideIdentification>&) {}
 
 void SequestTXTPepIdentIO::EndSave()
 {
+    ofsOutput_.clear();
     CloseOutput(ofsOutput_);
 }
 

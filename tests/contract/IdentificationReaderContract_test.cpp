@@ -223,6 +223,25 @@ TEST_P(IdentificationReaderContract, LoadWithoutInitLoadIsNotReadable)
     EXPECT_EQ(matches.size(), 1u);
 }
 
+TEST_P(IdentificationReaderContract, ADeviceWithoutAnEndIsNotReadable)
+{
+    ExpectNotReadable({"/dev", "zero", GetParam().type}, "/dev\\zero");
+}
+
+TEST_P(IdentificationReaderContract, AFileThatIsOpenIsNotReplacedByAnother)
+{
+    if (GetParam().IsPepXml()) {
+        GTEST_SKIP() << "it is opened by Load";
+    }
+    const PepIdentSource source = WriteExample();
+    const auto load = [&source](PeptideIdentificationIO& reader, Matches& matches) {
+        reader.InitLoad(source);
+        reader.InitLoad(source);
+        reader.Load(matches);
+    };
+    ExpectNotReadableBy(load, folder_.Path() + "\\" + GetParam().fileName);
+}
+
 TEST_P(ReadingIdentificationReader, ReadsAgainBehindEndLoad)
 {
     Reader reader(GetParam().type);
@@ -300,6 +319,17 @@ TEST_P(IdentificationReaderContract, InitSaveRemembersItsPath)
         reader.Load(matches);
     };
     ExpectNotReadableBy(load, path);
+}
+
+TEST_P(IdentificationReaderContract, APathWithANulIsNotTheFileInFrontOfIt)
+{
+    const std::string path = folder_.Write("written", "former");
+    Reader writer(GetParam().type);
+    OutputOf([&] {
+        writer->InitSave(path + '\0');
+        writer->EndSave();
+    });
+    EXPECT_EQ(ReadFile(path), "former");
 }
 
 TEST_P(IdentificationReaderContract, InitSaveLeavesTheInputAsItIs)

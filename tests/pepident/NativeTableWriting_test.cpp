@@ -1,5 +1,6 @@
 // The native table as written: exact bytes, failures.
 #include <cmath>
+#include <filesystem>
 #include <limits>
 #include <locale>
 #include <string>
@@ -187,10 +188,9 @@ TEST(NativeTableWriting, ASecondSaveWritesASecondHeader)
     const TempFolder folder;
     TulkTXTPepIdentIO writer;
     writer.InitSave(folder.PathOf("t.txt"));
-    OutputOf([&] {
-        writer.Save({FullMatch()});
-        writer.Save({FullMatch()});
-    });
+    const std::string printed = OutputOf([&] { writer.Save({FullMatch()}); });
+    EXPECT_NE(printed, "");
+    EXPECT_EQ(OutputOf([&] { writer.Save({FullMatch()}); }), printed) << "rows count from 1 again";
     const std::string once = NativeTextOf({FullMatch()});
     EXPECT_EQ(ReadFile(folder.PathOf("t.txt")), once + once);
 }
@@ -205,6 +205,22 @@ TEST(NativeTableWriting, AnObjectMayWriteOneFileAfterTheOther)
         writer.EndSave();
         EXPECT_EQ(ReadFile(folder.PathOf(name)), NativeTextOf({FullMatch()}));
     }
+}
+
+TEST(NativeTableWriting, AFileThatIsOpenIsNotReplacedByAnother)
+{
+    const TempFolder folder;
+    const std::string second = folder.PathOf("b.txt");
+    TulkTXTPepIdentIO writer;
+    writer.InitSave(folder.PathOf("a.txt"));
+    writer.InitSave(second);
+    EXPECT_EQ(ThrownBy([&] { writer.Save({FullMatch()}); }), NotWritable(second));
+    EXPECT_EQ(ReadFile(folder.PathOf("a.txt")), "");
+    EXPECT_FALSE(std::filesystem::exists(second));
+    writer.EndSave();
+    writer.InitSave(second);
+    OutputOf([&] { writer.Save({FullMatch()}); });
+    EXPECT_EQ(ReadFile(second), NativeTextOf({FullMatch()}));
 }
 
 TEST(NativeTableWriting, SaveWithoutInitSaveIsNotWritable)

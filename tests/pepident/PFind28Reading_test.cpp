@@ -120,6 +120,19 @@ TEST(PFind28Reading, EverySectionWithACandidateGivesAMatch)
     }
 }
 
+TEST(PFind28Reading, NineCharactersBeginASection)
+{
+    const auto countOf = [](const std::string& line) {
+        return MatchesOf(TextOf(kHead + With("[Spectrum", line))).size();
+    };
+    for (const char* const line : {"[Spectrum", "[Spectrumx and more", "[Spectrum1]=5"}) {
+        EXPECT_EQ(countOf(line), 1u) << line;
+    }
+    for (const char* const line : {" [Spectrum1]", "[Spectru]", "[spectrum1]", "Spectrum1"}) {
+        EXPECT_EQ(countOf(line), 0u) << line;
+    }
+}
+
 TEST(PFind28Reading, NoCandidatesNoMatch)
 {
     EXPECT_EQ(MatchOf(kEmptySection), "0 matches");

@@ -105,6 +105,9 @@ TYPED_TEST(ResultCounting, ACountThatFailsLeavesTheFormerOne)
     EXPECT_EQ(ThrownBy([&] { reader.InitLoad(this->missing_); }),
               this->NotReadable("/no/folder\\result"));
     EXPECT_EQ(reader.Count(), 3u);
+    std::vector<PeptideIdentification> matches;
+    OutputOf([&] { reader.Load(matches); });
+    EXPECT_EQ(matches.size(), 3u) << "the file before is open";
 }
 
 TYPED_TEST(ResultCounting, ProgressNumbersTheRowsOfTheFile)

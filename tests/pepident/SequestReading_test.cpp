@@ -1,4 +1,5 @@
 // Tables of Sequest, read from files.
+#include <fstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -182,6 +183,23 @@ TEST(SequestReading, B67_OnlyTheNTermHasNoNumber)
     EXPECT_EQ(reading.matches.size(), 1u);
     EXPECT_EQ(Match("Modifications", "M4(Oxidation);"), "no matchConversionError")
         << "an empty entry has none";
+}
+
+class SequestProbe : public SequestTXTPepIdentIO {
+public:
+    const std::ofstream& Output() const { return ofsOutput_; }
+};
+
+TEST(SequestReading, EndSaveForgetsAFailure)
+{
+    const TempFolder folder;
+    SequestProbe writer;
+    writer.InitSave(folder.PathOf("a"));
+    writer.InitSave(folder.PathOf("b")); // the first one is open
+    EXPECT_TRUE(writer.Output().fail());
+    writer.EndSave();
+    EXPECT_TRUE(writer.Output().good());
+    EXPECT_FALSE(writer.Output().is_open());
 }
 
 } // namespace
