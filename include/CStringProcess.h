@@ -35,8 +35,9 @@ public:
     /// Removes the no-use characters at both ends of s, in place.
     /// A non-empty text of nothing but no-use characters keeps its last one
     /// (B-01): three blanks become one blank. The length counts as a signed
-    /// 32-bit number: a text for which that is not above zero (2 to 4 GiB)
-    /// stays as it is, and of a longer one only so many characters are kept.
+    /// 32-bit number: a text for which that is not above zero (2 to 4 GiB, 6 to
+    /// 8 GiB and so on) stays as it is, and of one between these only so many
+    /// characters are kept.
     static void Trim(std::string& s);
 
     // ---- 2. Fields ------------------------------------------------------

@@ -44,6 +44,7 @@ public:
             const bool isFixed = line != 0;
             rows.push_back({e.getFile(), e.getName(), isFixed ? std::to_string(e.getLine()) : "",
                             e.getFunction(), text});
+            EXPECT_GT(e.getLine(), 0) << text;
             if (isFixed) {
                 EXPECT_EQ(e.getLine(), line) << text;
             }

@@ -296,6 +296,21 @@ TEST_F(TulkParamValues, B51_CountsAreReadAsFarAsTheyAreWholeNumbers)
     }
 }
 
+TEST_F(TulkParamValues, NumbersOfKeysAreDecimal)
+{
+    std::vector<std::string> files;
+    for (int i = 1; i <= 12; ++i) {
+        files.push_back("./" + std::to_string(i) + ".txt");
+    }
+    ParameterText text = FullParameters();
+    text.SetList("Search", "pep_ident", files, "pep_ident_filename");
+    ASSERT_EQ(Read(text), Thrown{});
+    ASSERT_EQ(Search().vPepIdentSources.size(), 12U);
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        EXPECT_EQ("./" + Search().vPepIdentSources[i].strSecond, files[i]);
+    }
+}
+
 TEST_F(TulkParamValues, B51_ANumberOfModificationsThatIsNotPositiveMeansNone)
 {
     for (const std::string value : {"0", "-1", "none", "0x10", "-99999999999"}) {

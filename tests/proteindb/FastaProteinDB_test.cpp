@@ -188,11 +188,14 @@ TEST_F(FastaProteinDB, OpenFileOpensAndCloseFileCloses)
 
 TEST_F(FastaProteinDB, OpenFileThatFailsClosesWhatWasOpen)
 {
-    database_.SetDBPath(TwoProteins());
-    ASSERT_TRUE(database_.OpenFile());
-    database_.SetDBPath(folder_.PathOf("missing"));
-    OutputOf([&] { EXPECT_FALSE(database_.OpenFile()); });
-    EXPECT_FALSE(database_.IsOpen());
+    const std::string good = TwoProteins();
+    for (const std::string& bad : {folder_.PathOf("missing"), std::string()}) {
+        database_.SetDBPath(good);
+        ASSERT_TRUE(database_.OpenFile());
+        database_.SetDBPath(bad);
+        OutputOf([&] { EXPECT_FALSE(database_.OpenFile()); });
+        EXPECT_FALSE(database_.IsOpen()) << bad;
+    }
 }
 
 TEST_F(FastaProteinDB, OpenFileKeepsWhatWasLoaded)

@@ -1,7 +1,10 @@
 // Writing parameter files, and what comes back from a written one.
 #include "InitFile.h"
 
+#include <new>
+
 #include "support/Exceptions.h"
+#include "support/FailingMemory.h"
 #include "support/IniTwin.h"
 #include "support/Random.h"
 #include "support/Support.h"
@@ -90,6 +93,23 @@ TEST(InitFileSaving, APathWithANulIsAnErrorAndNotTheFileInFrontOfIt)
     const std::string path = folder.Write("run.ini", "former");
     const Loaded loaded("[S]\n");
     EXPECT_EQ(ThrownBy([&] { loaded.file.Save(path + "\0.bak"s); }).name, "FileNotWritable");
+    EXPECT_EQ(test::ReadFile(path), "former");
+}
+
+TEST(InitFileSaving, FileStaysWhereMemoryEndsBeforeItsText)
+{
+    PELGRIN_NEEDS_FAILING_MEMORY();
+    const TempFolder folder;
+    const std::string path = folder.Write("run.ini", "former");
+    const Loaded loaded("[S]\na=" + std::string(70000, 'x') + "\n");
+    bool failed = false;
+    try {
+        const test::SmallMemory memory(50000);
+        loaded.file.Save(path);
+    } catch (const std::bad_alloc&) {
+        failed = true;
+    }
+    EXPECT_TRUE(failed);
     EXPECT_EQ(test::ReadFile(path), "former");
 }
 

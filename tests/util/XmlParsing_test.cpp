@@ -66,6 +66,9 @@ TEST(XmlParsing, B81_ClosingTagWithoutAnElementIsAnElementWithoutAName)
         {"alone", "</a>", "()", "</a>Can not find </element>"},
         {"with another behind it", "</a></b><c/>", "() c()"},
         {"with a blank", "< /a></b>", "()"},
+        {"inside of another", "<r></x></y></r>", "r(())"},
+        {"inside of another, without an end", "<r></x></r>", "r(())",
+         "</x>Can not find </element>"},
     });
 }
 
