@@ -208,11 +208,16 @@ TEST(PelgrinMapProteins, ALedgerThatCannotBeWrittenLeavesTheFormerTables)
 {
     const MapPlace place;
     place.Write("table.txt", "former");
+    const std::string proteins = place.Write("proteins.tsv", "former");
+    const std::string rejects = place.Write("rejects.tsv", "former");
     // The file that is written before it takes this name has a longer one.
     const std::string ledger = place.PathOf(std::string(250, 'l'));
-    ExpectRefusal(place.Map(RowWith("GASK", "P1\t\t\t-1"), {"--ledger", ledger}), 1,
-                  "cannot be written: File name too long");
+    ExpectRefusal(place.Map(RowWith("GASK", "P1\t\t\t-1"),
+                            {"--ledger", ledger, "--proteins", proteins, "--rejects", rejects}),
+                  1, "cannot be written: File name too long");
     EXPECT_EQ(place.Table(), "former");
+    EXPECT_EQ(ReadFile(proteins), "former");
+    EXPECT_EQ(ReadFile(rejects), "former");
 }
 
 TEST(PelgrinMapProteins, NeverOverwritesItsInputs)

@@ -1,6 +1,8 @@
 #include "run/Conversion.h"
 
+#include <memory>
 #include <utility>
+#include <vector>
 
 #include <fmt/format.h>
 
@@ -21,15 +23,18 @@ bool WriteLosses(const Parameters& parameters, const ResultsRead& results, const
     ledger.AddMatches(results, counts);
     ledger.AddTable(notHeld, parameters.out);
     report += ledger.Text();
+    std::vector<std::unique_ptr<NewFile>> whole;
     for (const auto& [path, text] : {std::pair{&parameters.rejectsTable, results.rejects.Table()},
                                      std::pair{&parameters.ledgerFile, ledger.Json()}}) {
         if (!path->empty()) {
-            NewFile target(*path);
-            TextFile file(target.Path());
+            whole.push_back(std::make_unique<NewFile>(*path));
+            TextFile file(whole.back()->Path());
             file.Write(text);
             file.Close();
-            target.MoveToTarget();
         }
+    }
+    for (const std::unique_ptr<NewFile>& file : whole) {
+        file->MoveToTarget();
     }
     return ledger.HasLosses();
 }
