@@ -164,8 +164,37 @@ TEST(PelgrinRunPrepare, PackedFilesAndFurtherRunsAreRead)
                         .With("Search", "dataset_filename_1", "./run.mgf.gz")
                         .With("Search", "pep_ident_format", "Comet (.pep.xml)")
                         .With("Search", "pep_ident_filename_1", "./run.pep.xml.gz");
-    EXPECT_EQ(place.Run(ini).status, 1);
+    const Outcome check = place.Pelgrin({"params", "check"}, ini);
+    EXPECT_EQ(check.status, 1);
+    for (const char* const file : {"run.mgf.gz", "run.pep.xml.gz"}) {
+        EXPECT_THAT(check.err, HasSubstr(std::string(file)
+                                         + ": is packed (gz); expected a plain "
+                                           "file, which pelgrin prepare makes of it"));
+    }
     EXPECT_EQ(AnnotatedOf(place, {"run", "--prepare"}, ini, 0), std::pair(2, 2));
+}
+
+TEST(PelgrinRunPrepare, OtherCommandsRefusePackedFiles)
+{
+    const ParameterWorkplace place;
+    place.Write("run.mgf", kRunMgf);
+    const std::string plain = place.Write("psms.txt", TableOf({Row()}));
+    const std::string spectra = place.PathOf("packed.mgf");
+    const std::string table = place.PathOf("packed.txt");
+    const std::string proteins = place.PathOf("packed.fasta");
+    WriteGzip(spectra, kRunMgf);
+    WriteGzip(table, TableOf({Row()}));
+    WriteGzip(proteins, ">P1\nGASK\n");
+    const std::string out = place.PathOf("out");
+    ExpectRefusal(RunPelgrin({"annotate", "--spectra", spectra, "--psms", plain, "--tolerance",
+                              "20ppm", "--out", out}),
+                  1, "packed.mgf: is packed (gz)");
+    ExpectRefusal(RunPelgrin({"annotate", "--spectra", place.PathOf("run.mgf"), "--psms", table,
+                              "--tolerance", "20ppm", "--out", out}),
+                  1, "packed.txt: is packed (gz)");
+    ExpectRefusal(RunPelgrin({"map-proteins", "--psms", plain, "--fasta", proteins, "--out", out}),
+                  1, "packed.fasta: is packed (gz)");
+    EXPECT_FALSE(std::filesystem::exists(out));
 }
 
 TEST(PelgrinRunPrepare, WhatIsLeftOutEndsTheRunWithStatus3)

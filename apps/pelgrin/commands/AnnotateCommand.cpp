@@ -13,6 +13,7 @@
 #include "commands/MinMatchOption.h"
 #include "commands/ResultOptions.h"
 #include "common/Failure.h"
+#include "files/Packed.h"
 #include "files/SpectraSource.h"
 #include "run/Parameters.h"
 #include "run/Run.h"
@@ -43,8 +44,9 @@ Example:
     --out results
 
 A record and a spectrum meet by dataset and spectrum name. The dataset is the
-name of the MGF file, or of the folder of DTA files; engines that write a path, another ending or the name up
-to its first dot are understood, too. --dataset says what is meant otherwise.
+name of the MGF file, or of the folder of DTA files; engines that write a path,
+another ending or the name up to its first dot are understood, too. --dataset
+says what is meant otherwise.
 
 Writes annotations.tsv, results.txt, matched.mgf, rejects.tsv, ledger.json,
 summary.json and run.json into the folder, and a short report to standard output.
@@ -111,6 +113,7 @@ void CheckAllSpectra(const Parameters& parameters)
     std::set<std::string> names;
     for (const std::string& path : parameters.spectra) {
         CheckSpectra(path);
+        RefusePacked(path);
         const std::string name = PlaceOfDataset(path).name;
         if (!names.insert(name).second) {
             throw UsageError(fmt::format("--spectra: two files are named \"{}\"; records could not "

@@ -4,6 +4,7 @@
 
 #include "common/Failure.h"
 #include "files/FileLines.h"
+#include "files/Packed.h"
 #include "parameters/ReaderParameters.h"
 #include "run/Identifications.h"
 
@@ -68,8 +69,10 @@ void TakeResultOptions(const ResultOptions& options, Parameters& parameters)
     ParseModifications(options.modifications); // wrong usage comes before missing files
     const ResultFiles files = FilesOf(parameters.format, parameters.psms.front(), options.second);
     CheckReadable(files.path);
+    RefusePacked(files.path);
     if (!files.second.empty()) {
         CheckReadable(files.second);
+        RefusePacked(files.second);
         parameters.fileInputs.push_back(files.second);
     }
     if (!options.parameterFile.empty()) {

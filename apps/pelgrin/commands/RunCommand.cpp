@@ -73,7 +73,7 @@ ExitStatus RunPrepared(const RunOptions& options, Parameters parameters)
     return Run(std::move(parameters));
 }
 
-/// Preparing makes the second files that are missing.
+/// Preparing unpacks files, and makes the second files that are missing.
 void TakeOutMendable(RunPlan& plan)
 {
     std::vector<std::string>& problems = plan.fileProblems;

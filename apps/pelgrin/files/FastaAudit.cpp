@@ -10,6 +10,7 @@
 
 #include "common/Failure.h"
 #include "files/FileLines.h"
+#include "files/Packed.h"
 
 namespace pelgrin {
 
@@ -120,6 +121,7 @@ std::string_view WithoutByteOrderMark(std::string_view block)
 FastaAudit AuditFasta(const std::string& path)
 {
     CheckReadable(path);
+    RefusePacked(path);
     std::ifstream file(path, std::ios::binary);
     std::vector<char> block(kBlockSize);
     Walk walk(path);

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
 #include <string_view>
@@ -328,6 +329,19 @@ Packing PackingOf(const std::string& path)
         }
     }
     return Packing::None;
+}
+
+void RefusePacked(const std::string& path)
+{
+    std::error_code ignored;
+    const Packing packing =
+        std::filesystem::is_directory(path, ignored) ? Packing::None : PackingOf(path);
+    if (packing != Packing::None) {
+        throw Failure(
+            fmt::format("{}: is packed ({}); expected a plain file, which pelgrin prepare "
+                        "makes of it",
+                        path, TextOf(packing)));
+    }
 }
 
 std::string NameWithoutPacking(const std::string& path)

@@ -16,6 +16,9 @@ const char* TextOf(Packing packing);
 /// By the first bytes of the file. Throws Failure when it cannot be read.
 Packing PackingOf(const std::string& path);
 
+/// Throws Failure for a file that is packed. A folder is none.
+void RefusePacked(const std::string& path);
+
 /// "run.mgf" for "dir/run.mgf.gz": the file name without the ending of a packing.
 std::string NameWithoutPacking(const std::string& path);
 

@@ -12,6 +12,7 @@
 #include "files/EngineFileAudit.h"
 #include "files/FastaAudit.h"
 #include "files/FileLines.h"
+#include "files/Packed.h"
 #include "files/SpectraSource.h"
 #include "files/UnimodFile.h"
 #include "parameters/ParameterKeys.h"
@@ -207,15 +208,14 @@ std::vector<std::string> NotOffered(const ParameterText& text, const CTulkParam&
 // ---- Files ------------------------------------------------------------------
 
 /// The files of a list, "dataset_filename_1" and so on, as the library finds
-/// them; problems with them go to RunPlan::fileProblems.
+/// them; problems with them go to the plan.
 class FileList {
 public:
     /// check throws Failure for a path that is none of this list.
     using Check = void (*)(const std::string& path);
 
-    FileList(const ParameterText& text, std::string front, Check check,
-             std::vector<std::string>& problems)
-        : text_(text), front_(std::move(front)), check_(check), problems_(problems)
+    FileList(const ParameterText& text, std::string front, Check check, RunPlan& plan)
+        : text_(text), front_(std::move(front)), check_(check), plan_(plan)
     {
     }
 
@@ -224,10 +224,20 @@ public:
         const std::string key = fmt::format("{}_{}", front_, paths_.size() + 1);
         const std::string place = text_.PlaceOf("Search", key);
         paths_.push_back(WithoutLastSeparators(ResolvedPath(asWritten)));
+        const auto tell = [this, &place](const Failure& failure) {
+            plan_.fileProblems.push_back(place + ": " + failure.what());
+        };
         try {
             check_(paths_.back());
         } catch (const Failure& failure) {
-            problems_.push_back(place + ": " + failure.what());
+            tell(failure);
+            return;
+        }
+        try {
+            RefusePacked(paths_.back());
+        } catch (const Failure& failure) {
+            tell(failure);
+            plan_.mendable.push_back(plan_.fileProblems.back());
         }
     }
 
@@ -260,8 +270,9 @@ private:
             const std::string key = fmt::format("{}_{}", front_, i + 1);
             const auto [former, isNew] = keys.emplace(nameOf(paths_[i]), key);
             if (!isNew) {
-                problems_.push_back(fmt::format("{}: {}: {} {}", text_.PlaceOf("Search", key),
-                                                paths_[i], former->second, reason));
+                plan_.fileProblems.push_back(fmt::format("{}: {}: {} {}",
+                                                         text_.PlaceOf("Search", key), paths_[i],
+                                                         former->second, reason));
             }
         }
     }
@@ -269,7 +280,7 @@ private:
     const ParameterText& text_;
     std::string front_;
     Check check_;
-    std::vector<std::string>& problems_;
+    RunPlan& plan_;
     std::vector<std::string> paths_;
 };
 
@@ -285,6 +296,7 @@ void AddSecondFiles(const ParameterText& text, Vorlan::PepIdentType::EPepIdentTy
         plan.parameters.fileInputs.push_back(files.second);
         try {
             CheckReadable(files.second);
+            RefusePacked(files.second);
         } catch (const Failure& failure) {
             const std::string key = fmt::format("pep_ident_filename_{}", i + 1);
             plan.fileProblems.push_back(text.PlaceOf("Search", key) + ": " + failure.what());
@@ -296,14 +308,13 @@ void AddSecondFiles(const ParameterText& text, Vorlan::PepIdentType::EPepIdentTy
 void AddFiles(const ParameterText& text, const Vorlan::CSearchParam& search, RunPlan& plan)
 {
     const bool isDta = search.eDatasetFormat == Vorlan::DatasetType::Dta;
-    FileList spectra(text, "dataset_filename", isDta ? CheckDtaFolder : CheckMgf,
-                     plan.fileProblems);
+    FileList spectra(text, "dataset_filename", isDta ? CheckDtaFolder : CheckMgf, plan);
     for (const Vorlan::DatasetSource& source : search.vDatasets) {
         spectra.Add(source.strFirst + source.strSecond);
     }
     spectra.RefuseEqualNames();
     plan.parameters.spectra = spectra.Paths();
-    FileList results(text, "pep_ident_filename", CheckReadable, plan.fileProblems);
+    FileList results(text, "pep_ident_filename", CheckReadable, plan);
     for (const Vorlan::PepIdentSource& source : search.vPepIdentSources) {
         results.Add(source.strFirst + source.strSecond);
     }

@@ -20,7 +20,7 @@ struct RunPlan {
     std::string database;                       ///< path of the modifications
     /// Files that are missing or cannot be used: one message each.
     std::vector<std::string> fileProblems;
-    /// Of these, such that "run --prepare" mends: second files that are missing.
+    /// Of these, such that "run --prepare" mends: packed files, missing second files.
     std::vector<std::string> mendable;
 };
 
