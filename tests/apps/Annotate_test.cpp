@@ -166,6 +166,17 @@ TEST(PelgrinAnnotate, ModificationsAreFoundByEitherSpellingOfATerminus)
     }
 }
 
+TEST(PelgrinAnnotate, ModificationsAreToldAsTheyWereGiven)
+{
+    const Workplace workplace;
+    EXPECT_EQ(
+        workplace.Annotate({Row()}, {"--mod", "Oxidation (MW)=16", "--mod", "Acetyl (N-term)=42"})
+            .status,
+        0);
+    const nlohmann::json masses = {{"Oxidation (MW)", 16.0}, {"Acetyl (Any N-term)", 42.0}};
+    EXPECT_EQ(workplace.Summary()["parameters"]["modifications"], masses);
+}
+
 TEST(PelgrinAnnotate, EveryUnusableRecordIsCountedUnderItsReason)
 {
     const Workplace workplace;

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "common/Failure.h"
+#include "common/Words.h"
 #include "support/Support.h"
 
 namespace pelgrin {
@@ -127,6 +128,23 @@ TEST(ParseModifications, GivesEachResidueOfANameItsMass)
     EXPECT_EQ(
         ParseModifications({"Oxidation (MW)=16", "Oxidation (M)=16", "Oxidation(M)=16"}).size(),
         4U);
+}
+
+TEST(NamesGiven, AreThoseOfTheUser)
+{
+    EXPECT_THAT(NamesGiven({"Oxidation (MW)=16", "Acetyl (N-term)=42"}),
+                testing::UnorderedElementsAre("Oxidation (MW)", "Acetyl (Any N-term)"));
+}
+
+TEST(Clip, CutsNoLetter)
+{
+    const std::string text = "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80z"; // 1, 2, 3, 4, 1 bytes
+    const std::vector<std::size_t> sizes = {0, 1, 1, 3, 3, 3, 6, 6, 6, 6, 10, 11, 11};
+    for (std::size_t most = 0; most < sizes.size(); ++most) {
+        EXPECT_EQ(Clip(text, most), text.substr(0, sizes[most])) << most;
+    }
+    // Bytes that are no letters are cut anywhere.
+    EXPECT_EQ(Clip(std::string(9, '\x80'), 5), std::string(2, '\x80'));
 }
 
 TEST(WithAnyTerm, SpellsATerminusAsTheTableReaderDoes)

@@ -32,6 +32,19 @@ bool BeginsWith(std::string_view text, std::string_view front)
     return text.substr(0, front.size()) == front;
 }
 
+std::string Clip(std::string_view text, std::size_t most)
+{
+    constexpr std::size_t kMostBehind = 3; // bytes behind the first one of a letter
+    const auto goesOn = [&text](std::size_t i) {
+        return (static_cast<unsigned char>(text[i]) & 0xC0U) == 0x80U;
+    };
+    std::size_t size = std::min(text.size(), most);
+    while (size < text.size() && size > 0 && goesOn(size) && most - size < kMostBehind) {
+        --size;
+    }
+    return std::string(text.substr(0, size));
+}
+
 std::optional<double> ParseNumber(std::string_view text)
 {
     if (text.size() > 1 && text[0] == '+' && text[1] != '-') {

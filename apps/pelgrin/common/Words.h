@@ -17,6 +17,9 @@ std::string_view WithoutBlanks(std::string_view text, std::string_view blanks = 
 /// text begins with front.
 bool BeginsWith(std::string_view text, std::string_view front);
 
+/// The first bytes of text, at most so many, without a letter of UTF-8 that is cut.
+std::string Clip(std::string_view text, std::size_t most);
+
 /// The finite number that text is as a whole, with "." whatever the locale.
 std::optional<double> ParseNumber(std::string_view text);
 

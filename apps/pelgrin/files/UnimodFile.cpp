@@ -15,6 +15,7 @@
 #include "CStringProcess.h"
 #include "common/Failure.h"
 #include "common/Terminal.h"
+#include "common/Words.h"
 #include "files/FileLines.h"
 #include "files/NewFile.h"
 
@@ -104,7 +105,7 @@ std::optional<Fault> FindFault(const std::string& path, std::uint64_t& rows)
     for (bool isHeader = true; lines.Next(line) || isHeader; isHeader = false) {
         const auto text = isHeader ? FaultOfHeader(line.begin) : FaultOfRow(line);
         if (text) {
-            return Fault{line.number, *text, line.begin.substr(0, 60)};
+            return Fault{line.number, *text, Clip(line.begin, 60)};
         }
         rows += !isHeader && line.length > 0 ? 1 : 0;
     }

@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include "common/Terminal.h"
+#include "common/Words.h"
 
 namespace pelgrin {
 
@@ -58,7 +59,7 @@ std::string Shown(std::string_view text)
 {
     constexpr std::size_t kMost = 80;
     const bool isLong = text.size() > kMost;
-    return "\"" + OneLine(std::string(text.substr(0, kMost))) + (isLong ? "...\"" : "\"");
+    return "\"" + OneLine(Clip(text, kMost)) + (isLong ? "...\"" : "\"");
 }
 
 } // namespace pelgrin

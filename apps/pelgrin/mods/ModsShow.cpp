@@ -8,6 +8,7 @@
 
 #include "common/SimilarNames.h"
 #include "common/Terminal.h"
+#include "common/Words.h"
 #include "mods/Mods.h"
 
 namespace pelgrin {
@@ -85,7 +86,7 @@ ExitStatus RunModsShow(const ShowQuestion& question)
         for (const std::string& name : SimilarNames(question.name, AllNames(database))) {
             similar += (similar.empty() ? "; similar names: \"" : ", \"") + name + "\"";
         }
-        spdlog::warn("no modification is named \"{}\"{}", OneLine(question.name.substr(0, 80)),
+        spdlog::warn("no modification is named \"{}\"{}", OneLine(Clip(question.name, 80)),
                      OneLine(similar));
         return WithLosses;
     }

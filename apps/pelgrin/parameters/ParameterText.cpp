@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include "common/Failure.h"
+#include "common/Words.h"
 #include "files/FileLines.h"
 
 namespace pelgrin {
@@ -43,8 +44,8 @@ void ParameterText::Take(const std::string& line, std::uint64_t number)
     }
     const std::size_t equals = text.find('=');
     const auto refuse = [&](const char* expected) {
-        throw Failure(fmt::format("{}:{}: \"{}\": expected {}", path_, number, text.substr(0, 200),
-                                  expected));
+        throw Failure(
+            fmt::format("{}:{}: \"{}\": expected {}", path_, number, Clip(text, 200), expected));
     };
     if (equals == std::string::npos) {
         refuse("a pair \"key = value\" or a header \"[section]\"");

@@ -7,6 +7,7 @@
 #include "TulkParam.h"
 #include "common/Failure.h"
 #include "common/Terminal.h"
+#include "common/Words.h"
 #include "files/ScratchFolder.h"
 #include "parameters/ParameterMessages.h"
 #include "parameters/ParameterText.h"
@@ -76,7 +77,7 @@ void AddEntries(const std::string& text, std::vector<Entry>& entries)
         throw UsageError(
             fmt::format("--mod: \"{}...\": a name of more than {} characters cannot be "
                         "told to a reader; choose another one",
-                        written.substr(0, 40), kLongestName));
+                        Clip(written, 40), kLongestName));
     }
     const std::vector<ModificationName> names = NamesBySite(written);
     if (names.empty()) {
@@ -153,6 +154,7 @@ void TellReader(const std::string& parameterFile, const std::vector<std::string>
                 Parameters& parameters)
 {
     parameters.modifications = ParseModifications(modifications);
+    parameters.modificationsGiven = NamesGiven(modifications);
     if (!parameterFile.empty()) {
         parameters.parameterFile = parameterFile;
         parameters.lookup = TellParameterFile(parameterFile, parameters.fileInputs);

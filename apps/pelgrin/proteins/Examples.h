@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "common/Terminal.h"
+#include "common/Words.h"
 
 namespace pelgrin {
 
@@ -26,7 +27,7 @@ inline std::string TextOf(const std::vector<std::string>& examples)
 {
     std::string text;
     for (std::size_t i = 0; i < examples.size() && i < 3; ++i) {
-        text += (i == 0 ? "" : ", ") + OneLine(examples[i].substr(0, 40));
+        text += (i == 0 ? "" : ", ") + OneLine(Clip(examples[i], 40));
     }
     return text + (examples.size() > 3 ? ", ..." : "");
 }

@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "common/Terminal.h"
+#include "common/Words.h"
 #include "run/Counts.h"
 
 namespace pelgrin {
@@ -40,7 +41,7 @@ private:
 std::string Quoted(const std::string& name)
 {
     constexpr std::size_t kLongest = 100;
-    return "\"" + OneLine(name.substr(0, kLongest)) + (name.size() > kLongest ? "..." : "") + "\"";
+    return "\"" + OneLine(Clip(name, kLongest)) + (name.size() > kLongest ? "..." : "") + "\"";
 }
 
 std::string PercentText(std::uint64_t met, std::uint64_t read)

@@ -122,6 +122,15 @@ ModificationMasses ParseModifications(const std::vector<std::string>& texts)
     return masses;
 }
 
+std::set<std::string> NamesGiven(const std::vector<std::string>& texts)
+{
+    std::set<std::string> names;
+    for (const std::string& text : texts) {
+        names.insert(WithAnyTerm(ParseModification(text).first));
+    }
+    return names;
+}
+
 std::map<std::string, std::string> ParseDatasets(const std::vector<std::string>& texts,
                                                  const std::vector<std::string>& spectra)
 {

@@ -78,6 +78,7 @@ struct Parameters {
     std::vector<std::string> fileInputs;              ///< what else was read: never overwritten
     std::shared_ptr<const ModificationLookup> lookup; ///< for names not in modifications
     std::map<std::string, std::string> modificationSources; ///< name -> where its mass stands
+    std::set<std::string> modificationsGiven; ///< those of --mod, without the names of each residue
 
     // Of "run" only.
     bool isRun = false;
@@ -103,6 +104,9 @@ std::pair<std::string, double> ParseModification(const std::string& text);
 /// All modifications, as they are written and with one name for each residue. A name
 /// has one mass, however it is spelled; throws UsageError for two.
 ModificationMasses ParseModifications(const std::vector<std::string>& texts);
+
+/// The names of all modifications as they are written, as WithAnyTerm spells them.
+std::set<std::string> NamesGiven(const std::vector<std::string>& texts);
 
 /// "/data/run01.raw=run01.mgf": dataset name and file around the last "=", once
 /// for each name. Each file must be one of spectra, as a path or by its name.

@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "common/Terminal.h"
+#include "common/Words.h"
 #include "run/JoinText.h"
 
 namespace pelgrin {
@@ -36,7 +37,7 @@ std::string DetailsText(const std::map<std::string, std::uint64_t>& details)
     if (details.empty()) {
         return {};
     }
-    std::string text = " (" + OneLine(details.begin()->first.substr(0, 40));
+    std::string text = " (" + OneLine(Clip(details.begin()->first, 40));
     if (details.size() > 1) {
         Add(text, ", {} more", details.size() - 1);
     }

@@ -36,7 +36,10 @@ Json JsonOf(const Parameters& parameters)
     }
     Json modifications = Json::object();
     for (const auto& [name, mass] : parameters.modifications) {
-        modifications[name] = mass;
+        if (parameters.modificationsGiven.count(name) + parameters.modificationSources.count(name)
+            > 0) {
+            modifications[name] = mass;
+        }
     }
     const std::string format = Vorlan::PepIdentType::typeToName(parameters.format);
     Json json = {{"spectra", parameters.spectra},
