@@ -149,6 +149,8 @@ std::vector<LintRow> MgfRows()
             "a 500/2/10/7: 100/1 -5/3 16/5 2/0"),
         Mgf("peaks without intensity", WithPeaks("100 1\n200\n300;5\n"),
             "no_intensity@8 no_intensity@9", "a 500/2/10/7: 100/1 200/1 300/1"),
+        Mgf("a carriage return between m/z and intensity", WithPeaks("100 1\n200\r5\n"),
+            "lone_return@8 no_intensity@8", "a 500/2/10/7: 100/1 200/1"),
         Mgf("decimal commas",
             Record("a", "PEPMASS=500,25\nCHARGE=2+\nRTINSECONDS=10\nSCANS=7\n",
                    "100,5 1\n200 2,5\n"),

@@ -95,6 +95,24 @@ TEST(Lint, TellsTheOtherFilesWhenOneCannotBeRead)
     EXPECT_THAT(outcome.out, HasSubstr("1 finding in 1 file"));
 }
 
+TEST(Lint, CountsNoFileThatItCannotLookThrough)
+{
+    const TempFolder folder;
+    const std::string missing = folder.PathOf("missing.mgf");
+    const std::string words = folder.Write("words.txt", "just words\n");
+    const std::string good = folder.Write("a.mgf", kPlainMgf);
+    EXPECT_EQ(RunPelgrin({"lint", missing, words, good}).out, "No findings in 1 file\n");
+    const json files =
+        json::parse(RunPelgrin({"lint", "--json", missing, words, good}).out)["files"];
+    ASSERT_EQ(files.size(), 3U);
+    EXPECT_EQ(files[0]["path"], missing);
+    EXPECT_THAT(files[0]["failure"], HasSubstr(missing + ": cannot be opened"));
+    EXPECT_EQ(files[1]["path"], words);
+    EXPECT_THAT(files[1]["failure"], HasSubstr("there are no rules for this kind of file"));
+    EXPECT_EQ(files[2]["path"], good);
+    EXPECT_FALSE(files[2].contains("failure"));
+}
+
 TEST(Lint, RefusesWhatItDoesNotUnderstand)
 {
     const TempFolder folder;
@@ -165,6 +183,7 @@ TEST(Lint, TellsPeptidesOnceBesideTheirMatches)
                 HasSubstr(peptides + ":2: maxquant_ids: MS/MS IDs: \"1\"; expected 0"));
     EXPECT_THAT(outcome.out, HasSubstr("1 finding in 1 file"));
     EXPECT_THAT(RunPelgrin({"lint", peptides}).out, HasSubstr("1 finding in 1 file"));
+    EXPECT_EQ(RunPelgrin({"lint", peptides, matches}).out, outcome.out);
 }
 
 TEST(Lint, TellsPeptidesOnceHoweverTheirPathIsWritten)

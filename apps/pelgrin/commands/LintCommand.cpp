@@ -1,7 +1,5 @@
 #include "commands/LintCommand.h"
 
-#include <algorithm>
-#include <filesystem>
 #include <limits>
 #include <memory>
 #include <set>
@@ -20,8 +18,6 @@
 namespace pelgrin {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr const char kLintFooter[] = R"(Examples:
   pelgrin lint run01.mgf
@@ -60,15 +56,6 @@ std::set<Rule> RulesOf(const std::vector<std::string>& ids)
     return rules;
 }
 
-/// The file was looked at with another one, as peptides.txt with msms.txt.
-bool IsSecond(const std::string& path, const std::vector<FileFindings>& files)
-{
-    const fs::path normal = fs::path(path).lexically_normal();
-    return std::any_of(files.begin(), files.end(), [&](const FileFindings& file) {
-        return !file.second.empty() && fs::path(file.second).lexically_normal() == normal;
-    });
-}
-
 ExitStatus RunLint(const LintOptions& options)
 {
     if (options.rules) {
@@ -84,13 +71,14 @@ ExitStatus RunLint(const LintOptions& options)
                       RulesOf(options.ignored));
     bool isAllRead = true;
     for (const std::string& path : options.files) {
-        if (IsSecond(path, findings.Files())) {
+        if (findings.IsSecond(path)) {
             continue;
         }
         try {
             LintFile(path, format, findings);
         } catch (const Failure& failure) {
             spdlog::error("{}", OneLine(failure.what()));
+            findings.SetFailure(path, failure.what());
             isAllRead = false;
         }
     }

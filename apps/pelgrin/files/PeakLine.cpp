@@ -12,6 +12,7 @@ namespace pelgrin {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r";
+constexpr std::string_view kGap = " \t"; ///< what sscanf is told to pass over
 
 bool IsDigit(char c)
 {
@@ -50,13 +51,13 @@ bool HasComma(std::string_view text)
     return comma != std::string_view::npos && comma > 0 && IsDigit(text[comma - 1]);
 }
 
-/// Takes what stands before the next blank, and the blanks behind it.
-std::string_view TakeWord(std::string_view& text)
+/// Takes what stands before the next blank, and what of gap is behind it.
+std::string_view TakeWord(std::string_view& text, std::string_view gap)
 {
     const std::string_view word =
         text.substr(0, std::min(text.find_first_of(kBlanks), text.size()));
     text.remove_prefix(word.size());
-    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+    text.remove_prefix(std::min(text.find_first_not_of(gap), text.size()));
     return word;
 }
 
@@ -64,8 +65,9 @@ std::string_view TakeWord(std::string_view& text)
 
 PeakLine PeakLineOf(std::string_view text, Numbers numbers)
 {
-    const std::string_view mz = TakeWord(text);
-    const std::string_view intensity = TakeWord(text);
+    const std::string_view gap = numbers == Numbers::OfScan ? kGap : kBlanks;
+    const std::string_view mz = TakeWord(text, gap);
+    const std::string_view intensity = TakeWord(text, gap);
     if (HasComma(mz) || HasComma(intensity)) {
         return PeakLine::Comma;
     }

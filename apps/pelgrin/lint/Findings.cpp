@@ -1,8 +1,20 @@
 #include "lint/Findings.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <utility>
 
 namespace pelgrin {
+
+namespace {
+
+bool IsSame(const std::string& a, const std::string& b)
+{
+    namespace fs = std::filesystem;
+    return fs::path(a).lexically_normal() == fs::path(b).lexically_normal();
+}
+
+} // namespace
 
 Findings::Findings(std::size_t examples, std::set<Rule> ignored)
     : examples_(examples), ignored_(std::move(ignored))
@@ -12,7 +24,29 @@ Findings::Findings(std::size_t examples, std::set<Rule> ignored)
 void Findings::Begin(const std::string& path, FileKind kind)
 {
     path_.clear();
-    files_.push_back({path, kind, {}, {}});
+    files_.push_back({path, kind, {}, {}, {}});
+}
+
+void Findings::SetSecond(const std::string& path)
+{
+    const auto isAlone = [&path](const FileFindings& file) { return IsSame(file.path, path); };
+    files_.erase(std::remove_if(files_.begin(), files_.end(), isAlone), files_.end());
+    files_.back().second = path;
+}
+
+void Findings::SetFailure(const std::string& path, std::string reason)
+{
+    if (files_.empty() || files_.back().path != path) {
+        Begin(path, FileKind::Unknown);
+    }
+    files_.back().failure = std::move(reason);
+}
+
+bool Findings::IsSecond(const std::string& path) const
+{
+    return std::any_of(files_.begin(), files_.end(), [&path](const FileFindings& file) {
+        return !file.second.empty() && IsSame(file.second, path);
+    });
 }
 
 void Findings::Add(Rule rule, std::uint64_t line, std::string what, std::string subject)

@@ -32,6 +32,7 @@ struct FileFindings {
     FileKind kind = FileKind::Unknown;
     std::string second;                 ///< the file that was looked at with it; may be empty
     std::map<Rule, RuleFindings> rules; ///< those with findings
+    std::string failure;                ///< why it could not be read to its end; may be empty
 };
 
 /// Takes the findings of files, one file after the other.
@@ -43,8 +44,11 @@ public:
 
     /// What is added next is about this file or folder.
     void Begin(const std::string& path, FileKind kind);
-    /// The file at this path is looked at with the one that was begun.
-    void SetSecond(const std::string& path) { files_.back().second = path; }
+    /// The file at this path is looked at with the one that was begun; what was found in
+    /// it alone is found again.
+    void SetSecond(const std::string& path);
+    /// The file at this path cannot be read, or not to its end.
+    void SetFailure(const std::string& path, std::string reason);
     /// Of a file in the folder, or beside the file, that was begun: findings name
     /// this path until the next call. Empty: the path that was begun.
     void SetPath(std::string path) { path_ = std::move(path); }
@@ -55,6 +59,8 @@ public:
     void Add(Rule rule, RuleFindings&& deferred);
 
     const std::vector<FileFindings>& Files() const { return files_; }
+    /// The file was looked at with another one, as peptides.txt with msms.txt.
+    bool IsSecond(const std::string& path) const;
     std::uint64_t Total() const;
 
 private:

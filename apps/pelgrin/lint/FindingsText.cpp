@@ -1,5 +1,7 @@
 #include "lint/FindingsText.h"
 
+#include <algorithm>
+
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
@@ -36,6 +38,13 @@ std::string LineOf(Rule rule, const Finding& finding)
     const std::string subject = finding.subject.empty() ? "" : " (" + finding.subject + ")";
     return OneLine(fmt::format("{}: {}: {}{}", place, TextsOf(rule).id, finding.what, subject))
            + "\n";
+}
+
+std::uint64_t FilesRead(const Findings& findings)
+{
+    const auto isRead = [](const FileFindings& file) { return file.failure.empty(); };
+    return static_cast<std::uint64_t>(
+        std::count_if(findings.Files().begin(), findings.Files().end(), isRead));
 }
 
 /// "1 file", "2 files".
@@ -93,7 +102,7 @@ std::string TextOf(const Findings& findings)
             }
         }
     }
-    const std::string files = CountOf(findings.Files().size(), "file");
+    const std::string files = CountOf(FilesRead(findings), "file");
     if (text.empty()) {
         return "No findings in " + files + "\n";
     }
@@ -111,6 +120,9 @@ std::string JsonOf(const Findings& findings)
         }
         files.push_back(
             {{"path", file.path}, {"kind", KeyOf(file.kind)}, {"findings", std::move(rules)}});
+        if (!file.failure.empty()) {
+            files.back()["failure"] = file.failure;
+        }
     }
     Json counts = Json::object();
     for (const auto& [rule, count] : CountsOf(findings)) {
