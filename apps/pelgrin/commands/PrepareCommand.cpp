@@ -27,8 +27,8 @@ want, one run in each pepXML file. Bytes of peaks are never changed. What cannot
 be mended is left out and counted.
 
 prepared.json says what was changed in each file, and where first; titles.tsv
-lists the titles that changed. Give the results with their spectra: names that
-changed are changed in both.
+lists the titles that changed. Give native tables and pepXML with their spectra:
+names that changed are changed in them, too.
 
 Exit status: 0 all well; 1 failure; 2 wrong usage; 3 finished, but records were
 left out (prepared.json says which and why).

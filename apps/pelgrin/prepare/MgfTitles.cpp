@@ -101,6 +101,28 @@ std::string DottedWord(const std::string& front, const TitledRecord& record)
                        record.charge == 0 ? "" : std::to_string(record.charge));
 }
 
+// The rules, in the order in which they are asked. A name is shared when several records
+// have it, or when it is reserved: see Reserve.
+//
+// The title of a record:
+//
+//     has a first word, shares no name, and tells the scan    stays
+//         as its scan name, which no other record may have,
+//         or has none where others have that scan
+//     begins with a word that is not shared and is dotted     that word, file, old title
+//         with the scan, or is the whole title
+//     any other                                               "run.5.5.2", file, old title
+//     one of these that shares a name after all               "run-7.5.5.2" for the seventh
+//                                                             record, then "run-7-7.5.5.2"
+//
+// It gives the scan number as a name where the record alone has it. A name of a title that
+// did not stay, in results:
+//
+//     was this record's alone and is not its name any more    the new first word
+//     was shared, or is not this one's any more, and is a     nobody can tell, but for a
+//         name in the copy                                    charge that one record has
+//     any other                                               stays; it meets the record
+//                                                             that had it, or none
 class TitleMaker {
 public:
     TitleMaker(const std::vector<TitledRecord>& records, const std::string& stem)
