@@ -188,21 +188,28 @@ void CModificationsDB::addModifications_(Records records, unsigned nameFields)
     for (const CResidueModification& record : *block) {
         all.push_back(&record);
     }
+    // All is made before anything changes.
+    std::unique_ptr<const ModificationMasses> sorted;
     if (pMasses_ == nullptr || !block->empty()) {
         std::vector<double> masses;
         masses.reserve(all.size());
         for (const CResidueModification* const record : all) {
             masses.push_back(record->getDiffMonoMass());
         }
-        auto sorted = std::make_unique<const ModificationMasses>(masses);
-        vBlocks_.push_back(std::move(block));
-        vRecords_ = std::move(all);
+        sorted = std::make_unique<const ModificationMasses>(masses);
+    }
+    std::unique_ptr<ModificationNames> names;
+    if (pNames_ == nullptr || nameFields != 0) {
+        names = pNames_ == nullptr ? std::make_unique<ModificationNames>()
+                                   : std::make_unique<ModificationNames>(*pNames_);
+        names->Add(all, nameFields);
+    }
+    vBlocks_.push_back(std::move(block));
+    vRecords_ = std::move(all);
+    if (sorted != nullptr) {
         pMasses_ = std::move(sorted);
     }
-    if (pNames_ == nullptr || nameFields != 0) {
-        auto names = pNames_ == nullptr ? std::make_unique<ModificationNames>()
-                                        : std::make_unique<ModificationNames>(*pNames_);
-        names->Add(vRecords_, nameFields);
+    if (names != nullptr) {
         pNames_ = std::move(names);
     }
 }
