@@ -186,6 +186,18 @@ TEST(Lint, TellsPeptidesOnceBesideTheirMatches)
     EXPECT_EQ(RunPelgrin({"lint", peptides, matches}).out, outcome.out);
 }
 
+TEST(Lint, AFileMayBeItsOwnPeptides)
+{
+    const TempFolder folder;
+    const std::string matches = folder.Write("peptides.txt", kMsmsHeader + MsmsRow());
+    EXPECT_EQ(RunPelgrin({"lint", matches}).status, 3);
+    EXPECT_EQ(RunPelgrin({"lint", matches, matches}).status, 3);
+    const std::string peptides = folder.Write("peptides.txt", kPeptidesHeader + PeptidesRow("1"));
+    const Outcome outcome = RunPelgrin({"lint", "--format", "MaxQuant", peptides});
+    EXPECT_EQ(outcome.status, 3) << outcome.err;
+    EXPECT_THAT(outcome.out, HasSubstr(" in 1 file\n"));
+}
+
 TEST(Lint, TellsPeptidesOnceHoweverTheirPathIsWritten)
 {
     const TempFolder folder;

@@ -30,7 +30,8 @@ void Findings::Begin(const std::string& path, FileKind kind)
 void Findings::SetSecond(const std::string& path)
 {
     const auto isAlone = [&path](const FileFindings& file) { return IsSame(file.path, path); };
-    files_.erase(std::remove_if(files_.begin(), files_.end(), isAlone), files_.end());
+    const auto last = files_.end() - 1; // which may be at this path itself
+    files_.erase(std::remove_if(files_.begin(), last, isAlone), last);
     files_.back().second = path;
 }
 

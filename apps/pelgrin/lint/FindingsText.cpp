@@ -42,7 +42,9 @@ std::string LineOf(Rule rule, const Finding& finding)
 
 std::uint64_t FilesRead(const Findings& findings)
 {
-    const auto isRead = [](const FileFindings& file) { return file.failure.empty(); };
+    const auto isRead = [](const FileFindings& file) {
+        return file.failure.empty() || !file.rules.empty(); // as far as it goes
+    };
     return static_cast<std::uint64_t>(
         std::count_if(findings.Files().begin(), findings.Files().end(), isRead));
 }
