@@ -62,6 +62,7 @@ std::optional<std::set<Rule>> RulesInCopies(const std::string& path, FileKind ki
 /// where nothing but the value's first part is lost.
 const std::set<std::string> kNotMended = {
     "a carriage return between two peaks",
+    "a carriage return behind the blank between them",
     "lists and ranges",
     "a short row",
     "a list of proteins where the peptide has neighbours",

@@ -12,7 +12,8 @@ namespace pelgrin {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r";
-constexpr std::string_view kGap = " \t"; ///< what sscanf is told to pass over
+constexpr std::string_view kSpace = " \t\r\v\f";
+constexpr std::string_view kGap = " \t";
 
 bool IsDigit(char c)
 {
@@ -51,23 +52,30 @@ bool HasComma(std::string_view text)
     return comma != std::string_view::npos && comma > 0 && IsDigit(text[comma - 1]);
 }
 
-/// Takes what stands before the next blank, and what of gap is behind it.
-std::string_view TakeWord(std::string_view& text, std::string_view gap)
+/// Takes what stands before the next blank.
+std::string_view TakeWord(std::string_view& text)
 {
-    const std::string_view word =
-        text.substr(0, std::min(text.find_first_of(kBlanks), text.size()));
+    const std::string_view word = text.substr(0, std::min(text.find_first_of(kSpace), text.size()));
     text.remove_prefix(word.size());
-    text.remove_prefix(std::min(text.find_first_not_of(gap), text.size()));
     return word;
+}
+
+/// Takes what stands between the two numbers. sscanf is told to pass over blanks and
+/// tabs, of which there must be one; then a number passes over any white space.
+void TakeGap(std::string_view& text, Numbers numbers)
+{
+    const bool isGap =
+        numbers == Numbers::OfStream || kGap.find(text.substr(0, 1)) != std::string_view::npos;
+    text.remove_prefix(isGap ? std::min(text.find_first_not_of(kSpace), text.size()) : text.size());
 }
 
 } // namespace
 
 PeakLine PeakLineOf(std::string_view text, Numbers numbers)
 {
-    const std::string_view gap = numbers == Numbers::OfScan ? kGap : kBlanks;
-    const std::string_view mz = TakeWord(text, gap);
-    const std::string_view intensity = TakeWord(text, gap);
+    const std::string_view mz = TakeWord(text);
+    TakeGap(text, numbers);
+    const std::string_view intensity = TakeWord(text);
     if (HasComma(mz) || HasComma(intensity)) {
         return PeakLine::Comma;
     }
