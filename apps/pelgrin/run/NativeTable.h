@@ -26,8 +26,8 @@ public:
     void Add(const std::vector<Vorlan::PeptideIdentification>& records);
     /// A kind of what belongs into the table.
     struct Loss {
-        const char* key; ///< "table_separator"
-        const char* text;
+        const char* key = ""; ///< "table_separator"
+        const char* text = "";
         std::uint64_t count = 0;
         std::uint64_t firstLine = 0;
     };
