@@ -174,6 +174,63 @@ TEST(PelgrinRunPrepare, PackedFilesAndFurtherRunsAreRead)
     EXPECT_EQ(AnnotatedOf(place, {"run", "--prepare"}, ini, 0), std::pair(2, 2));
 }
 
+/// What run.json lists of files named so.
+std::vector<std::string> RolesOf(const ParameterWorkplace& place, const std::string& name)
+{
+    std::vector<std::string> roles;
+    const nlohmann::json record = nlohmann::json::parse(place.Output("run.json"));
+    for (const nlohmann::json& input : record["inputs"]) {
+        if (std::filesystem::path(input["path"].get<std::string>()).filename() == name) {
+            roles.push_back(input["role"]);
+            EXPECT_FALSE(input["has_changed"]) << input;
+        }
+    }
+    return roles;
+}
+
+TEST(PelgrinRunPrepare, TheInputsAreThoseThatWereThere)
+{
+    const ParameterWorkplace place;
+    place.Write("run.mgf", kRunMgf);
+    place.Write("msms.txt", kMsmsHeader + MsmsRow());
+    const Ini ini = Ini()
+                        .With("Search", "pep_ident_format", "MaxQuant")
+                        .With("Search", "pep_ident_filename_1", "./msms.txt");
+    const auto errors = [&] { return place.Pelgrin({"run", "--prepare"}, ini).err; };
+    EXPECT_THAT(errors(), testing::Not(HasSubstr("has changed")));
+    EXPECT_THAT(RolesOf(place, "peptides.txt"), testing::ElementsAre("second file of matches"))
+        << "that of the copy";
+    WriteGzip(place.PathOf("peptides.txt.gz"), kPeptidesHeader + PeptidesRow("0"));
+    EXPECT_THAT(errors(), testing::Not(HasSubstr("has changed")));
+    EXPECT_THAT(RolesOf(place, "peptides.txt.gz"), testing::ElementsAre("prepared input"));
+    place.Write("peptides.txt", kPeptidesHeader + PeptidesRow("0"));
+    EXPECT_THAT(errors(), testing::Not(HasSubstr("has changed")));
+    EXPECT_THAT(RolesOf(place, "peptides.txt"),
+                testing::ElementsAre("prepared input", "second file of matches"));
+}
+
+TEST(PelgrinRunPrepare, PackedParametersAndModificationsAreRefused)
+{
+    const ParameterWorkplace place;
+    const std::string packed = place.PathOf("packed.txt");
+    WriteGzip(packed, "variable_mod_01 = 15.9949 M 3\n");
+    const std::string text = packed + ": is packed (gz)";
+    for (const char* const engine :
+         {"MSFragger (.pepXML)", "pFind 3 (.spectra)", "Calvex (.txt)"}) {
+        ExpectRefusal(RunPelgrin({"mods", "find", "--mass", "16", "--engine", engine,
+                                  "--engine-file", packed}),
+                      1, text);
+        const Outcome check = place.Pelgrin(
+            {"params", "check"}, Ini()
+                                     .With("Search", "search_result_format", engine)
+                                     .With("Search", "modification_database", "./packed.txt"));
+        EXPECT_EQ(check.status, 1);
+        EXPECT_THAT(check.err, HasSubstr("packed.txt: is packed (gz)"));
+    }
+    ExpectRefusal(RunPelgrin({"mods", "find", "--mass", "16", "--unimod", packed}), 1, text);
+    ExpectRefusal(RunPelgrin({"params", "check", packed}), 1, text);
+}
+
 TEST(PelgrinRunPrepare, OtherCommandsRefusePackedFiles)
 {
     const ParameterWorkplace place;

@@ -15,6 +15,7 @@
 #include "common/Failure.h"
 #include "common/Words.h"
 #include "files/FileLines.h"
+#include "files/Packed.h"
 #include "files/TableRows.h"
 
 namespace pelgrin {
@@ -180,6 +181,7 @@ void TakeMSFragger(const std::string& path, Masses& masses)
 void CheckPFind3File(const std::string& path)
 {
     CheckReadable(path);
+    RefusePacked(path);
     FileLines lines(path, FileLines::Mode::Text);
     FileLines::Line line;
     while (lines.Next(line)) {

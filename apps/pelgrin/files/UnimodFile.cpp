@@ -18,6 +18,7 @@
 #include "common/Words.h"
 #include "files/FileLines.h"
 #include "files/NewFile.h"
+#include "files/Packed.h"
 
 namespace pelgrin {
 
@@ -137,6 +138,7 @@ std::string UnimodXmlPlaces()
 const Vorlan::CModificationsDB& LoadUnimod(const std::string& xmlPath)
 {
     CheckReadable(xmlPath);
+    RefusePacked(xmlPath);
     // The library prints the origins of terminal records on the one (B-42),
     // and why the XML cannot be read on the other (B-43).
     const Captured out(std::cout);
@@ -185,6 +187,7 @@ std::uint64_t WriteModificationTable(const std::string& xmlPath, const std::stri
 std::uint64_t CheckModificationTable(const std::string& path)
 {
     CheckReadable(path);
+    RefusePacked(path);
     std::uint64_t rows = 0;
     if (const auto fault = FindFault(path, rows)) {
         throw Failure(fmt::format("{}:{}: {}", path, fault->line, fault->text));

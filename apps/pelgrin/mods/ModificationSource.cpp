@@ -14,6 +14,7 @@
 #include "common/Words.h"
 #include "files/EngineFileAudit.h"
 #include "files/FileLines.h"
+#include "files/Packed.h"
 #include "files/UnimodFile.h"
 #include "parameters/ParameterText.h"
 #include "parameters/RunParameters.h"
@@ -85,6 +86,7 @@ void CheckEngineFile(const std::string& path, SearchEngineType::ESearchEngineTyp
         CheckPFind3File(resolved);
     } else {
         CheckReadable(resolved);
+        RefusePacked(resolved);
     }
     WarnOfMasses(resolved, engine);
 }

@@ -6,6 +6,7 @@
 #include "common/Failure.h"
 #include "common/Words.h"
 #include "files/FileLines.h"
+#include "files/Packed.h"
 
 namespace pelgrin {
 
@@ -22,6 +23,7 @@ std::string TrimmedByOpenMS(const std::string& text)
 ParameterText::ParameterText(std::string path) : path_(std::move(path))
 {
     CheckReadable(path_);
+    RefusePacked(path_);
     FileLines lines(path_, FileLines::Mode::Text);
     FileLines::Line line;
     while (longLine_ == 0 && lines.Next(line)) {

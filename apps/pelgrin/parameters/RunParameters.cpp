@@ -106,7 +106,10 @@ std::string CheckDatabase(const ParameterText& text, bool makeTable)
         case SearchEngineType::Unknown: break; // the library tells
         case SearchEngineType::CalvexTxt: CheckTable(path); break;
         case SearchEngineType::Pfind3Spectra: CheckPFind3File(path); break;
-        case SearchEngineType::MsFraggerPepXml: CheckReadable(path); break;
+        case SearchEngineType::MsFraggerPepXml:
+            CheckReadable(path);
+            RefusePacked(path);
+            break;
         default:
             throw Failure(fmt::format(
                 "files of {} are not read; expected no value, for the table {}, or a "

@@ -41,6 +41,8 @@ public:
 
     /// In the order of Add.
     const std::vector<Copy>& Copies() const { return copies_; }
+    /// Inputs that nobody named: a peptides.txt beside its msms.txt, which may be packed.
+    const std::vector<std::string>& Beside() const { return beside_; }
     /// The paths of a copy, in out.
     std::vector<std::string> PathsOf(const Copy& copy) const;
 
@@ -70,7 +72,7 @@ private:
     ScratchFolder scratch_;
     std::vector<Copy> copies_;
     std::vector<Input> inputs_;
-    std::vector<std::string> beside_;            ///< inputs, too: peptides.txt that nobody named
+    std::vector<std::string> beside_;
     std::map<std::string, std::string> claimed_; ///< relative path -> input
     std::map<std::string, std::string> given_;   ///< dataset name -> input
     std::vector<std::string> datasets_;          ///< names of the copies of spectra

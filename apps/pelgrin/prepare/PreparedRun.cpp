@@ -1,7 +1,10 @@
 #include "prepare/PreparedRun.h"
 
+#include <algorithm>
+
 #include "files/SpectraSource.h"
 #include "prepare/Preparation.h"
+#include "run/Identifications.h"
 
 namespace pelgrin {
 
@@ -93,10 +96,20 @@ void PrepareInputs(Parameters& parameters, const std::string& folder)
             }
         }
     }
+    // Of the second files that a run looks for, those that were there.
+    std::vector<std::string>& inputs = parameters.fileInputs;
+    for (const std::string& path : parameters.psms) {
+        const std::string second = FilesOf(parameters.format, path).second;
+        inputs.erase(std::remove(inputs.begin(), inputs.end(), second), inputs.end());
+    }
+    inputs.insert(inputs.end(), preparation.Beside().begin(), preparation.Beside().end());
     parameters.spectra = copies;
     parameters.psms = PathsOf(preparation, spectra, preparation.Copies().size());
     for (const Copy& copy : preparation.Copies()) {
         parameters.prepared.push_back(PreparedOf(copy));
+    }
+    for (const std::string& path : preparation.Beside()) {
+        parameters.prepared.push_back({path, 0, 0, {}}); // its rows are those of the other file
     }
 }
 
