@@ -63,6 +63,7 @@ std::optional<std::set<Rule>> RulesInCopies(const std::string& path, FileKind ki
 const std::set<std::string> kNotMended = {
     "a carriage return between two peaks",
     "a carriage return behind the blank between them",
+    "a carriage return in front of a peak",
     "lists and ranges",
     "a short row",
     "a list of proteins where the peptide has neighbours",

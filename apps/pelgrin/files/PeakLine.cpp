@@ -12,7 +12,6 @@ namespace pelgrin {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r";
-constexpr std::string_view kSpace = " \t\r\v\f";
 constexpr std::string_view kGap = " \t";
 
 bool IsDigit(char c)
@@ -55,7 +54,8 @@ bool HasComma(std::string_view text)
 /// Takes what stands before the next blank.
 std::string_view TakeWord(std::string_view& text)
 {
-    const std::string_view word = text.substr(0, std::min(text.find_first_of(kSpace), text.size()));
+    const std::string_view word =
+        text.substr(0, std::min(text.find_first_of(kWhiteSpace), text.size()));
     text.remove_prefix(word.size());
     return word;
 }
@@ -66,13 +66,15 @@ void TakeGap(std::string_view& text, Numbers numbers)
 {
     const bool isGap =
         numbers == Numbers::OfStream || kGap.find(text.substr(0, 1)) != std::string_view::npos;
-    text.remove_prefix(isGap ? std::min(text.find_first_not_of(kSpace), text.size()) : text.size());
+    text.remove_prefix(isGap ? std::min(text.find_first_not_of(kWhiteSpace), text.size())
+                             : text.size());
 }
 
 } // namespace
 
 PeakLine PeakLineOf(std::string_view text, Numbers numbers)
 {
+    text.remove_prefix(std::min(text.find_first_not_of(kWhiteSpace), text.size()));
     const std::string_view mz = TakeWord(text);
     TakeGap(text, numbers);
     const std::string_view intensity = TakeWord(text);

@@ -17,7 +17,10 @@ enum class PeakLine {
 /// with "inf" and "0x1p3", and that of DTA files as a stream does, without.
 enum class Numbers { OfScan, OfStream };
 
-/// text has no blanks in front. A stream takes no number that is not finite.
+/// What stands within a line and is passed over in front of a number.
+inline constexpr std::string_view kWhiteSpace = " \t\r\v\f";
+
+/// A stream takes no number that is not finite.
 PeakLine PeakLineOf(std::string_view text, Numbers numbers = Numbers::OfScan);
 
 /// Without blanks, tabs and carriage returns at the ends.

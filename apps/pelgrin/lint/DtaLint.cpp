@@ -7,6 +7,7 @@
 #include "common/Words.h"
 #include "files/DtaAudit.h"
 #include "files/FileLines.h"
+#include "files/PeakLine.h"
 #include "lint/LineFlaws.h"
 #include "lint/PeakLines.h"
 
@@ -33,7 +34,7 @@ void LintPrecursor(const FileLines::Line& line, Findings& findings)
         return;
     }
     // The charge is a whole number, and ends where its digits do.
-    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+    text.remove_prefix(std::min(text.find_first_not_of(kWhiteSpace), text.size()));
     std::string_view digits =
         text.substr(0, std::min(text.find_first_not_of("0123456789"), text.size()));
     if (!hasMass || !TakeNumber(digits, charge) || mh <= 0.0 || charge < 1.0

@@ -21,12 +21,12 @@ namespace {
 /// "MH z", with a charge above 0 (B-70).
 bool IsPrecursor(std::string_view line)
 {
-    const std::string_view text = Trimmed(line);
-    const std::size_t blank = text.find_first_of(" \t");
+    const std::string_view text = WithoutBlanks(line, kWhiteSpace);
+    const std::size_t blank = text.find_first_of(kWhiteSpace);
     if (blank == std::string_view::npos || PeakLineOf(text, Numbers::OfStream) != PeakLine::Peak) {
         return false;
     }
-    return LeadingValue(Trimmed(text.substr(blank))).value_or(0) > 0;
+    return LeadingValue(WithoutBlanks(text.substr(blank), kWhiteSpace)).value_or(0) > 0;
 }
 
 /// One file. It is written while it is read; a reason to leave it out leaves no
@@ -44,10 +44,10 @@ public:
         if (!lines_.Next(line_) || HasNul(line_) || !IsPrecursor(line_.begin)) {
             return "without_precursor";
         }
-        output_.Line(Trimmed(line_.begin));
+        output_.Line(WithoutBlanks(line_.begin, kWhiteSpace));
         bool isBehindBlank = false;
         while (lines_.Next(line_)) {
-            const std::string_view text = Trimmed(line_.begin);
+            const std::string_view text = WithoutBlanks(line_.begin, kWhiteSpace);
             if (line_.length > kLongestLine) {
                 return "long_line";
             }
@@ -86,7 +86,8 @@ private:
         }
         // Peaks go up; behind a blank line the first line of another spectrum may
         // stand, and its first peak lies lower.
-        const double mz = ParseNumber(text.substr(0, text.find_first_of(" \t"))).value_or(0.0);
+        const double mz =
+            ParseNumber(text.substr(0, text.find_first_of(kWhiteSpace))).value_or(0.0);
         if (hasBlank_ = hasBlank_ || isBehindBlank; hasBlank_ && mz < highest_) {
             return "several_spectra";
         }
