@@ -184,6 +184,15 @@ TEST(Lint, TellsPeptidesOnceBesideTheirMatches)
     EXPECT_THAT(outcome.out, HasSubstr("1 finding in 1 file"));
     EXPECT_THAT(RunPelgrin({"lint", peptides}).out, HasSubstr("1 finding in 1 file"));
     EXPECT_EQ(RunPelgrin({"lint", peptides, matches}).out, outcome.out);
+    Setting setting;
+    setting.folder = folder.Path();
+    EXPECT_THAT(RunPelgrin({"lint", peptides, "msms.txt"}, setting).out,
+                HasSubstr("1 finding in 1 file"));
+    folder.Write("peptides.txt", "hello world\n");
+    const Outcome before = RunPelgrin({"lint", peptides, matches});
+    const Outcome behind = RunPelgrin({"lint", matches, peptides});
+    EXPECT_EQ(before.status, behind.status);
+    EXPECT_EQ(before.out + before.err, behind.out + behind.err);
 }
 
 TEST(Lint, AFileMayBeItsOwnPeptides)

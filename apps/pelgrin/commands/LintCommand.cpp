@@ -1,5 +1,7 @@
 #include "commands/LintCommand.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <limits>
 #include <memory>
 #include <set>
@@ -11,6 +13,7 @@
 
 #include "common/Failure.h"
 #include "common/Terminal.h"
+#include "common/Words.h"
 #include "lint/FindingsText.h"
 #include "lint/Lint.h"
 #include "run/Parameters.h"
@@ -56,6 +59,15 @@ std::set<Rule> RulesOf(const std::vector<std::string>& ids)
     return rules;
 }
 
+/// paths, those of peptides.txt last: they are told with their msms.txt.
+std::vector<std::string> PeptidesLast(std::vector<std::string> paths)
+{
+    std::stable_partition(paths.begin(), paths.end(), [](const std::string& path) {
+        return !BeginsWith(std::filesystem::path(path).filename().string(), "peptides.txt");
+    });
+    return paths;
+}
+
 ExitStatus RunLint(const LintOptions& options)
 {
     if (options.rules) {
@@ -70,7 +82,7 @@ ExitStatus RunLint(const LintOptions& options)
     Findings findings(options.all ? std::numeric_limits<std::size_t>::max() : options.examples,
                       RulesOf(options.ignored));
     bool isAllRead = true;
-    for (const std::string& path : options.files) {
+    for (const std::string& path : PeptidesLast(options.files)) {
         if (findings.IsSecond(path)) {
             continue;
         }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace pelgrin {
@@ -10,8 +11,8 @@ namespace {
 
 bool IsSame(const std::string& a, const std::string& b)
 {
-    namespace fs = std::filesystem;
-    return fs::path(a).lexically_normal() == fs::path(b).lexically_normal();
+    std::error_code ignored;
+    return std::filesystem::equivalent(a, b, ignored);
 }
 
 } // namespace
@@ -25,14 +26,6 @@ void Findings::Begin(const std::string& path, FileKind kind)
 {
     path_.clear();
     files_.push_back({path, kind, {}, {}, {}});
-}
-
-void Findings::SetSecond(const std::string& path)
-{
-    const auto isAlone = [&path](const FileFindings& file) { return IsSame(file.path, path); };
-    const auto last = files_.end() - 1; // which may be at this path itself
-    files_.erase(std::remove_if(files_.begin(), last, isAlone), last);
-    files_.back().second = path;
 }
 
 void Findings::SetFailure(const std::string& path, std::string reason)

@@ -44,9 +44,8 @@ public:
 
     /// What is added next is about this file or folder.
     void Begin(const std::string& path, FileKind kind);
-    /// The file at this path is looked at with the one that was begun; what was found in
-    /// it alone is found again.
-    void SetSecond(const std::string& path);
+    /// The file at this path is looked at with the one that was begun.
+    void SetSecond(const std::string& path) { files_.back().second = path; }
     /// The file at this path cannot be read, or not to its end.
     void SetFailure(const std::string& path, std::string reason);
     /// Of a file in the folder, or beside the file, that was begun: findings name
