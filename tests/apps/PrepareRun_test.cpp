@@ -209,6 +209,60 @@ TEST(PelgrinRunPrepare, TheInputsAreThoseThatWereThere)
                 testing::ElementsAre("prepared input", "second file of matches"));
 }
 
+TEST(PelgrinRunPrepare, NoInputOfTheRunIsOverwritten)
+{
+    const ParameterWorkplace place;
+    WriteGzip(place.PathOf("run.mgf.gz"), kRunMgf);
+    std::filesystem::create_directory(place.PathOf("v"));
+    const Ini ini = Ini().With("Search", "dataset_filename_1", "./run.mgf.gz");
+    for (const std::string name : {"run.mgf", "prepared.json", "titles.tsv"}) {
+        SCOPED_TRACE(name);
+        place.Write("psms.txt", TableOf({Row()}));
+        const std::string fasta = place.Write("v/" + name, ">P1\nGASK\n");
+        ExpectRefusal(place.Pelgrin({"run", "--prepare-dir", "v", "--fasta", fasta}, ini), 1,
+                      fasta + ": is an input, and ");
+        EXPECT_EQ(ReadFile(fasta), ">P1\nGASK\n");
+        const std::string database = place.Write("v/" + name, ReadFile(place.PathOf("mods.txt")));
+        const Ini other = ini.With("Search", "modification_database", "./v/" + name);
+        ExpectRefusal(place.Pelgrin({"run", "--prepare-dir", "v"}, other), 1,
+                      name + ": is an input, and ");
+        EXPECT_EQ(ReadFile(database), ReadFile(place.PathOf("mods.txt")));
+        std::filesystem::remove(fasta);
+    }
+}
+
+TEST(PelgrinRunPrepare, PairsOfOneFolderHaveFoldersOfTheirOwn)
+{
+    const ParameterWorkplace place;
+    place.Write("run.mgf", kRunMgf);
+    place.Write("msms.txt", kMsmsHeader + MsmsRow());
+    place.Write("msms2.txt", kMsmsHeader + MsmsRow());
+    place.Write("peptides.txt", kPeptidesHeader + PeptidesRow("0"));
+    const Ini ini = Ini()
+                        .With("Search", "pep_ident_format", "MaxQuant")
+                        .With("Search", "pep_ident_number", "2")
+                        .With("Search", "pep_ident_filename_1", "./msms.txt")
+                        .With("Search", "pep_ident_filename_2", "./msms2.txt");
+    EXPECT_EQ(AnnotatedOf(place, {"run"}, ini, 0), std::pair(2, 2));
+    EXPECT_EQ(AnnotatedOf(place, {"run", "--prepare"}, ini, 0), std::pair(2, 2));
+}
+
+TEST(PelgrinRunPrepare, NoPeptidesAreMadeWhereTheyWouldBeTakenForInputs)
+{
+    const ParameterWorkplace place;
+    place.Write("run.mgf", kRunMgf);
+    std::filesystem::create_directory(place.PathOf("z"));
+    WriteGzip(place.PathOf("z/msms.txt.gz"), kMsmsHeader + MsmsRow());
+    const Ini ini = Ini()
+                        .With("Search", "pep_ident_format", "MaxQuant")
+                        .With("Search", "pep_ident_filename_1", "./z/msms.txt.gz");
+    ExpectRefusal(place.Pelgrin({"run", "--prepare-dir", "z"}, ini), 1,
+                  "peptides.txt: would be taken for that of ");
+    EXPECT_FALSE(std::filesystem::exists(place.PathOf("z/peptides.txt")));
+    EXPECT_EQ(AnnotatedOf(place, {"run", "--prepare-dir", "y"}, ini, 0), std::pair(1, 1));
+    EXPECT_EQ(AnnotatedOf(place, {"run", "--prepare-dir", "y"}, ini, 0), std::pair(1, 1));
+}
+
 TEST(PelgrinRunPrepare, PackedParametersAndModificationsAreRefused)
 {
     const ParameterWorkplace place;

@@ -644,7 +644,7 @@ TEST(Prepare, ACopyNeverTakesThePlaceOfThePeptidesBesideTheirMatches)
     Preparation preparation(folder.Path());
     preparation.Add(path, FileKind::MaxQuantMatches);
     EXPECT_THAT([&] { preparation.Run(); },
-                testing::ThrowsMessage<Failure>(HasSubstr("is an input, and its copy would")));
+                testing::ThrowsMessage<Failure>(HasSubstr("is an input, and a copy would")));
     EXPECT_EQ(ReadFile(folder.PathOf("peptides.txt")), peptides);
 }
 

@@ -141,6 +141,8 @@ void Preparation::Run()
             beside_.push_back(beside);
         }
     }
+    KeepInputs((fs::path(out_) / kReport).string(), "the report");
+    KeepInputs((fs::path(out_) / kTitles).string(), "the list of titles");
     DatasetResolver::Given given;
     for (std::size_t i = 0; i < copies_.size(); ++i) {
         if (IsSpectra(copies_[i].kind)) {
@@ -260,7 +262,8 @@ void Preparation::CopyMatches(std::size_t i)
 }
 
 /// Pairs of several searches have the same names: each goes to a folder named as
-/// the one it comes from, and as those around it while others have that name.
+/// the one it comes from, and as those around it while others have that name; to one
+/// of its own name in there when others come from that folder, too.
 std::string Preparation::FolderOfPair(std::size_t i) const
 {
     std::vector<fs::path> others;
@@ -273,6 +276,7 @@ std::string Preparation::FolderOfPair(std::size_t i) const
         return {};
     }
     const fs::path folder = FolderOf(copies_[i].input);
+    const bool isCrowded = std::find(others.begin(), others.end(), folder) != others.end();
     const auto isShared = [&](std::size_t depth) {
         return std::any_of(others.begin(), others.end(), [&](const fs::path& other) {
             return other != folder && LastOf(other, depth) == LastOf(folder, depth);
@@ -282,7 +286,8 @@ std::string Preparation::FolderOfPair(std::size_t i) const
     while (isShared(depth)) {
         ++depth;
     }
-    return (LastOf(folder, depth) / "").string();
+    const fs::path own = isCrowded ? fs::path(inputs_[i].name).stem() : fs::path();
+    return (LastOf(folder, depth) / own / "").string();
 }
 
 void Preparation::CopyMaxQuantPair(std::size_t i)
@@ -297,6 +302,12 @@ void Preparation::CopyMaxQuantPair(std::size_t i)
               : (beside.empty() ? std::string() : PlainTextOf(beside, scratch_, uncounted));
     const std::string target = Claim(i, folder + inputs_[i].name);
     const std::string second = Claim(i, folder + "peptides.txt");
+    std::error_code ignored;
+    if (fs::equivalent(FolderOf(second), FolderOf(copies_[i].input), ignored)) {
+        throw Failure(fmt::format("{}: would be taken for that of {} from now on; choose another "
+                                  "folder",
+                                  second, copies_[i].input));
+    }
     if (given) {
         copies_[*given].outputs = {folder + "peptides.txt"};
     }
@@ -350,6 +361,23 @@ std::optional<std::size_t> Preparation::PeptidesOf(std::size_t i) const
     return all.size() == 1 && matches == 1 ? std::optional(all.front()) : std::nullopt;
 }
 
+void Preparation::KeepInputs(const std::string& path, const char* what) const
+{
+    std::vector<std::string> inputs = others_;
+    inputs.insert(inputs.end(), beside_.begin(), beside_.end());
+    for (const Copy& copy : copies_) {
+        inputs.push_back(copy.input);
+    }
+    for (const std::string& input : inputs) {
+        std::error_code error;
+        if (fs::equivalent(path, input, error) && !error) {
+            throw Failure(fmt::format("{}: is an input, and {} would take its place; choose "
+                                      "another folder",
+                                      input, what));
+        }
+    }
+}
+
 std::string Preparation::Claim(std::size_t i, const std::string& relative)
 {
     const auto [former, isNew] = claimed_.emplace(relative, copies_[i].input);
@@ -360,18 +388,7 @@ std::string Preparation::Claim(std::size_t i, const std::string& relative)
                         copies_[i].input, relative, isNew ? "the report" : former->second));
     }
     std::string path = (fs::path(out_) / relative).string();
-    std::vector<std::string> inputs = beside_;
-    for (const Copy& copy : copies_) {
-        inputs.push_back(copy.input);
-    }
-    for (const std::string& input : inputs) {
-        std::error_code error;
-        if (fs::equivalent(path, input, error) && !error) {
-            throw Failure(fmt::format("{}: is an input, and its copy would take its place; choose "
-                                      "another folder",
-                                      input));
-        }
-    }
+    KeepInputs(path, "a copy");
     copies_[i].outputs.push_back(relative);
     return path;
 }

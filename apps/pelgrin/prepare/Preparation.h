@@ -21,8 +21,12 @@ namespace pelgrin {
 /// Makes the copies of one call: spectra first, since results name them.
 class Preparation {
 public:
-    /// Copies go below the folder out, which is made when it is missing.
-    explicit Preparation(std::string out) : out_(std::move(out)) {}
+    /// Copies go below the folder out, which is made when it is missing. They never
+    /// take the place of an input, nor of others, which are read elsewhere.
+    explicit Preparation(std::string out, std::vector<std::string> others = {})
+        : out_(std::move(out)), others_(std::move(others))
+    {
+    }
 
     /// Adds a file or a folder of DTA files. Its kind is looked for when it is not
     /// given. Throws Failure for one that cannot be read, or is of no kind.
@@ -68,7 +72,11 @@ private:
     std::optional<std::string> NewNameOf(const std::string& dataset,
                                          const std::string& spectrum) const;
 
+    /// Throws Failure when an input lies at path; what would take its place.
+    void KeepInputs(const std::string& path, const char* what) const;
+
     std::string out_;
+    std::vector<std::string> others_;
     ScratchFolder scratch_;
     std::vector<Copy> copies_;
     std::vector<Input> inputs_;

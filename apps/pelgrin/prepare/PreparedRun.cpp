@@ -73,7 +73,7 @@ std::vector<std::string> PrepareLossClasses()
 
 void PrepareInputs(Parameters& parameters, const std::string& folder)
 {
-    Preparation preparation(folder);
+    Preparation preparation(folder, parameters.fileInputs);
     for (const std::string& path : parameters.spectra) {
         preparation.Add(path, FileKind::Mgf);
     }
