@@ -63,7 +63,9 @@ std::set<Rule> RulesOf(const std::vector<std::string>& ids)
 std::vector<std::string> PeptidesLast(std::vector<std::string> paths)
 {
     std::stable_partition(paths.begin(), paths.end(), [](const std::string& path) {
-        return !BeginsWith(std::filesystem::path(path).filename().string(), "peptides.txt");
+        std::error_code ignored;
+        const auto real = std::filesystem::weakly_canonical(path, ignored);
+        return !BeginsWith(real.filename().string(), "peptides.txt");
     });
     return paths;
 }

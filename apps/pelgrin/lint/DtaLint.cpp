@@ -19,7 +19,7 @@ constexpr double kHighestCharge = 100.0; // above every charge that instruments 
 
 bool IsBlank(std::string_view text)
 {
-    return text.find_first_not_of(" \t\r") == std::string_view::npos;
+    return text.find_first_not_of(kWhiteSpace) == std::string_view::npos;
 }
 
 void LintPrecursor(const FileLines::Line& line, Findings& findings)
