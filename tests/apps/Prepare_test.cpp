@@ -644,8 +644,39 @@ TEST(Prepare, ACopyNeverTakesThePlaceOfThePeptidesBesideTheirMatches)
     Preparation preparation(folder.Path());
     preparation.Add(path, FileKind::MaxQuantMatches);
     EXPECT_THAT([&] { preparation.Run(); },
-                testing::ThrowsMessage<Failure>(HasSubstr("is an input, and a copy would")));
+                testing::ThrowsMessage<Failure>(HasSubstr("choose another folder")));
     EXPECT_EQ(ReadFile(folder.PathOf("peptides.txt")), peptides);
+}
+
+TEST(Prepare, FilesThatLinksOfAFolderLeadToStay)
+{
+    const TempFolder folder;
+    std::filesystem::create_directories(folder.PathOf("in/run"));
+    std::filesystem::create_directories(folder.PathOf("out/run"));
+    const std::string text = "500.5 2\n100 1\n";
+    folder.Write("out/run/a.1.1.2.dta", text);
+    std::filesystem::create_symlink("../../out/run/a.1.1.2.dta",
+                                    folder.PathOf("in/run/a.1.1.2.dta"));
+    Preparation preparation(folder.PathOf("out"));
+    preparation.Add(folder.PathOf("in/run"));
+    EXPECT_THAT([&] { preparation.Run(); },
+                testing::ThrowsMessage<Failure>(
+                    HasSubstr("in/run/a.1.1.2.dta: is an input, and a copy would")));
+    EXPECT_EQ(ReadFile(folder.PathOf("out/run/a.1.1.2.dta")), text);
+}
+
+TEST(Prepare, PeptidesOfSeveralMatchesAreToldWithAllTheirCopies)
+{
+    const TempFolder folder;
+    Preparation preparation(folder.PathOf("out"));
+    preparation.Add(folder.Write("msms.txt", kMsmsHeader + MsmsRow()));
+    preparation.Add(folder.Write("msms2.txt", kMsmsHeader + MsmsRow()));
+    preparation.Add(folder.Write("peptides.txt", kPeptidesHeader + PeptidesRow("0")));
+    preparation.Run();
+    EXPECT_EQ(preparation.PathsOf(preparation.Copies().back()).size(), 2U);
+    for (const std::string& path : preparation.PathsOf(preparation.Copies().back())) {
+        EXPECT_TRUE(std::filesystem::exists(path)) << path;
+    }
 }
 
 TEST(Prepare, OfAFolderThatChangesNoCopyIsLeft)

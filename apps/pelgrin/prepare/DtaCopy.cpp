@@ -56,7 +56,7 @@ public:
             }
             if (text.empty()) {
                 copy_.Change("blank_line", line_.number);
-                isBehindBlank = true;
+                isBehindBlank = Trimmed(line_.begin).empty();
                 continue;
             }
             if (const char* const reason = TakeLine(text, isBehindBlank)) {

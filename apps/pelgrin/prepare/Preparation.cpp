@@ -141,8 +141,10 @@ void Preparation::Run()
             beside_.push_back(beside);
         }
     }
-    KeepInputs((fs::path(out_) / kReport).string(), "the report");
-    KeepInputs((fs::path(out_) / kTitles).string(), "the list of titles");
+    ListInputs();
+    kept_.Check(fs::path(out_) / kReport, "the report");
+    kept_.Check(fs::path(out_) / kTitles, "the list of titles");
+    KeepFoldersOfMatches();
     DatasetResolver::Given given;
     for (std::size_t i = 0; i < copies_.size(); ++i) {
         if (IsSpectra(copies_[i].kind)) {
@@ -223,9 +225,14 @@ void Preparation::CopyPlain(std::size_t i)
         titles_.back() =
             CopyMgf(input.plain, Claim(i, input.name), WithoutKnownEndings(input.name), copy);
         break;
-    case FileKind::DtaFolder:
-        CopyDtaFolder(input.plain, Claim(i, input.name), scratch_, copy);
+    case FileKind::DtaFolder: {
+        const std::string target = Claim(i, input.name);
+        for (const std::string& name : DtaFileNames(input.plain)) {
+            kept_.Check(fs::path(target) / name, "a copy");
+        }
+        CopyDtaFolder(input.plain, target, scratch_, copy);
         break;
+    }
     case FileKind::Fasta: CopyFasta(input.plain, Claim(i, input.name), copy); break;
     case FileKind::MaxQuantMatches: CopyMaxQuantPair(i); break;
     case FileKind::MaxQuantPeptides: break; // with its msms.txt
@@ -302,14 +309,8 @@ void Preparation::CopyMaxQuantPair(std::size_t i)
               : (beside.empty() ? std::string() : PlainTextOf(beside, scratch_, uncounted));
     const std::string target = Claim(i, folder + inputs_[i].name);
     const std::string second = Claim(i, folder + "peptides.txt");
-    std::error_code ignored;
-    if (fs::equivalent(FolderOf(second), FolderOf(copies_[i].input), ignored)) {
-        throw Failure(fmt::format("{}: would be taken for that of {} from now on; choose another "
-                                  "folder",
-                                  second, copies_[i].input));
-    }
     if (given) {
-        copies_[*given].outputs = {folder + "peptides.txt"};
+        copies_[*given].outputs.push_back(folder + "peptides.txt");
     }
     try {
         CopyMaxQuant(inputs_[i].plain, peptides, target, second, copies_[i]);
@@ -361,19 +362,32 @@ std::optional<std::size_t> Preparation::PeptidesOf(std::size_t i) const
     return all.size() == 1 && matches == 1 ? std::optional(all.front()) : std::nullopt;
 }
 
-void Preparation::KeepInputs(const std::string& path, const char* what) const
+/// What no copy may take the place of.
+void Preparation::ListInputs()
 {
-    std::vector<std::string> inputs = others_;
-    inputs.insert(inputs.end(), beside_.begin(), beside_.end());
-    for (const Copy& copy : copies_) {
-        inputs.push_back(copy.input);
+    for (const std::vector<std::string>* const paths : {&others_, &beside_}) {
+        std::for_each(paths->begin(), paths->end(),
+                      [this](const std::string& path) { kept_.Add(path); });
     }
-    for (const std::string& input : inputs) {
-        std::error_code error;
-        if (fs::equivalent(path, input, error) && !error) {
-            throw Failure(fmt::format("{}: is an input, and {} would take its place; choose "
+    for (const Copy& copy : copies_) {
+        kept_.Add(copy.input);
+    }
+}
+
+/// The next preparation would take the peptides.txt that this one makes for the user's.
+void Preparation::KeepFoldersOfMatches() const
+{
+    for (std::size_t i = 0; i < copies_.size(); ++i) {
+        if (copies_[i].kind != FileKind::MaxQuantMatches || PeptidesOf(i)) {
+            continue;
+        }
+        const fs::path peptides = fs::path(out_) / (FolderOfPair(i) + "peptides.txt");
+        std::error_code ignored;
+        if (fs::equivalent(fs::absolute(peptides).parent_path(),
+                           fs::absolute(copies_[i].input).parent_path(), ignored)) {
+            throw Failure(fmt::format("{}: would be taken for that of {} from now on; choose "
                                       "another folder",
-                                      input, what));
+                                      peptides.string(), copies_[i].input));
         }
     }
 }
@@ -388,7 +402,7 @@ std::string Preparation::Claim(std::size_t i, const std::string& relative)
                         copies_[i].input, relative, isNew ? "the report" : former->second));
     }
     std::string path = (fs::path(out_) / relative).string();
-    KeepInputs(path, "a copy");
+    kept_.Check(path, "a copy");
     copies_[i].outputs.push_back(relative);
     return path;
 }

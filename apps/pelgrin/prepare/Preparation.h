@@ -12,6 +12,7 @@
 #include "files/FileState.h"
 #include "files/ScratchFolder.h"
 #include "prepare/Copy.h"
+#include "prepare/KeptInputs.h"
 #include "prepare/MgfCopy.h"
 #include "prepare/ResultCopies.h"
 #include "run/DatasetResolver.h"
@@ -72,11 +73,12 @@ private:
     std::optional<std::string> NewNameOf(const std::string& dataset,
                                          const std::string& spectrum) const;
 
-    /// Throws Failure when an input lies at path; what would take its place.
-    void KeepInputs(const std::string& path, const char* what) const;
+    void ListInputs();
+    void KeepFoldersOfMatches() const;
 
     std::string out_;
     std::vector<std::string> others_;
+    KeptInputs kept_;
     ScratchFolder scratch_;
     std::vector<Copy> copies_;
     std::vector<Input> inputs_;
